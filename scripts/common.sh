@@ -1,0 +1,33 @@
+# Read by the other scripts: where things are, and how they speak.
+# shellcheck shell=bash
+
+top=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd -P)
+cache=${XDG_CACHE_HOME:-$HOME/.cache}/corvane-to-3cx
+i386_root=$cache/i386-root
+
+say() { printf '== %s\n' "$*" >&2; }
+fail() {
+    printf '%s: %s\n' "${0##*/}" "$*" >&2
+    exit 1
+}
+
+# as_root <command...>: the command with the rights that installing packages takes.
+as_root() {
+    if [ "$(id -u)" -eq 0 ]; then
+        "$@"
+    elif command -v sudo >/dev/null; then
+        sudo "$@"
+    else
+        fail "neither root nor sudo: cannot run $*"
+    fi
+}
+
+# try_thrice <command...>: networks fail now and then.
+try_thrice() {
+    local attempt
+    for attempt in 1 2 3; do
+        "$@" && return 0
+        [ "$attempt" -eq 3 ] || sleep $((attempt * 5))
+    done
+    return 1
+}

@@ -1,0 +1,95 @@
+#!/usr/bin/env bash
+# Runs a command on a desktop of its own: with-desktop.sh [x64|x86] <command...>
+#
+# The desktop is an Xvfb on a free display with a Wine server that stays while the command runs, so
+# that Windows programs (started by scripts/wine-x64.sh or wine-x86.sh) start fast. The Wine prefix
+# is made at its first use; only one session at a time uses it. At the end everything started here
+# is ended. The architecture is x64 when none is named. Exit code: that of the command.
+set -euo pipefail
+# shellcheck source=scripts/wine-common.sh
+. "$(dirname "$0")/wine-common.sh"
+
+architecture=x64
+case ${1:-} in
+x64 | x86)
+    architecture=$1
+    shift
+    ;;
+esac
+[ $# -ge 1 ] || { echo "usage: ${0##*/} [x64|x86] <command...>" >&2; exit 2; }
+
+use_wine "$architecture"
+
+# The lock is held by flock itself, so that no process that outlives the session can keep it.
+if [ "${CORVANE_DESKTOP_LOCK:-}" != "$prefix" ]; then
+    mkdir -p "$(dirname "$prefix")"
+    flock --nonblock "$prefix.lock" true || say "waiting for another session on $prefix"
+    CORVANE_DESKTOP_LOCK=$prefix exec flock --close "$prefix.lock" "$0" "$architecture" "$@"
+fi
+
+xvfb=
+server_started=
+end_session() {
+    if [ -n "$server_started" ]; then
+        "${enclose[@]}" "$server" -k || say "the Wine server had ended before its session"
+    fi
+    if [ -n "$xvfb" ]; then
+        kill "$xvfb" 2>/dev/null || say "the display had ended before its session"
+        wait "$xvfb" 2>/dev/null || :
+    fi
+    rm -rf "$work"
+}
+work=$(mktemp -d)
+trap end_session EXIT
+trap 'exit 130' INT
+trap 'exit 143' TERM
+
+# Xvfb writes the number of the display that it found free once it takes connections.
+mkfifo "$work/display"
+Xvfb -displayfd 3 -screen 0 1600x1000x24 -nolisten tcp -noreset \
+    3>"$work/display" >"$work/xvfb.log" 2>&1 </dev/null &
+xvfb=$!
+read -r -t 30 display <"$work/display" || fail "Xvfb did not start: $(cat "$work/xvfb.log")"
+export DISPLAY=:$display
+unset XAUTHORITY
+
+made=$prefix/made-for-corvane
+[ -f "$made" ] || rm -rf "$prefix"
+mkdir -p "$prefix/home"
+"${enclose[@]}" "$server" -p || fail "another Wine server runs on $prefix"
+server_started=yes
+if [ ! -f "$made" ]; then
+    say "making the Wine prefix $prefix"
+    "${enclose[@]}" "$loader" wineboot.exe --init >"$work/wineboot.log" 2>&1 ||
+        fail "Wine could not make its prefix: $(cat "$work/wineboot.log")"
+    # Wine draws the desktop and the title bars itself (there is no window manager), text is
+    # smoothed, and a crash ends a program without asking anybody.
+    cat >"$prefix/drive_c/settings.reg" <<'REG'
+REGEDIT4
+
+[HKEY_CURRENT_USER\Software\Wine\Explorer]
+"Desktop"="Default"
+
+[HKEY_CURRENT_USER\Software\Wine\Explorer\Desktops]
+"Default"="1600x1000"
+
+[HKEY_CURRENT_USER\Software\Wine\WineDbg]
+"ShowCrashDialog"=dword:00000000
+
+[HKEY_CURRENT_USER\Control Panel\Desktop]
+"FontSmoothing"="2"
+"FontSmoothingType"=dword:00000002
+REG
+    "${enclose[@]}" "$loader" regedit.exe /S 'C:\settings.reg' </dev/null ||
+        fail "Wine did not take its settings"
+    # The desktop comes anew with these settings.
+    "${enclose[@]}" "$server" -k
+    "${enclose[@]}" "$server" -w
+    "${enclose[@]}" "$server" -p
+    touch "$made"
+fi
+
+export CORVANE_DESKTOP=$architecture
+status=0
+"$@" || status=$?
+exit "$status"
