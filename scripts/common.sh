@@ -1,5 +1,6 @@
 # Read by the other scripts: where things are, and how they speak.
 # shellcheck shell=bash
+# shellcheck disable=SC2034  # The variables are for the readers.
 
 top=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd -P)
 cache=${XDG_CACHE_HOME:-$HOME/.cache}/corvane-to-3cx

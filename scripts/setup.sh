@@ -63,7 +63,7 @@ refresh_lists() {
 }
 
 install() {
-    as_root env DEBIAN_FRONTEND=noninteractive apt-get -qq install -y --no-install-recommends "$@" \
+    as_root env DEBIAN_FRONTEND=noninteractive apt-get -qq -o Dpkg::Use-Pty=0 install -y --no-install-recommends "$@" \
         </dev/null
 }
 

@@ -1,5 +1,6 @@
 # Read by the Wine scripts: how a Windows program of one architecture is run here.
 # shellcheck shell=bash
+# shellcheck disable=SC2034  # The variables are for the readers.
 
 # shellcheck source=scripts/common.sh
 . "$(dirname "${BASH_SOURCE[0]}")/common.sh"

@@ -29,6 +29,7 @@ fi
 
 xvfb=
 server_started=
+# shellcheck disable=SC2317  # Called by the trap.
 end_session() {
     if [ -n "$server_started" ]; then
         "${enclose[@]}" "$server" -k || say "the Wine server had ended before its session"
@@ -88,6 +89,10 @@ REG
     "${enclose[@]}" "$server" -p
     touch "$made"
 fi
+
+# Wine's own processes start with the first program and keep its output open: not the command's.
+"${enclose[@]}" "$loader" wineboot.exe </dev/null >"$work/start.log" 2>&1 ||
+    fail "Wine does not start: $(cat "$work/start.log")"
 
 export CORVANE_DESKTOP=$architecture
 status=0

@@ -1,0 +1,77 @@
+#!/usr/bin/env bash
+# Builds everything and runs every test; installs what the machine lacks first.
+#   ./test.sh                                all three: native, x64, x86
+#   ./test.sh native|x64|x86 [ctest args]    one of them
+#
+#   native  the parts without Windows headers, under AddressSanitizer and UBSan
+#   x64     the 64-bit programs under Wine: unit, Windows and end-to-end tests
+#   x86     the same with the 32-bit programs
+# Fails when any of them fails, and when there is no Wine for one of them.
+set -euo pipefail
+cd "$(dirname "$0")"
+# shellcheck source=scripts/common.sh
+. scripts/common.sh
+
+kinds=(native x64 x86)
+case ${1:-} in
+'') ;;
+native | x64 | x86)
+    kinds=("$1")
+    shift
+    ;;
+*)
+    sed -n '2,/^set /{/^set /d;s/^# \{0,1\}//;p}' "$0" >&2
+    exit 2
+    ;;
+esac
+
+began=$SECONDS
+needs_x86=
+[[ " ${kinds[*]} " != *" x86 "* ]] || needs_x86=x86
+say "setting up"
+scripts/setup.sh test $needs_x86 || fail "the set-up failed"
+mkdir -p build/test
+
+# run_kind <native|x64|x86> [ctest args]: configures, builds and tests; ctest's end goes into a file.
+run_kind() {
+    local kind=$1 preset desktop=()
+    shift
+    case $kind in
+    native) preset=native-asan ;;
+    *)
+        preset=$kind-release
+        desktop=(scripts/with-desktop.sh "$kind")
+        ;;
+    esac
+    say "$preset: configure and build"
+    cmake --preset "$preset" >"build/test/$kind.configure.log" 2>&1 ||
+        { cat "build/test/$kind.configure.log" >&2; return 1; }
+    cmake --build --preset "$preset" -j "$(nproc)" || return 1
+    say "$preset: tests ($((SECONDS - began)) s so far)"
+    "${desktop[@]}" ctest --preset "$preset" -j "$(nproc)" "$@" 2>&1 |
+        tee "build/test/$kind.log"
+}
+
+failed=()
+for kind in "${kinds[@]}"; do
+    rm -f "build/test/$kind.log"
+    run_kind "$kind" "$@" || failed+=("$kind")
+done
+
+say "summary"
+for kind in "${kinds[@]}"; do
+    printf '\n%s\n' "$kind"
+    if [ -f "build/test/$kind.log" ]; then
+        sed -n '/tests passed\|tests failed\|No tests were found\|Total Test time/,$p' \
+            "build/test/$kind.log"
+    else
+        echo "not tested: it did not build"
+    fi
+done
+
+echo
+if [ "${#failed[@]}" -gt 0 ]; then
+    echo "FAILED: ${failed[*]} (after $((SECONDS - began)) s)"
+    exit 1
+fi
+echo "PASSED: ${kinds[*]} (after $((SECONDS - began)) s)"
