@@ -64,7 +64,7 @@ if [ ! -f "$made" ]; then
     "${enclose[@]}" "$loader" wineboot.exe --init >"$work/wineboot.log" 2>&1 ||
         fail "Wine could not make its prefix: $(cat "$work/wineboot.log")"
     # Wine draws the desktop and the title bars itself (there is no window manager), text is
-    # smoothed, and a crash ends a program without asking anybody.
+    # smoothed, the caret does not blink, and a crash ends a program without asking anybody.
     cat >"$prefix/drive_c/settings.reg" <<'REG'
 REGEDIT4
 
@@ -78,6 +78,7 @@ REGEDIT4
 "ShowCrashDialog"=dword:00000000
 
 [HKEY_CURRENT_USER\Control Panel\Desktop]
+"CursorBlinkRate"="-1"
 "FontSmoothing"="2"
 "FontSmoothingType"=dword:00000002
 REG
