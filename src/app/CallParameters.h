@@ -1,0 +1,49 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace corvane {
+
+class Form;
+class Status;
+class TextBox;
+
+struct CommandLine {
+    std::vector<std::wstring> tokens;
+    bool found = false;  // there was more than blanks
+};
+
+struct ParsedParameters {
+    bool ParamsFound = false;
+    bool ParseOK = true;  // false when the caller ID was rejected
+};
+
+// Reads what the current event is: switches from 3CX, or one number from GoldMine.
+class CallParameters {
+public:
+    CallParameters(Form& form, Status& status, std::wstring versionText,
+                   std::wstring rawCommandLine);
+
+    // Writes the start-up echo line and splits the command line.
+    [[nodiscard]] CommandLine GetCommandLine();
+
+    // Fills the parameter boxes; a caller ID is normalised at once.
+    ParsedParameters ParseCallParameters();
+
+    // The user leaves a parameter box: the letters become upper case, a changed caller ID is
+    // normalised as from the command line, and the Process Call button is evaluated again.
+    void LeaveParameterBox(const TextBox& box, bool changed);
+
+private:
+    [[nodiscard]] static std::vector<std::wstring> SplitSwitches(std::wstring_view text);
+    void EvaluateProcessCall();
+
+    Form& form_;
+    Status& status_;
+    std::wstring versionText_;
+    std::wstring rawCommandLine_;
+};
+
+}  // namespace corvane

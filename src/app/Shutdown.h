@@ -1,0 +1,42 @@
+#pragma once
+
+namespace corvane {
+
+class Clock;
+class ErrorReport;
+class Form;
+class GMUI;
+class GoldMineProcess;
+class MessageBoxes;
+class Settings;
+class StatusWriter;
+class WindowCommands;
+
+// The unload of the main window, for every way the program ends.
+class Shutdown {
+public:
+    struct Parts {
+        Form& form;
+        Settings& settings;
+        WindowCommands& windows;
+        GMUI& gmui;
+        GoldMineProcess& goldMineProcess;
+        StatusWriter& status;
+        MessageBoxes& boxes;
+        Clock& clock;
+        ErrorReport& errors;
+    };
+
+    explicit Shutdown(const Parts& parts) : parts_(parts) {}
+
+    // False when the user cancelled or the settings could not be saved: the window stays.
+    [[nodiscard]] bool Unload();
+
+private:
+    [[nodiscard]] bool SaveBeforeExit();
+    void FinishCallDialog();
+
+    Parts parts_;
+};
+
+}  // namespace corvane

@@ -1,0 +1,110 @@
+#include "app/StartUp.h"
+
+#include "app/AboutText.h"
+#include "app/ErrorReport.h"
+#include "app/Status.h"
+#include "calls/Dispatcher.h"
+#include "environment/GoldMineProcess.h"
+#include "environment/GoldMineVersion.h"
+#include "environment/ThreeCXIntegration.h"
+#include "settings/Settings.h"
+#include "ui/EnablingRules.h"
+#include "ui/Form.h"
+#include "ui/MessageBoxes.h"
+#include "util/Text.h"
+
+namespace corvane {
+
+namespace {
+
+constexpr std::wstring_view configurationError = L"Error loading configuration. Exiting.";
+
+}  // namespace
+
+RunOutcome StartUp::Run() {
+    Form& form = parts_.form;
+    form.setCaption(productName);
+    if (!LoadConfiguration()) {
+        parts_.boxes.Notify(configurationError, BoxIcon::Critical);
+        parts_.status.ResetRunNumber();
+        return RunOutcome::End;
+    }
+    form.txtAbout.setText(AboutText(parts_.program, form.txtLogPath.text()));
+
+    const ParsedParameters parsed = parts_.parameters.ParseCallParameters();
+    if (!parsed.ParseOK)
+        return RunOutcome::End;
+    if (!form.chkGlobalEnable.checked())
+        return StayDisabled(parsed.ParamsFound);
+    if (!PrepareGoldMine(parsed.ParamsFound))
+        return RunOutcome::End;
+
+    form.cmdProcessCall.setEnabled(parsed.ParamsFound);
+    if (!parsed.ParamsFound) {
+        parts_.status.WriteStatus(
+            L"Program was started without params. Process Call button disabled.");
+    }
+    return RunInMode(parsed.ParamsFound);
+}
+
+bool StartUp::LoadConfiguration() {
+    try {
+        parts_.status.SetUpLog();
+        parts_.settings.LoadSettings();
+        parts_.threeCX.Discover();
+        return true;
+    } catch (const RuntimeError& error) {
+        // The box to come does not say why.
+        parts_.errors.WriteLine(error);
+        return false;
+    }
+}
+
+RunOutcome StartUp::StayDisabled(bool paramsFound) {
+    Form& form = parts_.form;
+    parts_.status.WriteStatus(
+        L"Corvane to 3CX disabled--the \"Master Switch\" is unchecked. No connection to GoldMine "
+        L"attempted.");
+    form.cmdProcessCall.setEnabled(false);
+    if (paramsFound && !form.chkAlwaysShowForm.checked())
+        return RunOutcome::End;
+    form.setVisible(true);
+    return RunOutcome::WindowShown;
+}
+
+bool StartUp::PrepareGoldMine(bool paramsFound) {
+    Form& form = parts_.form;
+    if (!parts_.goldMineProcess.FindGoldMineExecutable()) {
+        parts_.status.WriteStatus(L"GoldMine not running, so version unknown.");
+        if (paramsFound) {
+            parts_.status.WriteStatus(L"Parameters found but GoldMine not running. Exiting.");
+            return false;
+        }
+        form.GoldMineVersionOK = true;
+        parts_.rules.RunAll();
+        return true;
+    }
+    if (parts_.goldMineVersion.CheckGoldMineVersion(form.GoldMineVersionOK) &&
+        parts_.goldMineVersion.ApplyGoldMineVersion()) {
+        return true;
+    }
+    parts_.boxes.Notify(configurationError, BoxIcon::Critical);
+    return false;
+}
+
+RunOutcome StartUp::RunInMode(bool paramsFound) {
+    Form& form = parts_.form;
+    const bool show = form.chkAlwaysShowForm.checked() || !paramsFound;
+    if (!show) {
+        parts_.dispatcher.ProcessCall();
+        return RunOutcome::End;
+    }
+    form.setVisible(true);
+    if (form.chkAlwaysShowForm.checked() && form.chkAutoProcess.checked() && paramsFound) {
+        // The window stays open whatever comes of the call.
+        parts_.errors.Guard([this] { parts_.dispatcher.ProcessCall(); });
+    }
+    return RunOutcome::WindowShown;
+}
+
+}  // namespace corvane

@@ -1,0 +1,125 @@
+#include "app/Status.h"
+
+#include <exception>
+
+#include "settings/cSimuIniFile.h"
+#include "settings/OptionText.h"
+#include "ui/Form.h"
+#include "util/Clock.h"
+#include "util/Conversions.h"
+#include "util/FileSystem.h"
+#include "util/ProgramInfo.h"
+#include "util/RuntimeError.h"
+#include "util/Shell.h"
+#include "util/Text.h"
+
+namespace corvane {
+
+namespace {
+
+constexpr std::wstring_view maker = L"Halvorn Systems";
+const std::wstring runNumberValue = L"PreviousStatus";
+const std::wstring lastVersionValue = L"LastVersionRun";
+constexpr std::int32_t greatestRunNumber = 1000000;
+
+// yyyymmdd.HhNnSs and milliseconds.
+std::wstring TimeStamp(const LocalTimeMs& time) {
+    return Join(ZeroPadded(time.year, 4), ZeroPadded(time.month, 2), ZeroPadded(time.day, 2), L".",
+                ZeroPadded(time.hour, 2), ZeroPadded(time.minute, 2), ZeroPadded(time.second, 2),
+                L".", ZeroPadded(time.millisecond, 3));
+}
+
+}  // namespace
+
+Status::Status(Form& form, const ProgramInfo& program, Registry& registry, FileSystem& files,
+               const Shell& shell, Clock& clock)
+    : form_(form),
+      program_(program),
+      registry_(registry),
+      files_(files),
+      shell_(shell),
+      clock_(clock) {}
+
+void Status::SetUpLog() {
+    const std::wstring path = LogPath();
+    form_.txtLogPath.setText(path);
+    form_.txtLogPath.setTooltip(path);
+    form_.chkWriteLog.setTooltip(Join(L"Write Status messages to log file ", Quoted(path)));
+    LoadWriteLog();
+    TakeRunNumber();
+    if (form_.chkWriteLog.checked()) {
+        WriteLogLine(Join(std::wstring(68, L'-'), L" ", GeneralDateText(clock_.Now())));
+    }
+}
+
+std::wstring Status::LogPath() const {
+    std::wstring folder = shell_.FolderPath(SpecialFolder::CommonAppData);
+    if (folder.empty())
+        return {};
+    for (const std::wstring_view level : {maker, std::wstring_view(program_.executableName)}) {
+        folder = AddTrailingBackslash(folder).append(level);
+        if (!files_.MakeFolder(folder))
+            return {};
+    }
+    return Join(folder, L"\\", program_.executableName, L".log");
+}
+
+void Status::LoadWriteLog() {
+    CheckBox& option = form_.chkWriteLog;
+    SetOptionFromText(option,
+                      OwnSettingsStore(registry_).ReadProfileString(option.name(), option.tag()));
+}
+
+void Status::SaveWriteLog() {
+    OwnSettingsStore(registry_).WriteProfileString(form_.chkWriteLog.name(),
+                                                   OptionText(form_.chkWriteLog));
+}
+
+void Status::TakeRunNumber() {
+    cSimuIniFile store = OwnSettingsStore(registry_);
+    const std::wstring version = program_.VersionText();
+    if (TrimBlanks(store.ReadProfileString(lastVersionValue, L"")) != version) {
+        ResetRunNumber();
+        store.WriteProfileString(lastVersionValue, version);
+        return;
+    }
+    try {
+        runNumber_ = LongFromText(TrimBlanks(store.ReadProfileString(runNumberValue, L"0")));
+    } catch (const RuntimeError& error) {
+        if (error.number == registryErrorNumber)
+            throw;
+        runNumber_ = 0;  // no number is stored
+    }
+    if (runNumber_ > greatestRunNumber)
+        runNumber_ = 0;
+    store.WriteProfileString(runNumberValue, std::to_wstring(runNumber_ + 1));
+}
+
+void Status::ResetRunNumber() {
+    OwnSettingsStore(registry_).WriteProfileString(runNumberValue, L"0");
+}
+
+void Status::WriteStatus(std::wstring_view message, LogMode mode) {
+    if (form_.txtStatus.text().empty()) {
+        form_.txtStatus.setText(message);
+    } else {
+        form_.txtStatus.Append(Join(lineBreak, message));
+    }
+    if (form_.chkWriteLog.checked() || mode == LogMode::Forced)
+        WriteLogLine(message);
+}
+
+void Status::WriteLogLine(std::wstring_view message) noexcept {
+    try {
+        files_.AppendToFile(
+            form_.txtLogPath.text(),
+            Join(std::to_wstring(runNumber_), L"\t", TimeStamp(clock_.GetLocalTimeMs()), L"\t[",
+                 callIdentifier_, L"]:\t", message, lineBreak));
+    } catch (const RuntimeError&) {
+        // Logging never stops the program.
+    } catch (const std::exception&) {
+        // Nor does want of memory for a line.
+    }
+}
+
+}  // namespace corvane

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "util/StatusWriter.h"
+
+namespace corvane {
+
+class Clock;
+class FileSystem;
+class Form;
+class Registry;
+class Shell;
+struct ProgramInfo;
+
+// The status box and the log file. Instances run side by side, so each log line carries the run
+// number and the call identifier.
+class Status final : public StatusWriter {
+public:
+    Status(Form& form, const ProgramInfo& program, Registry& registry, FileSystem& files,
+           const Shell& shell, Clock& clock);
+
+    // Before the other settings are loaded: log path, chkWriteLog, run number, separator line.
+    // Raises when chkWriteLog's stored text does not convert or the registry refuses.
+    void SetUpLog();
+
+    using StatusWriter::WriteStatus;
+    void WriteStatus(std::wstring_view message, LogMode mode) override;
+
+    // Stores "0" as the run number.
+    void ResetRunNumber();
+
+    // Stores chkWriteLog, which the other options' save leaves to the log.
+    void SaveWriteLog();
+
+    // What stands between brackets on every log line: empty until the /I switch was read.
+    void setCallIdentifier(std::wstring_view identifier) { callIdentifier_ = identifier; }
+
+private:
+    [[nodiscard]] std::wstring LogPath() const;
+    void LoadWriteLog();
+    void TakeRunNumber();
+    // A line that cannot be written is lost; the run goes on.
+    void WriteLogLine(std::wstring_view message) noexcept;
+
+    Form& form_;
+    const ProgramInfo& program_;
+    Registry& registry_;
+    FileSystem& files_;
+    const Shell& shell_;
+    Clock& clock_;
+    std::int32_t runNumber_ = 0;
+    std::wstring callIdentifier_;
+};
+
+}  // namespace corvane

@@ -1,0 +1,98 @@
+#include "app/UserActions.h"
+
+#include "app/CallParameters.h"
+#include "app/ErrorReport.h"
+#include "app/Shutdown.h"
+#include "calls/Dispatcher.h"
+#include "calls/RecordingLink.h"
+#include "environment/FileOpener.h"
+#include "environment/GoldMineProcess.h"
+#include "environment/ThreeCXIntegration.h"
+#include "gmapi/GMUI.h"
+#include "settings/FieldChecks.h"
+#include "settings/SettingQuestions.h"
+#include "settings/Settings.h"
+#include "ui/EnablingRules.h"
+#include "ui/Form.h"
+#include "ui/MessageBoxes.h"
+
+namespace corvane {
+
+UserActions::UserActions(const Parts& parts) : parts_(parts) {
+    Form& form = parts_.form;
+    form.cmdParams.onClick = [&form] { form.ToggleParams(); };
+    form.cmdDefaults.onClick = [this] { parts_.settings.RestoreDefaults(); };
+    // The outcome is told by the procedure itself; the window stays either way.
+    form.cmdSaveSettings.onClick = [this] { static_cast<void>(parts_.settings.SaveSettings()); };
+    form.cmdProcessCall.onClick = [this] { ProcessCallByHand(); };
+    form.cmdExit.onClick = [this] { CloseWindow(); };
+    form.cmdOpenUserINI.onClick = [this] { parts_.fileOpener.OpenUserINI(); };
+    form.cmdOpenGMINI.onClick = [this] { parts_.fileOpener.OpenGMINI(); };
+    form.cmdOpenLog.onClick = [this] { parts_.fileOpener.OpenLog(); };
+    form.cmdOpenPluginLog.onClick = [this] { parts_.fileOpener.OpenPluginLog(); };
+    form.cmdChangeLogLevel.onClick = [this] { parts_.threeCX.ChangeLogLevel(); };
+}
+
+void UserActions::ButtonClicked(CommandButton& button) {
+    if (!button.enabled() || !button.onClick)
+        return;
+    parts_.errors.Guard([&] { button.onClick(); });
+}
+
+void UserActions::CheckBoxClicked(CheckBox& box) {
+    parts_.errors.Guard([&] {
+        if (&box == &parts_.form.chkGlobalEnable) {
+            parts_.questions.ClickGlobalEnable([this] { CloseWindow(); });
+        } else if (&box == &parts_.form.chkSearchInAddlContacts) {
+            parts_.questions.ClickSearchInAddlContacts();
+        } else {
+            box.setChecked(!box.checked());
+        }
+    });
+}
+
+void UserActions::OptionClicked(OptionButton& option) {
+    parts_.errors.Guard([&] { option.setSelected(true); });
+}
+
+bool UserActions::MayLeave(TextBox& box, bool changed) {
+    bool mayLeave = true;
+    parts_.errors.Guard([&] {
+        if (&box == &parts_.form.txtLinkedItemPath) {
+            mayLeave = parts_.recordingLink.MayLeaveFolder();
+        } else {
+            mayLeave = parts_.fieldChecks.MayLeave(box);
+            parts_.parameters.LeaveParameterBox(box, changed);
+        }
+    });
+    return mayLeave;
+}
+
+void UserActions::Activated() {
+    parts_.errors.Guard([this] {
+        if (parts_.form.cmdProcessCall.enabled())
+            parts_.form.SetFocus(parts_.form.cmdProcessCall);
+        parts_.rules.RunOnActivation();
+    });
+}
+
+bool UserActions::MayClose() {
+    return parts_.shutdown.Unload();
+}
+
+void UserActions::ProcessCallByHand() {
+    if (!parts_.goldMineProcess.FindGoldMineExecutable()) {
+        parts_.gmui.Release();
+        parts_.boxes.Notify(L"Please start GoldMine before processing a call.");
+        return;
+    }
+    parts_.form.txtStatus.setText(L"");
+    parts_.dispatcher.ProcessCall();
+}
+
+void UserActions::CloseWindow() {
+    if (closeWindow_)
+        closeWindow_();
+}
+
+}  // namespace corvane

@@ -1,0 +1,68 @@
+#pragma once
+
+#include <functional>
+
+#include "ui/FormActions.h"
+
+namespace corvane {
+
+class CallParameters;
+class Dispatcher;
+class EnablingRules;
+class ErrorReport;
+class FieldChecks;
+class FileOpener;
+class Form;
+class GMUI;
+class GoldMineProcess;
+class MessageBoxes;
+class RecordingLink;
+class SettingQuestions;
+class Settings;
+class Shutdown;
+class ThreeCXIntegration;
+
+// Connects what the user does in the window with the procedures that do it.
+class UserActions final : public FormActions {
+public:
+    struct Parts {
+        Form& form;
+        Settings& settings;
+        SettingQuestions& questions;
+        FieldChecks& fieldChecks;
+        const EnablingRules& rules;
+        CallParameters& parameters;
+        Dispatcher& dispatcher;
+        RecordingLink& recordingLink;
+        GoldMineProcess& goldMineProcess;
+        GMUI& gmui;
+        ThreeCXIntegration& threeCX;
+        FileOpener& fileOpener;
+        Shutdown& shutdown;
+        MessageBoxes& boxes;
+        ErrorReport& errors;
+    };
+
+    explicit UserActions(const Parts& parts);
+
+    // How the window is closed; set by whoever owns it.
+    void setCloseWindow(std::function<void()> closeWindow) {
+        closeWindow_ = std::move(closeWindow);
+    }
+
+    void ButtonClicked(CommandButton& button) override;
+    void CheckBoxClicked(CheckBox& box) override;
+    void OptionClicked(OptionButton& option) override;
+    [[nodiscard]] bool MayLeave(TextBox& box, bool changed) override;
+    void Activated() override;
+    [[nodiscard]] bool MayClose() override;
+
+private:
+    void ProcessCallByHand();
+    void CloseWindow();
+
+    Parts parts_;
+    std::function<void()> closeWindow_;
+};
+
+}  // namespace corvane

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace corvane {
+
+class Form;
+class GMUI;
+class Macro;
+class MessageBoxes;
+class Records;
+class StatusWriter;
+class WindowCommands;
+struct RecordingLinkState;
+
+// Records the call in GoldMine's history for the contact that was found: by GoldMine's Complete
+// Call dialog, or by inserting the item directly.
+class CallHistory {
+public:
+    CallHistory(Form& form, GMUI& gmui, Macro& macro, Records& records, WindowCommands& windows,
+                StatusWriter& status, MessageBoxes& boxes);
+
+    // Opens the dialog; what is to be filled in follows when GoldMine reports it open.
+    void OpenCompleteCallDialog();
+
+    // Inserts the item, writes its notes when a link was prepared, opens it as configured. The
+    // stage word names the part of the call: "start", "connection" or "end".
+    void SaveHistory(const std::wstring& refText, std::wstring_view stageWord,
+                     const RecordingLinkState& link);
+
+private:
+    [[nodiscard]] std::wstring_view CompleteCallCommand() const;
+    std::optional<std::wstring> InsertCallHistory(const std::wstring& refText);
+    [[nodiscard]] bool UpdateHistoryNotes(const std::wstring& identifier,
+                                          std::wstring_view notesText);
+    [[nodiscard]] bool OpenHistoryItem(const std::wstring& identifier);
+
+    Form& form_;
+    GMUI& gmui_;
+    Macro& macro_;
+    Records& records_;
+    WindowCommands& windows_;
+    StatusWriter& status_;
+    MessageBoxes& boxes_;
+};
+
+}  // namespace corvane

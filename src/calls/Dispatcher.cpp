@@ -1,0 +1,194 @@
+#include "calls/Dispatcher.h"
+
+#include <limits>
+
+#include "calls/CallHistory.h"
+#include "calls/HtmlNotes.h"
+#include "calls/RecordingLink.h"
+#include "dialing/Dialer.h"
+#include "ui/Form.h"
+#include "util/Clock.h"
+#include "util/Conversions.h"
+#include "util/RuntimeError.h"
+#include "util/StatusWriter.h"
+#include "util/Text.h"
+
+namespace corvane {
+
+namespace {
+
+constexpr std::wstring_view searchPhase = L"Inbound call search for CallerID:  ";
+constexpr std::wstring_view historyPhase = L"History creation:  ";
+
+constexpr std::wstring_view started = L"S";
+constexpr std::wstring_view connected = L"C";
+constexpr std::wstring_view ended = L"E";
+constexpr std::wstring_view inbound = L"I";
+constexpr std::wstring_view outbound = L"O";
+
+// The words of an event in the Reference and in the status lines.
+struct EventWords {
+    std::wstring_view reference;
+    std::wstring_view stage;
+};
+
+EventWords WordsOf(std::wstring_view notification) {
+    if (notification == started)
+        return {L"Started ", L"start"};
+    if (notification == connected)
+        return {L"Connected ", L"connection"};
+    if (notification == ended)
+        return {L"Ended ", L"end"};
+    return {};
+}
+
+}  // namespace
+
+Dispatcher::Dispatcher(Form& form, Dialer& dialer, ContactSearch& search, CallHistory& history,
+                       RecordingLink& recordingLink, HtmlNotes& notes, StatusWriter& status,
+                       Clock& clock)
+    : form_(form),
+      dialer_(dialer),
+      search_(search),
+      history_(history),
+      recordingLink_(recordingLink),
+      notes_(notes),
+      status_(status),
+      clock_(clock) {}
+
+void Dispatcher::ProcessCall() {
+    const double begin = clock_.Timer();
+    if (form_.visible())
+        form_.SelectTab(form_.tabstripOptions, OptionsTab::status);
+
+    if (!form_.txtOutboundPhone.text().empty()) {
+        if (!dialer_.Dial())
+            return;
+    } else {
+        History(form_.txtCallType.text() == inbound && InboundSearch());
+    }
+    status_.WriteStatus(Join(L"Call processing completed in ",
+                             FormatSeconds(clock_.Timer() - begin), L" seconds."));
+}
+
+bool Dispatcher::InboundSearch() {
+    const auto report = [this](std::wstring_view text) {
+        status_.WriteStatus(Join(searchPhase, text));
+    };
+    if (!form_.chkPopOnInboundCall.checked()) {
+        report(L"no searching requested on inbound call.");
+        return false;
+    }
+    const bool atStart = form_.optPopOnInboundCallStart.selected();
+    const bool atConnect = form_.optPopOnInboundCallConnect.selected();
+    if (atStart)
+        report(L"requested while inbound call is _ringing_.");
+    if (atConnect)
+        report(L"requested when inbound call is _answered_.");
+
+    bool found = false;
+    const std::wstring& notification = form_.txtNotifType.text();
+    if (notification == started) {
+        if (atStart) {
+            report(L"searching while incoming call is ringing.");
+            found = search_.SearchContact(ShowInGoldMine::Yes);
+        } else {
+            report(L"call start (ringing) event ignored.");
+        }
+    } else if (notification == connected) {
+        if (atConnect) {
+            report(L"searching after incoming call was answered.");
+            found = search_.SearchContact(ShowInGoldMine::Yes);
+        } else {
+            report(L"call connect (answered) event ignored.");
+        }
+    } else if (notification == ended) {
+        report(L"call end event ignored.");
+    }
+    report(L"processing completed.");
+    return found;
+}
+
+void Dispatcher::History(bool foundInThisRun) {
+    const auto report = [this](std::wstring_view text) {
+        status_.WriteStatus(Join(historyPhase, text));
+    };
+    if (!form_.chkCreateHistory.checked()) {
+        report(L"no history creation requested.");
+        return;
+    }
+    const bool atStart = form_.optProcessStart.selected();
+    const bool atConnect = form_.optProcessConnect.selected();
+    const bool atEnd = form_.optProcessEnd.selected();
+    if (atStart)
+        report(L"requested at _start_ of call.");
+    if (atConnect)
+        report(L"requested at _connection_ of call.");
+    if (atEnd)
+        report(L"requested at _end_ of call.");
+
+    const std::wstring& notification = form_.txtNotifType.text();
+    const bool isStart = notification == started;
+    const bool isConnect = notification == connected;
+    const bool isEnd = notification == ended;
+    if ((isStart && atStart) || (isConnect && atConnect) || (isEnd && atEnd)) {
+        // Only at the start is the inbound search of the same run trusted; at the other moments
+        // the user may have moved to another record since.
+        const bool found = (isStart && foundInThisRun) || search_.SearchContact(ShowInGoldMine::No);
+        if (found)
+            CreateHistoryForEvent();
+    } else if (isStart) {
+        report(L"call start event ignored.");
+    } else if (isConnect) {
+        report(L"call connect event ignored.");
+    } else if (isEnd) {
+        report(L"call end event ignored.");
+    }
+    report(L"processing completed.");
+}
+
+void Dispatcher::CreateHistoryForEvent() {
+    const EventWords words = WordsOf(form_.txtNotifType.text());
+    const std::wstring& callType = form_.txtCallType.text();
+    refText_.clear();
+    if (form_.chkFillInRef.checked()) {
+        const std::wstring& cid = form_.txtCallerIDFormatted.text();
+        if (callType == inbound)
+            refText_ = Join(words.reference, L"incoming call from ", cid);
+        if (callType == outbound)
+            refText_ = Join(words.reference, L"outgoing call to ", cid);
+    }
+    status_.WriteStatus(Join(L"Creating history at ", words.stage, L" of call."));
+    link_ = {};
+    if (form_.chkCreateLink.checked())
+        PrepareLink();
+    if (form_.chkAutoOpenHistory.checked() && form_.GoldMineVersionOK &&
+        form_.optOpenHistoryBeforeSaving.selected()) {
+        history_.OpenCompleteCallDialog();
+    } else {
+        history_.SaveHistory(refText_, words.stage, link_);
+    }
+    status_.WriteStatus(Join(L"Finishing creating history at ", words.stage, L" of call."));
+}
+
+void Dispatcher::PrepareLink() {
+    if (form_.chkDelayAddingLink.checked()) {
+        const std::wstring& seconds = form_.txtDelayAddingLinkSeconds.text();
+        const std::int64_t milliseconds = std::int64_t{LongFromText(seconds)} * 1000;
+        if (milliseconds > std::numeric_limits<std::int32_t>::max()) {
+            throw MakeRuntimeError(ErrorNumber::Overflow);
+        }
+        status_.WriteStatus(Join(L"Delaying adding link for ", seconds, L" seconds."));
+        clock_.PumpEvents();
+        // A negative wait is an empty one.
+        if (milliseconds > 0)
+            clock_.Sleep(static_cast<std::uint32_t>(milliseconds));
+    }
+    recordingLink_.GetFileLink(link_);
+}
+
+void Dispatcher::FillInCallDialog(std::int32_t windowHandle) {
+    notes_.AddRefAndNotesToOpenCallDialog(windowHandle, refText_, link_);
+}
+
+}  // namespace corvane

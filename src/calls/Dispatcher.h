@@ -1,0 +1,51 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+#include "calls/ContactSearch.h"
+#include "calls/RecordingLinkState.h"
+
+namespace corvane {
+
+class CallHistory;
+class Clock;
+class Dialer;
+class Form;
+class HtmlNotes;
+class RecordingLink;
+class StatusWriter;
+
+// Turns the current event into what the user configured for it: search and show the contact,
+// create its history, or dial.
+class Dispatcher {
+public:
+    Dispatcher(Form& form, Dialer& dialer, ContactSearch& search, CallHistory& history,
+               RecordingLink& recordingLink, HtmlNotes& notes, StatusWriter& status, Clock& clock);
+
+    // Reads the parameter boxes and the settings; reports only by status lines.
+    void ProcessCall();
+
+    // GoldMine's Complete Call dialog came up: fills in what the last history prepared.
+    void FillInCallDialog(std::int32_t windowHandle);
+
+private:
+    bool InboundSearch();
+    void History(bool foundInThisRun);
+    void CreateHistoryForEvent();
+    void PrepareLink();
+
+    Form& form_;
+    Dialer& dialer_;
+    ContactSearch& search_;
+    CallHistory& history_;
+    RecordingLink& recordingLink_;
+    HtmlNotes& notes_;
+    StatusWriter& status_;
+    Clock& clock_;
+    RecordingLinkState link_;
+    std::wstring refText_;
+};
+
+}  // namespace corvane

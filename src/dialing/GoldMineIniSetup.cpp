@@ -1,0 +1,129 @@
+#include "dialing/GoldMineIniSetup.h"
+
+#include "gmapi/Macro.h"
+#include "settings/IniFiles.h"
+#include "ui/Form.h"
+#include "ui/MessageBoxes.h"
+#include "util/FileSystem.h"
+#include "util/Text.h"
+
+namespace corvane {
+
+namespace {
+
+constexpr std::wstring_view modemSection = L"Modem";
+
+}  // namespace
+
+GoldMineIniSetup::GoldMineIniSetup(Form& form, Macro& macro, const FileSystem& files,
+                                   IniFiles& iniFiles, MessageBoxes& boxes)
+    : form_(form), macro_(macro), files_(files), iniFiles_(iniFiles), boxes_(boxes) {}
+
+bool GoldMineIniSetup::Run() {
+    wroteValue_ = false;
+    if (!FindIniFiles() || !DefineDummyModem() || !DefineDialingInstruction() ||
+        !DialNumbersAsEntered()) {
+        return false;
+    }
+    if (wroteValue_) {
+        boxes_.Notify(L"Please close and restart GoldMine to load the updated <user>.INI file.");
+    }
+    return true;
+}
+
+bool GoldMineIniSetup::FindIniFiles() {
+    auto folder = macro_.ProgramDataDir();
+    if (!folder || folder->empty())
+        folder = macro_.SysDir();
+    if (!folder || folder->empty()) {
+        boxes_.Notify(L"Could not retrieve ProgramDataDir or SysDir", BoxIcon::Exclamation);
+        return false;
+    }
+    const auto user = macro_.UserName();
+    if (!user) {
+        boxes_.Notify(L"Could not retrieve UserName", BoxIcon::Exclamation);
+        return false;
+    }
+    form_.GoldMineUserName = *user;
+
+    const std::wstring userIniPath = Join(*folder, *user, L".INI");
+    form_.txtGoldMineUserIniPath.setText(userIniPath);
+    if (!files_.FileExists(userIniPath)) {
+        boxes_.Notify(Join(L"Could not find GoldMine <user>.INI file", lineBreak, userIniPath),
+                      BoxIcon::Exclamation);
+        return false;
+    }
+    LearnWhetherNotesAreHTML(Join(*folder, L"GM.INI"));
+    return true;
+}
+
+void GoldMineIniSetup::LearnWhetherNotesAreHTML(const std::wstring& gmIniPath) {
+    form_.txtGoldMineGMIniPath.setText(gmIniPath);
+    form_.NotesAreHTML = false;
+    if (!files_.FileExists(gmIniPath)) {
+        boxes_.Notify(Join(L"Could not find GoldMine GM.INI file", lineBreak, gmIniPath),
+                      BoxIcon::Exclamation);
+        return;
+    }
+    form_.NotesAreHTML = iniFiles_.ReadIniValue(L"GoldMine", L"HTML_Cal_Notes", gmIniPath) != L"0";
+}
+
+bool GoldMineIniSetup::DefineDummyModem() {
+    const std::wstring deviceId = ReadModem(L"DeviceID");
+    if (!deviceId.empty() && deviceId != L"-1")
+        return true;
+    return WriteModem(
+        L"Okay to define a dummy modem in your GoldMine <user>.INI file? This is required for "
+        L"outbound dialing via 3CX.",
+        L"DeviceID", L"0", L" [Modem] section with a dummy modem.");
+}
+
+bool GoldMineIniSetup::DefineDialingInstruction() {
+    const std::wstring expected = Join(L"&Dial,,", form_.txtAppPath.text(), L" %s");
+    const std::wstring current = ReadModem(L"DDEDial");
+    if (current == expected)
+        return true;
+    const std::wstring paragraph = Join(lineBreak, lineBreak);
+    const std::wstring question =
+        current.empty()
+            ? std::wstring(
+                  L"Okay to add a DDEDial instruction to your GoldMine <user>.INI file? "
+                  L"This is required for outbound dialing via 3CX.")
+            : Join(L"Your GoldMine <user>.INI file already has this DDEDial instruction:",
+                   paragraph, current, paragraph,
+                   L"Okay to change that to point to Corvane to 3CX? The new instruction will be:",
+                   paragraph, expected);
+    return WriteModem(question, L"DDEDial", expected,
+                      L" [Modem] section with the needed DDEDial instruction.");
+}
+
+bool GoldMineIniSetup::DialNumbersAsEntered() {
+    const std::wstring translation = ReadModem(L"TAPITranslation");
+    if (!translation.empty() && translation != L"1")
+        return true;
+    return WriteModem(
+        L"Okay to set GoldMine to \"Dial numbers as entered\" instead of formatting using TAPI? "
+        L"This is required for outbound dialing via 3CX.",
+        L"TAPITranslation", L"0", L" [Modem] section with TAPITranslation=0.");
+}
+
+std::wstring GoldMineIniSetup::ReadModem(std::wstring_view key) const {
+    return iniFiles_.ReadIniValue(std::wstring(modemSection), std::wstring(key),
+                                  form_.txtGoldMineUserIniPath.text());
+}
+
+bool GoldMineIniSetup::WriteModem(std::wstring_view question, std::wstring_view key,
+                                  std::wstring_view value, std::wstring_view failure) {
+    if (!boxes_.Confirm(question))
+        return false;
+    const std::wstring& userIniPath = form_.txtGoldMineUserIniPath.text();
+    if (!iniFiles_.WriteIniValue(std::wstring(modemSection), std::wstring(key), std::wstring(value),
+                                 userIniPath)) {
+        boxes_.Notify(Join(L"Failed to update ", userIniPath, failure));
+        return false;
+    }
+    wroteValue_ = true;
+    return true;
+}
+
+}  // namespace corvane

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace corvane {
+
+class FileSystem;
+class Form;
+class IniFiles;
+class Macro;
+class MessageBoxes;
+
+// Finds GoldMine's INI files, learns whether notes are HTML, and, with the user's consent at each
+// step, routes GoldMine's dialing to this program.
+class GoldMineIniSetup {
+public:
+    GoldMineIniSetup(Form& form, Macro& macro, const FileSystem& files, IniFiles& iniFiles,
+                     MessageBoxes& boxes);
+
+    // True only when all is set up; a refused or failed step ends it at once.
+    [[nodiscard]] bool Run();
+
+private:
+    bool FindIniFiles();
+    void LearnWhetherNotesAreHTML(const std::wstring& gmIniPath);
+    bool DefineDummyModem();
+    bool DefineDialingInstruction();
+    bool DialNumbersAsEntered();
+
+    [[nodiscard]] std::wstring ReadModem(std::wstring_view key) const;
+    // Writes after the user's Yes; false when refused or failed.
+    bool WriteModem(std::wstring_view question, std::wstring_view key, std::wstring_view value,
+                    std::wstring_view failure);
+
+    Form& form_;
+    Macro& macro_;
+    const FileSystem& files_;
+    IniFiles& iniFiles_;
+    MessageBoxes& boxes_;
+    bool wroteValue_ = false;
+};
+
+}  // namespace corvane

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "util/Processes.h"
+
+namespace corvane {
+
+class Form;
+class MessageBoxes;
+class StatusWriter;
+
+// Finds the GoldMine client that runs in the user's own Windows session.
+class GoldMineProcess {
+public:
+    GoldMineProcess(Form& form, Processes& processes, StatusWriter& status, MessageBoxes& boxes);
+
+    // Whether a client runs and its path could be read; kept as the form's GoldMineRunning, the
+    // path as GoldMineExePath and in the Paths page.
+    bool FindGoldMineExecutable();
+
+    // The id of a process of this session with exactly that file name. Raises when the program's
+    // own session cannot be determined.
+    [[nodiscard]] std::optional<ProcessId> IsProcessRunning(std::wstring_view executableName) const;
+
+    // True with the path, false with the reason in its place.
+    bool GetProcessPath(ProcessId id, std::wstring& pathOrReason) const;
+
+private:
+    bool GetProcessImagePath(ProcessHandle handle, std::wstring& pathOrReason) const;
+    bool FindExecutable();
+
+    Form& form_;
+    Processes& processes_;
+    StatusWriter& status_;
+    MessageBoxes& boxes_;
+};
+
+}  // namespace corvane

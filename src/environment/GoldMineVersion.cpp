@@ -1,0 +1,75 @@
+#include "environment/GoldMineVersion.h"
+
+#include <optional>
+
+#include "dialing/GoldMineIniSetup.h"
+#include "gmapi/Macro.h"
+#include "ui/EnablingRules.h"
+#include "ui/Form.h"
+#include "ui/MessageBoxes.h"
+#include "util/Conversions.h"
+#include "util/RuntimeError.h"
+#include "util/StatusWriter.h"
+#include "util/Text.h"
+
+namespace corvane {
+
+namespace {
+
+// Whether a version is 6.7 or later; nothing when the text is no version.
+std::optional<bool> IsRecentEnough(const std::wstring& version) {
+    const auto point = version.find(L'.');
+    if (point == std::wstring::npos)
+        return std::nullopt;
+    try {
+        const std::int32_t major = LongFromText(version.substr(0, point));
+        if (major != 6)
+            return major >= 7;
+        // One digit of the minor version only: "6.10" counts as minor 1.
+        return LongFromText(version.substr(point + 1, 1)) >= 7;
+    } catch (const RuntimeError&) {
+        return std::nullopt;
+    }
+}
+
+}  // namespace
+
+GoldMineVersion::GoldMineVersion(Form& form, Macro& macro, GoldMineIniSetup& iniSetup,
+                                 const EnablingRules& rules, StatusWriter& status,
+                                 MessageBoxes& boxes)
+    : form_(form),
+      macro_(macro),
+      iniSetup_(iniSetup),
+      rules_(rules),
+      status_(status),
+      boxes_(boxes) {}
+
+bool GoldMineVersion::CheckGoldMineVersion(bool& versionOK) {
+    versionOK = false;
+    const auto version = macro_.Version();
+    if (!version) {
+        boxes_.Notify(L"Error retrieving GoldMine version.", BoxIcon::Exclamation);
+        return false;
+    }
+    const auto recentEnough = IsRecentEnough(*version);
+    if (!recentEnough) {
+        boxes_.Notify(Join(L"Error parsing GoldMine version ", *version), BoxIcon::Exclamation);
+        return false;
+    }
+    versionOK = *recentEnough;
+    status_.WriteStatus(Join(L"GoldMine version ", *version, L" detected."));
+    return true;
+}
+
+bool GoldMineVersion::ApplyGoldMineVersion() {
+    if (form_.GoldMineVersionOK) {
+        rules_.RunAll();
+        return iniSetup_.Run();
+    }
+    constexpr std::wstring_view tooOld = L"Corvane requires GoldMine 6.7 or later. Exiting.";
+    status_.WriteStatus(tooOld);
+    boxes_.Notify(tooOld);
+    return false;
+}
+
+}  // namespace corvane

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <string>
+
+namespace corvane {
+
+class FileSystem;
+class Form;
+class MessageBoxes;
+class Registry;
+class Shell;
+struct ProgramInfo;
+
+// Reads how GoldMine, 3CX and this program are wired together, shows it on the Paths and Registry
+// pages, and warns where the wiring is broken. Nothing here stops the program.
+class ThreeCXIntegration {
+public:
+    ThreeCXIntegration(Form& form, const ProgramInfo& program, Registry& registry,
+                       const FileSystem& files, const Shell& shell, MessageBoxes& boxes);
+
+    void Discover();
+
+    // cmdChangeLogLevel: switches the log level of the Command Line API plug-in. What is read
+    // back is shown, so a write that did not take shows the old level.
+    void ChangeLogLevel();
+
+private:
+    enum class Generation { None, MyPhone10Or11, Phone14OrLater };
+
+    void ShowProgramLocation();
+    void ShowGoldMineFolder();
+    Generation DiscoverGeneration();
+    void ShowPlugin(const std::wstring& phoneFolder);
+    void ShowPluginLog();
+    void ShowNoPlugin();
+    void CheckCrmCallNotifier();
+    void CheckOutboundNotifier(Generation generation);
+
+    // A local-machine value; the default also when the key may not be opened or created.
+    [[nodiscard]] std::wstring Read(const std::wstring& subkey, const std::wstring& section,
+                                    const std::wstring& value, const std::wstring& defaultText);
+
+    Form& form_;
+    const ProgramInfo& program_;
+    Registry& registry_;
+    const FileSystem& files_;
+    const Shell& shell_;
+    MessageBoxes& boxes_;
+};
+
+}  // namespace corvane

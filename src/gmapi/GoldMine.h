@@ -1,0 +1,29 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+
+namespace corvane {
+
+// GoldMine raised WindowUpDown: a window it was asked to watch came up or went away.
+using WindowUpDownHandler =
+    std::function<void(const std::wstring& windowName, bool up, std::int32_t windowHandle)>;
+
+// GoldMine's user-interface automation object. GoldMineAutomation is the real one.
+class GoldMine {
+public:
+    virtual ~GoldMine() = default;
+    [[nodiscard]] virtual bool connected() const = 0;
+    // Creates the object and listens to its event. Raises: 429 when it is not registered or does
+    // not start, else what the system says.
+    virtual void Connect() = 0;
+    // Hands GoldMine one command and waits for its reply. Raises: 70 not logged in, 462 and
+    // 0x800706BE connection lost, else what GoldMine or the system says.
+    [[nodiscard]] virtual std::wstring Send(const std::wstring& command) = 0;
+    virtual void Release() noexcept = 0;
+    // The event arrives on the program's thread, between commands or inside one.
+    virtual void setWindowUpDownHandler(WindowUpDownHandler handler) = 0;
+};
+
+}  // namespace corvane

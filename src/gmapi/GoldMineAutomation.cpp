@@ -1,0 +1,52 @@
+#include "gmapi/GoldMineAutomation.h"
+
+#include "platform/Bstr.h"
+#include "platform/ComError.h"
+#include "platform/Dispatch.h"
+
+namespace corvane {
+
+using Microsoft::WRL::ComPtr;
+
+GoldMineAutomation::~GoldMineAutomation() {
+    Release();
+}
+
+void GoldMineAutomation::Connect() {
+    if (!identifiers_)
+        identifiers_ = ReadGoldMineTypeLibrary();
+    ComPtr<IDispatch> object;
+    ThrowIfFailed(CoCreateInstance(identifiers_->automationClass, nullptr, CLSCTX_LOCAL_SERVER,
+                                   goldMineInterface,
+                                   reinterpret_cast<void**>(object.GetAddressOf())));
+    if (identifiers_->windowUpDown != DISPID_UNKNOWN) {
+        subscription_ = std::make_unique<WindowUpDownSubscription>(
+            *object.Get(), identifiers_->eventInterface, identifiers_->windowUpDown,
+            [this](const std::wstring& windowName, bool up, std::int32_t windowHandle) {
+                if (handler_)
+                    handler_(windowName, up, windowHandle);
+            });
+    }
+    object_ = std::move(object);
+}
+
+std::wstring GoldMineAutomation::Send(const std::wstring& command) {
+    // The command may let GoldMine's event in, and the event's handler may let the object go.
+    const ComPtr<IDispatch> object = object_;
+    if (!object)
+        throw MakeRuntimeError(ErrorNumber::RemoteServerUnavailable);
+    Variant argument(command);
+    Variant reply;
+    InvokeOrThrow(*object.Get(), identifiers_->commandMethod, DISPATCH_METHOD, {argument.get(), 1},
+                  reply.get());
+    ThrowIfFailed(VariantChangeType(reply.get(), reply.get(), 0, VT_BSTR));
+    return std::wstring(reply->bstrVal ? reply->bstrVal : L"", SysStringLen(reply->bstrVal));
+}
+
+void GoldMineAutomation::Release() noexcept {
+    // Unadvise first: no event may arrive for an object that is gone.
+    subscription_.reset();
+    object_.Reset();
+}
+
+}  // namespace corvane

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace corvane {
+
+class GMUI;
+
+// Evaluates GoldMine macros and field expressions such as "&Version" or "Contact1->AccountNo".
+class Macro {
+public:
+    explicit Macro(GMUI& gmui) : gmui_(gmui) {}
+
+    // The macro's value; nothing when GoldMine does not answer with success.
+    [[nodiscard]] std::optional<std::wstring> Value(std::wstring_view name);
+
+    [[nodiscard]] std::optional<std::wstring> Version() { return Value(L"&Version"); }
+    [[nodiscard]] std::optional<std::wstring> ProgramDataDir() { return Value(L"&ProgramDataDir"); }
+    [[nodiscard]] std::optional<std::wstring> SysDir() { return Value(L"&SysDir"); }
+    [[nodiscard]] std::optional<std::wstring> UserName() { return Value(L"&UserName"); }
+    // One item of GoldMine's system information; the name goes into the expression as given.
+    [[nodiscard]] std::optional<std::wstring> SysInfo(std::wstring_view itemName);
+
+private:
+    // The reply, when it is a success.
+    std::optional<std::wstring> Run(std::wstring_view name);
+
+    GMUI& gmui_;
+};
+
+}  // namespace corvane

@@ -1,0 +1,120 @@
+#include "gmapi/WindowCommands.h"
+
+#include "gmapi/Envelope.h"
+#include "gmapi/GMUI.h"
+#include "util/RuntimeError.h"
+#include "util/StatusWriter.h"
+#include "util/Text.h"
+
+namespace corvane {
+
+namespace {
+
+// The digit behind <GMAPI call="StatusMsg"><status code=" and its equally long RecordObj sister.
+std::wstring StatusDigit(const std::wstring& reply) {
+    constexpr std::size_t position = 38;
+    return reply.size() > position ? reply.substr(position, 1) : std::wstring();
+}
+
+// While the dialog is being filled in, GoldMine's commands let further events in.
+class Handling {
+public:
+    explicit Handling(bool& flag) : flag_(flag) { flag_ = true; }
+    ~Handling() { flag_ = false; }
+    Handling(const Handling&) = delete;
+    Handling& operator=(const Handling&) = delete;
+
+private:
+    bool& flag_;
+};
+
+}  // namespace
+
+bool WindowCommands::CallerID(std::wstring_view phone, ContactDisplay display, bool allPhones) {
+    const std::wstring reply = gmui_.GMUI_Execute(
+        Command(L"CallerID")
+            .Data(L"Phone", phone)
+            .Data(L"Description", L"")
+            .Data(L"DisplayDialog", display == ContactDisplay::CurrentWindow ? L"2" : L"1")
+            .Data(L"All", allPhones ? L"1" : L"0")
+            .Data(L"UPhone", L"0")
+            .Text());
+    return Succeeded(reply, L"CallerID");
+}
+
+std::wstring WindowCommands::StatusMsg(std::wstring_view message, std::wstring_view delay) {
+    Command command(L"StatusMsg");
+    command.Data(L"Message", message);
+    if (!TrimBlanks(delay).empty())
+        command.Data(L"Delay", delay);
+    return StatusDigit(gmui_.GMUI_Execute(command.Text()));
+}
+
+std::wstring WindowCommands::StatusMsg(std::wstring_view message, int delay) {
+    return StatusMsg(message, std::to_wstring(delay));
+}
+
+std::wstring WindowCommands::RecordObj(std::wstring_view command, std::wstring_view argument) {
+    Command recordObj(L"RecordObj");
+    recordObj.Data(L"Command", command);
+    if (!TrimBlanks(argument).empty())
+        recordObj.Data(L"Argument", argument);
+    return StatusDigit(gmui_.GMUI_Execute(recordObj.Text()));
+}
+
+bool WindowCommands::RegisterWindowUpDown(std::wstring_view window, bool monitor) {
+    watchingCallDialog_ = monitor;
+    callDialogRegistered_ = monitor;
+    const std::wstring reply = gmui_.GMUI_Execute(Command(L"RegisterWindowUpDown")
+                                                      .Data(L"Window", window)
+                                                      .Data(L"Monitor", monitor ? L"1" : L"0")
+                                                      .Text());
+    return reply == SuccessReply(L"RegisterWindowUpDown", L"Success");
+}
+
+void WindowCommands::moGMUI_WindowUpDown(const std::wstring& windowName, bool up,
+                                         std::int32_t windowHandle) {
+    if (windowName != completeCallWindow || !watchingCallDialog_ || !up)
+        return;
+    if (handlingCallDialog_)
+        return;
+    const Handling once(handlingCallDialog_);
+    if (onCallDialog_)
+        onCallDialog_(windowHandle);
+    watchingCallDialog_ = false;
+    status_.WriteStatus(L"Finished opening Complete Call dialog before saving in history.");
+}
+
+std::wstring WindowCommands::GetControlText(std::wstring_view windowHandle,
+                                            std::wstring_view controlId) {
+    try {
+        const std::wstring reply = gmui_.GMUI_Execute(EmptyCommand(L"GetActiveWindowsList"));
+        const std::wstring window =
+            gmui_.SelectNode(reply,
+                             Join(L"(/GMAPI/data[@name='WindowsList']/data[@name='window']/"
+                                  L"data[@name='hWnd'][.=",
+                                  windowHandle, L"])/.."),
+                             NodeForm::Xml);
+        if (window.empty())
+            return {};
+        return Unescape(gmui_.SelectNode(
+            window, Join(L"/data[@name='window']/data[@name='Controls']/data/data[@name='ID'][.=",
+                         controlId, L"]/../data[@name='Text']")));
+    } catch (RuntimeError& error) {
+        error.source.insert(0, L"GMUI_GetControlText: ");
+        throw;
+    }
+}
+
+bool WindowCommands::SetControlText(std::wstring_view windowHandle, std::wstring_view controlId,
+                                    std::wstring_view text) {
+    const std::wstring reply = gmui_.GMUI_Execute(Command(L"SetControlText")
+                                                      .RawData(L"hWndParent", windowHandle)
+                                                      .Data(L"ID", controlId)
+                                                      .RawData(L"Text", text)
+                                                      .Text());
+    // GoldMine answers under this other name.
+    return reply == SuccessReply(L"GMUI_SetControlText", L"Success");
+}
+
+}  // namespace corvane

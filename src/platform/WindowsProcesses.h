@@ -1,0 +1,27 @@
+#pragma once
+
+#include <vector>
+
+#include "util/Processes.h"
+
+namespace corvane {
+
+class WindowsProcesses final : public Processes {
+public:
+    WindowsProcesses() = default;
+    ~WindowsProcesses() override;
+    WindowsProcesses(const WindowsProcesses&) = delete;
+    WindowsProcesses& operator=(const WindowsProcesses&) = delete;
+
+    [[nodiscard]] ProcessId OwnProcessId() const override;
+    [[nodiscard]] SystemResult<std::uint32_t> SessionOf(ProcessId id) const override;
+    [[nodiscard]] std::vector<ProcessEntry> Snapshot() const override;
+    [[nodiscard]] SystemResult<ProcessHandle> OpenForQuery(ProcessId id) override;
+    [[nodiscard]] std::optional<std::wstring> ImagePath(ProcessHandle handle) const override;
+    [[nodiscard]] bool StartHidden(const std::wstring& commandLine) override;
+
+private:
+    std::vector<void*> opened_;
+};
+
+}  // namespace corvane

@@ -1,0 +1,28 @@
+#pragma once
+
+namespace corvane {
+
+class Form;
+class MessageBoxes;
+class TextBox;
+
+// What happens when the user leaves one of the numeric option fields: its text is trimmed and
+// checked.
+class FieldChecks {
+public:
+    FieldChecks(Form& form, MessageBoxes& boxes) : form_(form), boxes_(boxes) {}
+
+    // False when the check failed and the focus must stay in the field. Fields without a check
+    // may always be left.
+    [[nodiscard]] bool MayLeave(TextBox& field);
+
+private:
+    bool CheckLength(const TextBox& field);
+    bool CheckSeconds(const TextBox& field);
+    bool CheckComDuration();
+
+    Form& form_;
+    MessageBoxes& boxes_;
+};
+
+}  // namespace corvane

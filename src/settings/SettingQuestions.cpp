@@ -1,0 +1,43 @@
+#include "settings/SettingQuestions.h"
+
+#include "settings/Settings.h"
+#include "ui/Form.h"
+#include "ui/MessageBoxes.h"
+
+namespace corvane {
+
+SettingQuestions::SettingQuestions(Form& form, Settings& settings, MessageBoxes& boxes)
+    : form_(form), settings_(settings), boxes_(boxes) {}
+
+void SettingQuestions::ClickGlobalEnable(const std::function<void()>& closeProgram) {
+    const bool wasDirty = form_.SettingsDirty;
+    form_.chkGlobalEnable.setChecked(!form_.chkGlobalEnable.checked());
+    if (!form_.chkGlobalEnable.checked())
+        return;
+
+    if (boxes_.Confirm(L"The program must be reloaded to re-enable the link between GoldMine and "
+                       L"3CX. Okay to save your settings and exit? You can then re-start the "
+                       L"program.")) {
+        if (settings_.SaveSettings())
+            closeProgram();
+    } else {
+        form_.chkGlobalEnable.setChecked(false);
+        form_.SettingsDirty = wasDirty;
+    }
+}
+
+void SettingQuestions::ClickSearchInAddlContacts() {
+    const bool wasDirty = form_.SettingsDirty;
+    form_.chkSearchInAddlContacts.setChecked(!form_.chkSearchInAddlContacts.checked());
+    if (!form_.chkSearchInAddlContacts.checked())
+        return;
+
+    if (!boxes_.Confirm(L"Has your system administrator added database indexes on the "
+                        L"ContSupp.Phone and ContSupp.Fax fields? This is required in order for "
+                        L"this function to work efficiently.")) {
+        form_.chkSearchInAddlContacts.setChecked(false);
+        form_.SettingsDirty = wasDirty;
+    }
+}
+
+}  // namespace corvane

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <functional>
+
+namespace corvane {
+
+class EnablingRules;
+class Form;
+class MessageBoxes;
+class Registry;
+class StatusWriter;
+
+// The user's options between the registry and the form's controls. The call logic reads the
+// controls only.
+class Settings {
+public:
+    Settings(Form& form, Registry& registry, StatusWriter& status, MessageBoxes& boxes);
+
+    // Sets every option's control from its stored text or its default. An unreadable registry or
+    // a stored text that does not convert raises; there is no fallback per entry.
+    void LoadSettings();
+
+    // False, with nothing written, when a link is wanted and no folder is given. Registry
+    // failures raise; what was written before stays written.
+    [[nodiscard]] bool SaveSettings();
+
+    // Sets the options from their defaults, without asking and without saving.
+    void RestoreDefaults();
+
+    // Runs right after the options were stored: the log stores its own option then.
+    void setAfterSave(std::function<void()> afterSave) { afterSave_ = std::move(afterSave); }
+
+private:
+    Form& form_;
+    Registry& registry_;
+    StatusWriter& status_;
+    MessageBoxes& boxes_;
+    std::function<void()> afterSave_;
+};
+
+}  // namespace corvane

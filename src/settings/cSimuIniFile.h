@@ -1,0 +1,47 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "settings/Registry.h"
+
+namespace corvane {
+
+// A registry key that looks like one section of an INI file: set Scope, Subkey and RootSpec once,
+// then read and write named texts. Registry failures raise the registry error.
+class cSimuIniFile {
+public:
+    explicit cSimuIniFile(Registry& registry) : registry_(registry) {}
+
+    // 1 = HKEY_CURRENT_USER, 2 = HKEY_LOCAL_MACHINE, 3 = HKEY_CLASSES_ROOT; with any other value
+    // every access fails.
+    std::int32_t Scope = 0;
+    std::wstring Subkey;    // first part of the key path
+    std::wstring RootSpec;  // last part of the key path
+
+    bool ReadProfileBoolean(const std::wstring& key, bool defaultValue);
+    // The typed writers return the previous value; an entry that did not exist raises error 13
+    // after the value has been written.
+    bool WriteProfileBoolean(const std::wstring& key, bool value);
+    double WriteProfileFloat(const std::wstring& key, double value);
+    std::int16_t WriteProfileInteger(const std::wstring& key, std::int16_t value);
+    // Returns the text that the entry held before, empty if none.
+    std::wstring WriteProfileString(const std::wstring& key, const std::wstring& value);
+    double ReadProfileFloat(const std::wstring& key, double defaultValue);
+    std::int16_t ReadProfileInteger(const std::wstring& key, std::int16_t defaultValue);
+    // Creates the key path when it does not exist, so that a first run leaves an empty key.
+    std::wstring ReadProfileString(const std::wstring& key, const std::wstring& defaultText);
+
+private:
+    void Open(std::uint32_t access);
+    [[nodiscard]] RegistryHandle RootHandle() const;
+
+    Registry& registry_;
+    RegistryHandle key_ = RegistryRoot::none;
+    std::uint32_t disposition_ = 0;
+};
+
+// The program's own settings key, HKEY_CURRENT_USER\SOFTWARE\Halvorn Systems\CorvaneTo3CX.
+[[nodiscard]] cSimuIniFile OwnSettingsStore(Registry& registry);
+
+}  // namespace corvane

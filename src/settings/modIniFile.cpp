@@ -1,0 +1,31 @@
+#include "settings/modIniFile.h"
+
+#include <array>
+
+#include "util/AnsiText.h"
+#include "util/RuntimeError.h"
+#include "util/Windows.h"
+
+namespace corvane {
+
+bool modIniFile::WriteIniValue(const std::wstring& section, const std::wstring& key,
+                               const std::wstring& value, const std::wstring& path) {
+    try {
+        WritePrivateProfileStringA(AnsiFromText(section).c_str(), AnsiFromText(key).c_str(),
+                                   AnsiFromText(value).c_str(), AnsiFromText(path).c_str());
+        return true;
+    } catch (const RuntimeError&) {
+        return false;
+    }
+}
+
+std::wstring modIniFile::ReadIniValue(const std::wstring& section, const std::wstring& key,
+                                      const std::wstring& path) const {
+    std::array<char, 255> buffer{};
+    const DWORD length = GetPrivateProfileStringA(
+        AnsiFromText(section).c_str(), AnsiFromText(key).c_str(), "", buffer.data(),
+        static_cast<DWORD>(buffer.size()), AnsiFromText(path).c_str());
+    return TextFromAnsi({buffer.data(), length});
+}
+
+}  // namespace corvane

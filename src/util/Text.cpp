@@ -1,0 +1,88 @@
+#include "util/Text.h"
+
+#include <cwctype>
+
+namespace corvane {
+
+std::wstring_view TrimTrailingBlanks(std::wstring_view text) {
+    const auto last = text.find_last_not_of(L' ');
+    return last == std::wstring_view::npos ? std::wstring_view() : text.substr(0, last + 1);
+}
+
+std::wstring_view TrimBlanks(std::wstring_view text) {
+    const auto first = text.find_first_not_of(L' ');
+    return first == std::wstring_view::npos ? std::wstring_view()
+                                            : TrimTrailingBlanks(text.substr(first));
+}
+
+std::wstring ReplaceAll(std::wstring_view text, std::wstring_view what, std::wstring_view with) {
+    std::wstring result;
+    result.reserve(text.size());
+    std::size_t begin = 0;
+    while (!what.empty()) {
+        const auto hit = text.find(what, begin);
+        if (hit == std::wstring_view::npos)
+            break;
+        result.append(text.substr(begin, hit - begin)).append(with);
+        begin = hit + what.size();
+    }
+    result.append(text.substr(begin));
+    return result;
+}
+
+std::vector<std::wstring> Split(std::wstring_view text, wchar_t separator) {
+    std::vector<std::wstring> pieces;
+    if (text.empty())
+        return pieces;
+    for (std::size_t begin = 0;;) {
+        const auto end = text.find(separator, begin);
+        pieces.emplace_back(text.substr(begin, end - begin));
+        if (end == std::wstring_view::npos)
+            return pieces;
+        begin = end + 1;
+    }
+}
+
+std::wstring UpperCase(std::wstring_view text) {
+    std::wstring upper(text);
+    for (wchar_t& character : upper) {
+        character = static_cast<wchar_t>(std::towupper(static_cast<std::wint_t>(character)));
+    }
+    return upper;
+}
+
+std::wstring ZeroPadded(int value, std::size_t width) {
+    std::wstring digits = std::to_wstring(value);
+    if (digits.size() < width)
+        digits.insert(0, width - digits.size(), L'0');
+    return digits;
+}
+
+std::wstring Quoted(std::wstring_view text) {
+    return Join(L"\"", text, L"\"");
+}
+
+std::wstring AddTrailingBackslash(std::wstring_view path) {
+    std::wstring result(path);
+    if (result.empty() || result.back() != L'\\')
+        result += L'\\';
+    return result;
+}
+
+std::wstring StripAtNull(std::wstring_view fixedLengthName) {
+    const auto end = fixedLengthName.find(L'\0');
+    return std::wstring(end == std::wstring_view::npos ? TrimBlanks(fixedLengthName)
+                                                       : fixedLengthName.substr(0, end));
+}
+
+std::wstring_view ArgumentsOf(std::wstring_view wholeCommandLine) {
+    if (wholeCommandLine.starts_with(L'"')) {
+        const auto closing = wholeCommandLine.find(L'"', 1);
+        return closing == std::wstring_view::npos ? std::wstring_view()
+                                                  : wholeCommandLine.substr(closing + 1);
+    }
+    const auto end = wholeCommandLine.find_first_of(L" \t");
+    return end == std::wstring_view::npos ? std::wstring_view() : wholeCommandLine.substr(end);
+}
+
+}  // namespace corvane

@@ -1,0 +1,6 @@
+#pragma once
+
+// The Windows header with our names kept free of its macros.
+#include <windows.h>
+
+#undef GetCommandLine
