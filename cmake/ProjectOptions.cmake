@@ -35,7 +35,8 @@ if(CORVANE_SANITIZE)
     add_link_options(${sanitizers})
 endif()
 
-# Shipped programs are small: optimised for size, and what nobody calls is left out.
+# Shipped programs are small: optimised for size, and what nobody calls is left out. Link-time
+# optimisation stays off: it ends in an internal error of MinGW's GCC 12.
 if(WIN32)
     foreach(language C CXX)
         set(CMAKE_${language}_FLAGS_RELEASE "-Os -DNDEBUG")
