@@ -1,0 +1,23 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "util/StatusWriter.h"
+
+namespace corvane::test {
+
+// Keeps every status line with its log mode.
+class FakeStatusWriter final : public StatusWriter {
+public:
+    using StatusWriter::WriteStatus;
+    void WriteStatus(std::wstring_view message, LogMode mode) override {
+        lines.emplace_back(message);
+        modes.push_back(mode);
+    }
+
+    std::vector<std::wstring> lines;
+    std::vector<LogMode> modes;
+};
+
+}  // namespace corvane::test

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "gmapi/XPathReader.h"
+
+namespace corvane::test {
+
+class LibxmlXPathReader final : public XPathReader {
+public:
+    [[nodiscard]] std::wstring SelectNode(const std::wstring& reply, const std::wstring& expression,
+                                          NodeForm form) const override;
+};
+
+}  // namespace corvane::test

@@ -1,0 +1,214 @@
+// Registration, the two flavours, starting, and the tool switches.
+#include "PracticeGoldMineTest.h"
+
+namespace standin_tests {
+namespace {
+
+using Microsoft::WRL::ComPtr;
+
+const std::wstring interfaceKey = L"Interface\\{75B14699-B5F4-47F6-98DC-2E7B98F7E46D}";
+
+// The default or a named value under HKEY_CLASSES_ROOT, "<none>" when it is not there.
+std::wstring ClassValue(const std::wstring& key, const wchar_t* name = nullptr) {
+    wchar_t text[512];
+    DWORD size = sizeof text;
+    return RegGetValueW(HKEY_CLASSES_ROOT, key.c_str(), name, RRF_RT_REG_SZ, nullptr, text,
+                        &size) == ERROR_SUCCESS
+               ? text
+               : L"<none>";
+}
+
+class ServerTest : public PracticeGoldMineTest, public testing::WithParamInterface<const Flavour*> {
+protected:
+    // Each test registers for itself.
+    static void SetUpTestSuite() {}
+    static void TearDownTestSuite() {}
+    void SetUp() override { ASSERT_EQ(RunToEnd(GetParam()->program, L"/RegServer"), 0u); }
+    void TearDown() override {
+        PracticeGoldMineTest::TearDown();
+        EXPECT_EQ(RunToEnd(GetParam()->program, L"/UnregServer"), 0u);
+    }
+};
+
+TEST_P(ServerTest, RegistrationIsCompleteAndUndone) {
+    const Flavour& flavour = *GetParam();
+    const std::wstring classId = ClassValue(std::wstring(flavour.programId) + L"\\CLSID");
+    const std::wstring classKey = L"CLSID\\" + classId;
+    const std::wstring libraryKey =
+        std::wstring(L"TypeLib\\") + flavour.libraryId + L"\\" + flavour.libraryVersion;
+
+    EXPECT_EQ(ClassValue(classKey + L"\\LocalServer32"),
+              L"\"" + StandinFile(flavour.program) + L"\"");
+    EXPECT_EQ(ClassValue(classKey + L"\\ProgID"), flavour.programId);
+    EXPECT_EQ(ClassValue(classKey + L"\\TypeLib"), flavour.libraryId);
+    EXPECT_EQ(ClassValue(interfaceKey + L"\\TypeLib"), flavour.libraryId);
+    EXPECT_EQ(ClassValue(interfaceKey + L"\\TypeLib", L"Version"), flavour.libraryVersion);
+    EXPECT_EQ(ClassValue(interfaceKey + L"\\ProxyStubClsid32"),
+              L"{00020424-0000-0000-C000-000000000046}");
+    EXPECT_NE(ClassValue(libraryKey), L"<none>");
+
+    ASSERT_EQ(RunToEnd(flavour.program, L"-unregserver"), 0u);
+    for (const std::wstring& key :
+         {classKey, std::wstring(flavour.programId), interfaceKey, interfaceKey + L"\\TypeLib",
+          libraryKey, std::wstring(L"TypeLib\\") + flavour.libraryId}) {
+        HKEY opened = nullptr;
+        EXPECT_EQ(RegOpenKeyExW(HKEY_CLASSES_ROOT, key.c_str(), 0, KEY_READ, &opened),
+                  ERROR_FILE_NOT_FOUND)
+            << Utf8(key);
+        if (opened != nullptr) {
+            RegCloseKey(opened);
+        }
+    }
+}
+
+TEST_P(ServerTest, ClientsConnectSendAndHearEvents) {
+    const Flavour& flavour = *GetParam();
+    Start(L"", flavour);
+    Client client(flavour);
+    ASSERT_TRUE(client.connected());
+    client.Watch(true);
+
+    client.Send(L"<GMAPI call=\"MenuCommand\">CompleteScheduledCall</GMAPI>");
+
+    EXPECT_EQ(client.Macro(L"&Version"), L"2014.1");
+    EXPECT_TRUE(PumpUntil([&] { return client.events().size() == 1; }));
+    EXPECT_EQ(client.recorder().others, 0);
+}
+
+TEST_P(ServerTest, CommandMethodIsTheFirstAfterTheDispatchMethods) {
+    Start(L"", *GetParam());
+    Client client(*GetParam());
+    void* direct = nullptr;
+    ASSERT_EQ(client.object()->QueryInterface(userInterfaceId, &direct), S_OK);
+    auto* object = static_cast<ByLayout*>(direct);
+    const BSTR command =
+        SysAllocString(L"<GMAPI call=\"Macro\"><data name=\"Macro\">&amp;UserName</data></GMAPI>");
+    BSTR reply = nullptr;
+
+    EXPECT_EQ(object->First(command, &reply), S_OK);
+
+    EXPECT_STREQ(reply, L"<GMAPI call=\"Macro\"><status code=\"1\">MASTER</status></GMAPI>");
+    WriteFaults("Macro access-denied");
+    BSTR none = nullptr;
+    EXPECT_EQ(object->First(command, &none), E_ACCESSDENIED);
+    WriteFaults("Macro exception 91 GoldMine|not set");
+    EXPECT_EQ(object->First(command, &none), static_cast<HRESULT>(0x800A005B));
+    SysFreeString(none);
+    SysFreeString(reply);
+    SysFreeString(command);
+    object->Release();
+}
+
+TEST_P(ServerTest, ObjectTellsItsClassAndEventInterface) {
+    const Flavour& flavour = *GetParam();
+    Start(L"", flavour);
+    Client client(flavour);
+    ComPtr<IProvideClassInfo2> provider;
+    ASSERT_EQ(client.object()->QueryInterface(IID_IProvideClassInfo2,
+                                              reinterpret_cast<void**>(provider.GetAddressOf())),
+              S_OK);
+    IID expected{};
+    IID events{};
+    IIDFromString(flavour.eventsId, &expected);
+
+    EXPECT_EQ(provider->GetGUID(GUIDKIND_DEFAULT_SOURCE_DISP_IID, &events), S_OK);
+
+    EXPECT_TRUE(IsEqualGUID(events, expected));
+}
+
+TEST_P(ServerTest, ComStartsItWhenItIsNotRunning) {
+    const Flavour& flavour = *GetParam();
+    Client client(flavour);
+
+    ASSERT_TRUE(client.connected());
+    EXPECT_EQ(client.Macro(L"&UserName"), L"MASTER");
+
+    // It is closed by the fault that ends it, found beside it like all of its data.
+    const std::wstring program = StandinFile(flavour.program);
+    const std::wstring folder = program.substr(0, program.rfind(L'\\') + 1);
+    WriteFileText(folder + L"faults.txt", "Macro die\n");
+    EXPECT_TRUE(FAILED(client.TrySend(L"<GMAPI call=\"Macro\"/>").result));
+    for (const wchar_t* name : {L"faults.txt", L"journal.txt", L"gmw.sqlite"}) {
+        EXPECT_TRUE(PumpUntil([&] { return DeleteFileW((folder + name).c_str()) != 0; }))
+            << Utf8(name);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Flavours, ServerTest, testing::Values(&ordinary, &other),
+                         [](const auto& flavour) {
+                             return std::string(flavour.index == 0 ? "Ordinary" : "Other");
+                         });
+
+using StartTest = PracticeGoldMineTest;
+
+TEST_F(StartTest, FreshStartWritesIniFilesAndBeginsTheJournal) {
+    WriteFileText(DataFile(L"journal.txt"), "old\n");
+    WriteFileText(DataFile(L"gmw.sqlite"), "");
+    WriteFileText(DataFile(L"ANNA.INI"), "[Modem]\r\nDeviceID=7\r\n");
+
+    Start(L"/User:ANNA");
+
+    EXPECT_EQ(Journal(), std::vector<std::string>{"# gmw started"});
+    EXPECT_EQ(ReadFileText(DataFile(L"GM.INI")), "[GoldMine]\r\nHTML_Cal_Notes=0\r\n");
+    EXPECT_EQ(ReadFileText(DataFile(L"ANNA.INI")), "[Modem]\r\nDeviceID=7\r\n");
+}
+
+TEST_F(StartTest, NoIniLeavesIniFilesOut) {
+    Start(L"/NoIni");
+
+    EXPECT_EQ(ReadFileText(DataFile(L"GM.INI")), "");
+    EXPECT_EQ(ReadFileText(DataFile(L"MASTER.INI")), "");
+}
+
+TEST_F(StartTest, JournalHoldsCommandsAndRepliesOnOneLineEach) {
+    Start();
+    Client client;
+
+    client.Send(L"<GMAPI call=\"Macro\">\r\n\t<data name=\"Macro\">&amp;UserName</data>\\</GMAPI>");
+
+    const std::vector<std::string> expected = {
+        "# gmw started",
+        "> <GMAPI call=\"Macro\">\\r\\n\\t<data name=\"Macro\">&amp;UserName</data>\\\\</GMAPI>",
+        "< <GMAPI call=\"Macro\"><status code=\"1\">MASTER</status></GMAPI>",
+    };
+    EXPECT_EQ(Journal(), expected);
+}
+
+TEST_F(StartTest, HiddenMeansNoVisibleMainWindow) {
+    Start();
+
+    EXPECT_FALSE(IsWindowVisible(MainWindow()));
+}
+
+TEST_F(StartTest, UnknownOptionEndsWithAnErrorCode) {
+    EXPECT_EQ(RunToEnd(L"gmw.exe", L"/Hidden /Frsh"), 2u);
+}
+
+TEST_F(StartTest, DumpWritesTheHistoryAsLines) {
+    Start();
+    Close();
+    const std::wstring out = DataFile(L"dump.txt");
+
+    EXPECT_EQ(
+        RunToEnd(L"gmw.exe", L"/Dump /Data:\"" + data_.path() + L"\\\" /Out:\"" + out + L"\""), 0u);
+
+    const std::string dump = ReadFileText(out);
+    EXPECT_EQ(dump.rfind("UserID=MASTER\nAccountNo=A0001\nRecType=CI\n", 0), 0u) << dump;
+    EXPECT_NE(dump.find("\nNotes=Delivery in week 13.\\r\\nPays by transfer.\n"),
+              std::string::npos);
+    EXPECT_NE(dump.find("\nRecID=HN8K$2&0000001H\n\nUserID="), std::string::npos);
+}
+
+TEST_F(StartTest, SqlSwitchReportsErrorsInItsFile) {
+    Start();
+    const std::wstring out = DataFile(L"out.txt");
+
+    EXPECT_EQ(RunToEnd(L"gmw.exe",
+                       L"/Data:\"" + data_.path() + L"\\\" /Sql:\"selec 1\" /Out:\"" + out + L"\""),
+              1u);
+
+    EXPECT_EQ(ReadFileText(out), "error: near \"selec\": syntax error\n");
+}
+
+}  // namespace
+}  // namespace standin_tests

@@ -1,0 +1,279 @@
+// Commands that show something, the Complete Call dialog, and its events.
+#include "PracticeGoldMineTest.h"
+
+namespace standin_tests {
+namespace {
+
+constexpr int referenceControl = 1016;
+constexpr int notesControl = 1017;
+const std::wstring executed =
+    L"<GMAPI call=\"MenuCommand\"><status code=\"1\">The command was executed.</status></GMAPI>";
+
+std::wstring MenuCommand(const std::wstring& name) {
+    return L"<GMAPI call=\"MenuCommand\">" + name + L"</GMAPI>";
+}
+
+class WindowTest : public PracticeGoldMineTest {
+protected:
+    std::wstring CallerID(Client& client, const std::wstring& phone, const wchar_t* display,
+                          const wchar_t* all) {
+        return client.Ask(L"CallerID", {{L"Phone", phone},
+                                        {L"Description", L""},
+                                        {L"DisplayDialog", display},
+                                        {L"All", all},
+                                        {L"UPhone", L"0"}});
+    }
+    // Opens Complete Call and answers its window as the event gave it.
+    HWND OpenCompleteCall(Client& client, const std::wstring& command) {
+        client.Watch(true);
+        EXPECT_EQ(client.Send(MenuCommand(command)), executed);
+        EXPECT_TRUE(PumpUntil([&] { return !client.events().empty(); }));
+        return client.events().empty()
+                   ? nullptr
+                   : static_cast<HWND>(LongToHandle(client.events().front().windowHandle));
+    }
+    std::wstring SetText(Client& client, HWND window, int control, const std::wstring& text) {
+        return client.Ask(L"SetControlText",
+                          {{L"hWndParent", std::to_wstring(HandleToLong(window))},
+                           {L"ID", std::to_wstring(control)},
+                           {L"Text", text}});
+    }
+    void PressAndWaitUntilGone(HWND window, int button) {
+        PostMessageW(window, WM_COMMAND, static_cast<WPARAM>(button), 0);
+        EXPECT_TRUE(PumpUntil([&] { return !IsWindow(window); }));
+    }
+};
+
+TEST_F(WindowTest, CallerIDShowsTheContactInTheCurrentWindow) {
+    Start();
+    Client client;
+
+    EXPECT_EQ(CallerID(client, L"(555)123-4567", L"2", L"0"),
+              StatusReply(L"CallerID", L'1', L"Success"));
+
+    EXPECT_EQ(client.Macro(L"Contact1->AccountNo"), L"A0002");
+    EXPECT_EQ(WindowTitled(L"Brightwater Ceramics"), MainWindow());
+}
+
+TEST_F(WindowTest, CallerIDShowsTheContactInANewWindowWhichIsThenTheCurrentOne) {
+    Start();
+    Client client;
+
+    EXPECT_EQ(CallerID(client, L"(555)123-4567", L"1", L"0"),
+              StatusReply(L"CallerID", L'1', L"Success"));
+
+    EXPECT_EQ(client.Macro(L"Contact1->AccountNo"), L"A0002");
+    const HWND window = WindowTitled(L"Brightwater Ceramics");
+    EXPECT_NE(window, nullptr);
+    EXPECT_NE(window, MainWindow());
+    PostMessageW(window, WM_CLOSE, 0, 0);
+    EXPECT_TRUE(PumpUntil([&] { return !IsWindow(window); }));
+    EXPECT_EQ(client.Macro(L"Contact1->AccountNo"), L"A0001");
+}
+
+TEST_F(WindowTest, CallerIDSearchesTheFieldsAskedForByExactText) {
+    struct Case {
+        const wchar_t* phone;
+        const wchar_t* all;
+        wchar_t status;
+    };
+    const Case cases[] = {
+        {L"(206)555-0102", L"0", L'0'},  // stands in Phone2
+        {L"(206)555-0102", L"1", L'1'},
+        {L"(206)555-0103", L"0", L'0'},  // stands in Phone3
+        {L"(206)555-0103", L"1", L'1'},
+        {L"5551234567", L"1", L'0'},
+        {L"(206)555-0158", L"1", L'0'},  // of an additional contact only
+        {L"", L"1", L'0'},
+    };
+    Start();
+    Client client;
+
+    for (const Case& entry : cases) {
+        EXPECT_EQ(CallerID(client, entry.phone, L"2", entry.all).at(37), entry.status)
+            << Utf8(entry.phone) << " " << Utf8(entry.all);
+    }
+}
+
+TEST_F(WindowTest, WithoutAnOpenRecordContactMacrosAndMenuCommandsFail) {
+    Start(L"/NoRecord");
+    Client client;
+
+    EXPECT_EQ(client.Ask(L"Macro", {{L"Macro", L"&Phone1"}}),
+              StatusReply(L"Macro", L'0', L"No contact record is open."));
+    EXPECT_EQ(client.Ask(L"Macro", {{L"Macro", L"Contact1->AccountNo"}}).at(34), L'0');
+    EXPECT_EQ(client.Send(MenuCommand(L"CompleteScheduledCall")),
+              StatusReply(L"MenuCommand", L'0', L"No contact record is open."));
+}
+
+TEST_F(WindowTest, RecordOptionOpensThatContact) {
+    Start(L"\"/Record:A0018 & Co\" /User:ANNA /Version:6.7");
+    Client client;
+
+    EXPECT_EQ(client.Macro(L"Contact1->AccountNo"), L"A0018 & Co");
+    EXPECT_EQ(client.Macro(L"&UserName"), L"ANNA");
+    EXPECT_EQ(client.Macro(L"&Version"), L"6.7");
+}
+
+TEST_F(WindowTest, StatusMessageStandsInTheStatusBarUntilItsDelayIsOver) {
+    Start();
+    Client client;
+    const auto statusText = [&] {
+        const std::wstring list = client.Ask(L"GetActiveWindowsList");
+        return Between(list, L"<data name=\"ID\">1322</data><data name=\"Text\">", L"</data>");
+    };
+
+    client.Ask(L"StatusMsg", {{L"Message", L"Caller <found> & shown"}, {L"Delay", L"1"}});
+
+    EXPECT_EQ(statusText(), L"Caller <found> & shown");
+    EXPECT_TRUE(PumpUntil([&] { return statusText().empty(); }));
+}
+
+TEST_F(WindowTest, CompleteCallRaisesTheEventAfterTheReply) {
+    Start();
+    Client client;
+
+    const HWND window = OpenCompleteCall(client, L"CompleteUnscheduledIncomingCall");
+
+    ASSERT_TRUE(IsWindow(window));
+    EXPECT_TRUE(IsWindowVisible(window));
+    EXPECT_EQ(client.events().front().windowName, L"DIALOGSCHEDULECOMPLETE");
+    EXPECT_TRUE(client.events().front().up);
+    const std::vector<std::string> journal = Journal();
+    EXPECT_EQ(journal.back(),
+              "! WindowUpDown DIALOGSCHEDULECOMPLETE 1 " + std::to_string(HandleToLong(window)));
+    EXPECT_EQ(journal[journal.size() - 2], "< " + Utf8(executed));
+
+    PressAndWaitUntilGone(window, IDCANCEL);
+    EXPECT_TRUE(PumpUntil([&] { return client.events().size() == 2; }));
+    EXPECT_FALSE(client.events().back().up);
+    EXPECT_EQ(client.events().back().windowHandle, HandleToLong(window));
+}
+
+TEST_F(WindowTest, NobodyWatchingMeansNoEvent) {
+    Start();
+    Client client;
+    client.Watch(true);
+    client.Watch(false);
+
+    client.Send(MenuCommand(L"CompleteScheduledCall"));
+    const HWND window = WindowTitled(L"Complete Call");
+    PressAndWaitUntilGone(window, IDCANCEL);
+    client.Macro(L"&UserName");
+
+    EXPECT_TRUE(client.events().empty());
+}
+
+TEST_F(WindowTest, EventsGoToTheClientThatWatches) {
+    Start();
+    Client watching;
+    Client idle;
+
+    OpenCompleteCall(watching, L"CompleteScheduledCall");
+    idle.Macro(L"&UserName");
+
+    EXPECT_EQ(watching.events().size(), 1u);
+    EXPECT_TRUE(idle.events().empty());
+}
+
+TEST_F(WindowTest, UnknownMenuCommandFails) {
+    Start();
+    Client client;
+
+    EXPECT_EQ(client.Send(MenuCommand(L"FileExit")),
+              StatusReply(L"MenuCommand", L'0', L"Unknown menu command."));
+}
+
+TEST_F(WindowTest, ControlsCanBeReadAndSetAndCompletingStoresThem) {
+    struct Case {
+        const wchar_t* command;
+        const char* recordType;
+    };
+    const Case cases[] = {
+        {L"CompleteUnscheduledIncomingCall", "CI"},
+        {L"CompleteUnscheduledOutgoingCall", "CO"},
+        {L"CompleteScheduledCall", "CO"},
+    };
+    Start();
+    for (const Case& entry : cases) {
+        Client client;
+        const HWND window = OpenCompleteCall(client, entry.command);
+
+        EXPECT_EQ(
+            SetText(client, window, referenceControl, L"Call from <A> & B"),
+            L"<GMAPI call=\"GMUI_SetControlText\"><status code=\"1\">Success</status></GMAPI>");
+        SetText(client, window, notesControl, L"one\r\ntwo &lt; three");
+        const std::wstring list = client.Ask(L"GetActiveWindowsList");
+        const std::wstring mine = list.substr(list.find(
+            L"<data name=\"window\"><data name=\"hWnd\">" + std::to_wstring(HandleToLong(window)) +
+            L"</data><data name=\"Name\">DIALOGSCHEDULECOMPLETE</data><data name=\"Controls\">"));
+        const std::wstring control = L"<data name=\"control\"><data name=\"ID\">";
+        const std::wstring text = L"</data><data name=\"Text\">";
+        EXPECT_EQ(Between(mine, control + L"1016" + text, L"</data></data>"), L"Call from <A> & B");
+        EXPECT_EQ(Between(mine, control + L"1017" + text, L"</data></data>"),
+                  L"one\r\ntwo &lt; three");
+        PressAndWaitUntilGone(window, IDOK);
+
+        EXPECT_EQ(Sql(L"select AccountNo, RecType, Ref, Notes, UserID from ContHist "
+                      L"order by rowid desc limit 1"),
+                  std::string("A0001\t") + entry.recordType +
+                      "\tCall from <A> & B\tone\\r\\ntwo &lt; three\tMASTER\n");
+    }
+}
+
+TEST_F(WindowTest, SettingTheTextOfWhatIsNotThereFails) {
+    Start();
+    Client client;
+    const HWND window = OpenCompleteCall(client, L"CompleteScheduledCall");
+    const std::wstring failure =
+        L"<GMAPI call=\"GMUI_SetControlText\"><status code=\"0\">There is no such "
+        L"control.</status></GMAPI>";
+
+    EXPECT_EQ(SetText(client, window, 4711, L"x"), failure);
+    EXPECT_EQ(SetText(client, nullptr, referenceControl, L"x"), failure);
+    EXPECT_EQ(SetText(client, GetDesktopWindow(), 1, L"x"), failure);
+}
+
+TEST_F(WindowTest, CommandsWorkInsideAnEvent) {
+    Start();
+    WriteFaults("MenuCommand event before\n");
+    Client client;
+    client.Watch(true);
+    std::wstring nested;
+    client.recorder().onEvent = [&](const Event& event) {
+        const HWND window = static_cast<HWND>(LongToHandle(event.windowHandle));
+        nested = SetText(client, window, referenceControl, L"set inside the event");
+    };
+
+    EXPECT_EQ(client.Send(MenuCommand(L"CompleteScheduledCall")), executed);
+
+    EXPECT_EQ(nested.substr(0, 51), L"<GMAPI call=\"GMUI_SetControlText\"><status code=\"1\">");
+    EXPECT_EQ(client.events().size(), 1u);
+    client.recorder().onEvent = nullptr;
+}
+
+TEST_F(WindowTest, HistoryItemOpensInAWindow) {
+    Start();
+    Client client;
+
+    EXPECT_EQ(client.Send(L"<GMAPI call=\"PopCalHistItem\"><data name=\"recID\">"
+                          L"HN8K$2&amp;0000001H</data></GMAPI>"),
+              L"<GMAPI call=\"PopCalHistItem\"><status code=\"1\">Success</status></GMAPI>");
+
+    EXPECT_TRUE(IsWindowVisible(WindowTitled(L"History Item")));
+    EXPECT_EQ(client.Macro(L"ContHist->RecID"), L"HN8K$2&0000001H");
+    EXPECT_EQ(client.Ask(L"PopCalHistItem", {{L"recID", L"nothing"}}),
+              StatusReply(L"PopCalHistItem", L'0', L"There is no such history item."));
+}
+
+TEST_F(WindowTest, ClosingTheMainWindowDisconnectsClients) {
+    Start();
+    Client client;
+
+    Close();
+
+    EXPECT_TRUE(FAILED(client.TrySend(L"<GMAPI call=\"Macro\"/>").result));
+}
+
+}  // namespace
+}  // namespace standin_tests
