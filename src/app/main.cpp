@@ -50,7 +50,6 @@ namespace {
 struct Program {
     explicit Program(HINSTANCE instanceHandle) : instance(instanceHandle) {
         form.setChangeHandler([this](Control& changed) { rules.Run(changed); });
-        rules.RunAll();
         settings.setAfterSave([this] { status.SaveWriteLog(); });
         goldMine.setWindowUpDownHandler(
             [this](const std::wstring& windowName, bool up, std::int32_t windowHandle) {
