@@ -68,6 +68,7 @@ RunOutcome StartUp::StayDisabled(bool paramsFound) {
     form.cmdProcessCall.setEnabled(false);
     if (paramsFound && !form.chkAlwaysShowForm.checked())
         return RunOutcome::End;
+    parts_.rules.RunAll();
     form.setVisible(true);
     return RunOutcome::WindowShown;
 }
