@@ -134,7 +134,7 @@ TEST_F(CommandTest, SqlThatIsWrongFailsWithTheDatabasesMessage) {
         const wchar_t* message;
     };
     const Case cases[] = {
-        {L"select Nothing from Contact1", L"no such column: Nothing"},
+        {L"select Shoe from Contact1", L"no such column: Shoe"},
         {L"select AccountNo from ContSupp where phone = 'O'Hara'",
          L"near &amp;quot;Hara&amp;quot;: syntax error"},
         {L"delete from Contact1", L"Only queries can be run."},

@@ -1,0 +1,97 @@
+#include "AutomationServer.h"
+
+#include <vector>
+
+#include "AutomationObject.h"
+
+namespace practice {
+namespace {
+
+using Microsoft::WRL::ComPtr;
+
+// A COM interface has no virtual destructor; the object ends itself in Release, as the final class.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
+
+class ClassFactory final : public IClassFactory {
+public:
+    explicit ClassFactory(AutomationServer& server) : server_(server) {}
+
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
+        if (id != IID_IUnknown && id != IID_IClassFactory) {
+            *object = nullptr;
+            return E_NOINTERFACE;
+        }
+        *object = this;
+        AddRef();
+        return S_OK;
+    }
+    ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
+    ULONG STDMETHODCALLTYPE Release() override {
+        const ULONG left = --references_;
+        if (left == 0) {
+            delete this;
+        }
+        return left;
+    }
+    HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* outer, REFIID id, void** object) override {
+        *object = nullptr;
+        if (outer != nullptr) {
+            return CLASS_E_NOAGGREGATION;
+        }
+        return AutomationObject::Make(server_)->QueryInterface(id, object);
+    }
+    // The program runs until its window is closed, so no client needs to lock it.
+    HRESULT STDMETHODCALLTYPE LockServer(BOOL) override { return S_OK; }
+
+private:
+    ~ClassFactory() = default;
+
+    AutomationServer& server_;
+    ULONG references_ = 0;
+};
+
+#pragma GCC diagnostic pop
+
+}  // namespace
+
+AutomationServer::AutomationServer(const TypeLibrary& types, CommandRouter& router,
+                                   EventRaiser& events, Journal& journal)
+    : types_(types), router_(router), events_(events), journal_(journal) {}
+
+AutomationServer::~AutomationServer() {
+    Revoke();
+    // Disconnecting releases objects, which then detach themselves.
+    std::vector<ComPtr<AutomationObject>> connected;
+    for (AutomationObject* object : objects_) {
+        connected.emplace_back(object);
+    }
+    for (const ComPtr<AutomationObject>& object : connected) {
+        object->Disconnect();
+    }
+}
+
+HRESULT AutomationServer::Open() {
+    const ComPtr<IClassFactory> factory(new ClassFactory(*this));
+    return CoRegisterClassObject(types_.classId, factory.Get(), CLSCTX_LOCAL_SERVER,
+                                 REGCLS_MULTIPLEUSE, &cookie_);
+}
+
+void AutomationServer::Revoke() {
+    if (cookie_ != 0) {
+        CoRevokeClassObject(cookie_);
+        cookie_ = 0;
+    }
+}
+
+void AutomationServer::Attach(AutomationObject* object) {
+    objects_.insert(object);
+    events_.Attach(object);
+}
+
+void AutomationServer::Detach(AutomationObject* object) {
+    events_.Detach(object);
+    objects_.erase(object);
+}
+
+}  // namespace practice

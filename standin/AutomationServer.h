@@ -1,0 +1,46 @@
+#pragma once
+
+#include <windows.h>
+
+#include <set>
+
+#include "CommandRouter.h"
+#include "EventRaiser.h"
+#include "Journal.h"
+#include "TypeLibrary.h"
+
+namespace practice {
+
+class AutomationObject;
+
+// Offers the user-interface object to clients, as long as it lives.
+class AutomationServer {
+public:
+    AutomationServer(const TypeLibrary& types, CommandRouter& router, EventRaiser& events,
+                     Journal& journal);
+    AutomationServer(const AutomationServer&) = delete;
+    AutomationServer& operator=(const AutomationServer&) = delete;
+    // Takes the class back and disconnects the clients.
+    ~AutomationServer();
+
+    HRESULT Open();
+    // Takes the class back: no new client can connect.
+    void Revoke();
+
+    // For its objects.
+    const TypeLibrary& types() const { return types_; }
+    CommandRouter& router() { return router_; }
+    Journal& journal() { return journal_; }
+    void Attach(AutomationObject* object);
+    void Detach(AutomationObject* object);
+
+private:
+    const TypeLibrary& types_;
+    CommandRouter& router_;
+    EventRaiser& events_;
+    Journal& journal_;
+    std::set<AutomationObject*> objects_;
+    DWORD cookie_ = 0;
+};
+
+}  // namespace practice

@@ -1,0 +1,66 @@
+#include "CompleteCallDialog.h"
+
+#include <utility>
+
+#include "ResourceIds.h"
+#include "WindowList.h"
+
+namespace practice {
+namespace {
+
+const wchar_t* KindText(CallKind kind) {
+    switch (kind) {
+        case CallKind::Scheduled:
+            return L"Scheduled call";
+        case CallKind::UnscheduledIncoming:
+            return L"Unscheduled incoming call";
+        case CallKind::UnscheduledOutgoing:
+            return L"Unscheduled outgoing call";
+    }
+    return L"";
+}
+
+}  // namespace
+
+CompleteCallDialog::CompleteCallDialog(Desk& desk, HWND owner, CallKind kind, std::wstring account)
+    : DialogWindow(desk), kind_(kind), account_(std::move(account)) {
+    Create(IDD_COMPLETE_CALL, owner);
+    ListWindowAs(handle(), completeCallWindowName);
+    // Notes may be of any length.
+    SendDlgItemMessageW(handle(), IDC_NOTES, EM_SETLIMITTEXT, 0, 0);
+    SetText(IDC_CALL_KIND, KindText(kind_));
+    const Table contact = desk_.database().Run(
+        L"select Contact, Company from Contact1 where AccountNo = ?", {account_});
+    if (!contact.rows.empty()) {
+        const Row& row = contact.rows.front();
+        SetText(IDC_CALL_CONTACT, (row[0] + L", " + row[1]).c_str());
+    }
+    Show();
+}
+
+bool CompleteCallDialog::OnCommand(int controlId, int) {
+    if (controlId != IDOK) {
+        return false;
+    }
+    Save();
+    DestroyWindow(handle());
+    return true;
+}
+
+void CompleteCallDialog::Save() {
+    Database::History history;
+    history.account = account_;
+    // A scheduled call is one that was to be made.
+    history.recordType = kind_ == CallKind::UnscheduledIncoming ? L"CI" : L"CO";
+    history.reference = TextOf(GetDlgItem(handle(), IDC_REFERENCE));
+    history.notes = TextOf(GetDlgItem(handle(), IDC_NOTES));
+    history.user = desk_.options().user;
+    desk_.SetCurrentHistory(desk_.database().InsertHistory(history, false));
+    desk_.RefreshContacts();
+}
+
+void CompleteCallDialog::OnClosed() {
+    desk_.WindowWentDown(completeCallWindowName, handle());
+}
+
+}  // namespace practice

@@ -1,0 +1,99 @@
+#include "EventRaiser.h"
+
+#include <algorithm>
+
+namespace practice {
+namespace {
+
+constexpr const wchar_t* className = L"PracticeGoldMineEvents";
+constexpr UINT raiseMessage = WM_APP + 1;
+
+}  // namespace
+
+EventRaiser::EventRaiser() {
+    WNDCLASSW windowClass{};
+    windowClass.lpfnWndProc = Procedure;
+    windowClass.hInstance = GetModuleHandleW(nullptr);
+    windowClass.lpszClassName = className;
+    RegisterClassW(&windowClass);
+    window_ = CreateWindowExW(0, className, L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
+                              windowClass.hInstance, nullptr);
+    SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+}
+
+EventRaiser::~EventRaiser() {
+    DestroyWindow(window_);
+}
+
+void EventRaiser::Attach(EventTarget* target) {
+    targets_.push_back(target);
+}
+
+void EventRaiser::Detach(EventTarget* target) {
+    std::erase(targets_, target);
+}
+
+void EventRaiser::Raise(const std::wstring& windowName, bool up, HWND window,
+                        const EventTiming& timing) {
+    const RaisedEvent event{windowName, up, HandleToLong(window)};
+    switch (timing.moment) {
+        case EventTiming::Moment::Never:
+            return;
+        case EventTiming::Moment::BeforeReply:
+            RaiseNow(event, false);
+            return;
+        case EventTiming::Moment::Late:
+            pending_[++lastKey_] = event;
+            SetTimer(window_, lastKey_, timing.lateMilliseconds, nullptr);
+            return;
+        case EventTiming::Moment::Twice:
+            pending_[++lastKey_] = event;
+            PostMessageW(window_, raiseMessage, lastKey_, 0);
+            [[fallthrough]];
+        case EventTiming::Moment::AfterReply:
+            pending_[++lastKey_] = event;
+            PostMessageW(window_, raiseMessage, lastKey_, 0);
+            return;
+    }
+}
+
+void EventRaiser::RaiseToAll(const std::wstring& windowName, bool up, long windowHandle) {
+    RaiseNow({windowName, up, windowHandle}, true);
+}
+
+// A client may come, go, or send commands while it handles the event.
+void EventRaiser::RaiseNow(const RaisedEvent& event, bool toAll) {
+    const std::vector<EventTarget*> targets = targets_;
+    for (EventTarget* target : targets) {
+        target->Hold();
+    }
+    for (EventTarget* target : targets) {
+        if (toAll || target->Watches(event.windowName)) {
+            target->Deliver(event.windowName, event.up, event.windowHandle);
+        }
+        target->LetGo();
+    }
+}
+
+void EventRaiser::RaisePending(UINT_PTR key) {
+    const auto found = pending_.find(key);
+    if (found != pending_.end()) {
+        const RaisedEvent event = found->second;
+        pending_.erase(found);
+        RaiseNow(event, false);
+    }
+}
+
+LRESULT CALLBACK EventRaiser::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == raiseMessage || message == WM_TIMER) {
+        if (message == WM_TIMER) {
+            KillTimer(window, wParam);
+        }
+        reinterpret_cast<EventRaiser*>(GetWindowLongPtrW(window, GWLP_USERDATA))
+            ->RaisePending(wParam);
+        return 0;
+    }
+    return DefWindowProcW(window, message, wParam, lParam);
+}
+
+}  // namespace practice

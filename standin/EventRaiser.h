@@ -1,0 +1,53 @@
+#pragma once
+
+#include <windows.h>
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "Faults.h"
+
+namespace practice {
+
+// A connected client, as the raiser of events sees it.
+class EventTarget {
+public:
+    virtual bool Watches(const std::wstring& windowName) const = 0;
+    virtual void Deliver(const std::wstring& windowName, bool up, long windowHandle) = 0;
+    // Keeps the target alive while an event is on its way.
+    virtual void Hold() = 0;
+    virtual void LetGo() = 0;
+
+protected:
+    ~EventTarget() = default;
+};
+
+// Raises WindowUpDown to the clients, at the moment that is asked for.
+class EventRaiser {
+public:
+    EventRaiser();
+    EventRaiser(const EventRaiser&) = delete;
+    EventRaiser& operator=(const EventRaiser&) = delete;
+    ~EventRaiser();
+
+    void Attach(EventTarget* target);
+    void Detach(EventTarget* target);
+
+    // To the clients that watch windows of this name.
+    void Raise(const std::wstring& windowName, bool up, HWND window, const EventTiming& timing);
+    // To every client, now.
+    void RaiseToAll(const std::wstring& windowName, bool up, long windowHandle);
+
+private:
+    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    void RaiseNow(const RaisedEvent& event, bool toAll);
+    void RaisePending(UINT_PTR key);
+
+    HWND window_ = nullptr;  // receives the posted and the timed events
+    std::vector<EventTarget*> targets_;
+    std::map<UINT_PTR, RaisedEvent> pending_;
+    UINT_PTR lastKey_ = 0;
+};
+
+}  // namespace practice

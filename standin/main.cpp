@@ -1,0 +1,119 @@
+#include <windows.h>
+
+#include <commctrl.h>
+#include <objbase.h>
+
+#include "AutomationServer.h"
+#include "CommandRouter.h"
+#include "Database.h"
+#include "DatabaseTools.h"
+#include "Desk.h"
+#include "EventRaiser.h"
+#include "Faults.h"
+#include "Handles.h"
+#include "IniFiles.h"
+#include "Journal.h"
+#include "Options.h"
+#include "TypeLibrary.h"
+
+namespace {
+
+using namespace practice;
+
+constexpr int misused = 2;
+
+class ComApartment {
+public:
+    ComApartment() : entered_(SUCCEEDED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED))) {}
+    ComApartment(const ComApartment&) = delete;
+    ComApartment& operator=(const ComApartment&) = delete;
+    ~ComApartment() {
+        if (entered_) {
+            CoUninitialize();
+        }
+    }
+
+private:
+    bool entered_;
+};
+
+// A box tells the user; a hidden run must not wait for one.
+void Complain(const Options& options, const std::wstring& message) {
+    if (!options.hidden) {
+        MessageBoxW(nullptr, message.c_str(), L"Practice GoldMine", MB_ICONEXCLAMATION);
+    }
+}
+
+KernelHandle TellReady(const Options& options) {
+    if (options.readyEvent.empty()) {
+        return {};
+    }
+    KernelHandle event(CreateEventW(nullptr, TRUE, FALSE, options.readyEvent.c_str()));
+    SetEvent(event.get());
+    return event;
+}
+
+int Serve(const Options& options) {
+    CreateDirectoryW(options.dataFolder.c_str(), nullptr);
+    Journal journal(options.dataFolder + L"journal.txt", options.fresh);
+    journal.Note(L"gmw started");
+    const INITCOMMONCONTROLSEX controls{sizeof controls, ICC_LISTVIEW_CLASSES | ICC_BAR_CLASSES};
+    InitCommonControlsEx(&controls);
+    try {
+        Database database(DatabaseFile(options), options.fresh);
+        if (options.fresh && !options.noIni) {
+            WriteMissingIniFiles(options);
+        }
+        TypeLibrary types;
+        HRESULT outcome = ReadTypeLibrary(types);
+        Faults faults(options.dataFolder + L"faults.txt", journal);
+        EventRaiser events;
+        Desk desk(options, database, events);
+        CommandRouter router(options, database, desk, faults, journal, events);
+        AutomationServer server(types, router, events, journal);
+        router.onDie = [&] {
+            // Wine would go on sending new clients to a class of a dead process.
+            server.Revoke();
+            TerminateProcess(GetCurrentProcess(), 1);
+        };
+        desk.Open();
+        if (SUCCEEDED(outcome)) {
+            outcome = server.Open();
+        }
+        if (FAILED(outcome)) {
+            journal.Note(L"clients cannot connect: " + HexadecimalText(outcome));
+            Complain(options, L"Clients cannot connect: " + HexadecimalText(outcome));
+            return 1;
+        }
+        journal.Note(L"clients can connect");
+        const KernelHandle ready = TellReady(options);
+        desk.Run();
+    } catch (const DatabaseError& error) {
+        journal.Note(L"database error: " + error.Message());
+        Complain(options, error.Message());
+        return 1;
+    }
+    journal.Note(L"gmw ended");
+    return 0;
+}
+
+}  // namespace
+
+int WINAPI wWinMain(HINSTANCE, HINSTANCE, LPWSTR, int) {
+    const Options options = ParseOptions(ProcessArguments());
+    if (!options.unknown.empty()) {
+        Complain(options, L"Unknown option: " + options.unknown.front());
+        return misused;
+    }
+    const ComApartment apartment;
+    if (options.registerServer) {
+        return SUCCEEDED(RegisterServer()) ? 0 : 1;
+    }
+    if (options.unregisterServer) {
+        return SUCCEEDED(UnregisterServer()) ? 0 : 1;
+    }
+    if (options.dump || !options.sql.empty()) {
+        return RunDatabaseTool(options);
+    }
+    return Serve(options);
+}
