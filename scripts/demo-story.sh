@@ -138,11 +138,12 @@ echo practice >"$drive/Recordings/5551234567 (00042).wav"
 corvane /N:E /C:5551234567 /T:I /I:00042
 picture history-item
 
-chapter "What GoldMine's history holds now"
+chapter "What GoldMine's history of this contact holds now"
 wine 'C:\GoldMine\gmw.exe' '/Data:C:\GoldMine' /Dump '/Out:C:\history.txt'
 grep -q '^Ref=Ended incoming call from (555)123-4567' "$drive/history.txt" ||
     fail "the call is not in GoldMine's history: $(cat "$drive/history.txt")"
-indented <"$drive/history.txt"
+# Of this contact only: a blank line stands between the rows.
+awk -v RS= -v ORS='\n\n' '/\nAccountNo=A0002\n/' "$drive/history.txt" | indented
 
 chapter "An outbound call: the user dials a number in GoldMine"
 corvane '(555)' 123-4567

@@ -47,7 +47,7 @@ trap 'exit 143' TERM
 
 # Xvfb writes the number of the display that it found free once it takes connections.
 mkfifo "$work/display"
-Xvfb -displayfd 3 -screen 0 1600x1000x24 -nolisten tcp -noreset \
+Xvfb -displayfd 3 -screen 0 1280x960x24 -nolisten tcp -noreset \
     3>"$work/display" >"$work/xvfb.log" 2>&1 </dev/null &
 xvfb=$!
 read -r -t 30 display <"$work/display" || fail "Xvfb did not start: $(cat "$work/xvfb.log")"
@@ -72,7 +72,7 @@ REGEDIT4
 "Desktop"="Default"
 
 [HKEY_CURRENT_USER\Software\Wine\Explorer\Desktops]
-"Default"="1600x1000"
+"Default"="1280x960"
 
 [HKEY_CURRENT_USER\Software\Wine\WineDbg]
 "ShowCrashDialog"=dword:00000000
@@ -84,6 +84,8 @@ REGEDIT4
 REG
     "${enclose[@]}" "$loader" regedit.exe /S 'C:\settings.reg' </dev/null ||
         fail "Wine did not take its settings"
+    # The signs on the title bars' buttons, which Debian's Wine does not find by itself.
+    cp /usr/share/wine/fonts/marlett.ttf "$prefix/drive_c/windows/Fonts/"
     # The desktop comes anew with these settings.
     "${enclose[@]}" "$server" -k
     "${enclose[@]}" "$server" -w
