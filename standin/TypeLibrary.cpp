@@ -185,10 +185,11 @@ HRESULT UnregisterServer() {
     if (FAILED(outcome)) {
         return outcome;
     }
-    outcome = UnRegisterTypeLib(types.libraryId, types.majorVersion, types.minorVersion,
-                                types.locale, types.system);
-    if (outcome == TYPE_E_REGISTRYACCESS) {
-        outcome = S_OK;  // it was not registered
+    BString registeredPath;
+    if (SUCCEEDED(QueryPathOfRegTypeLib(types.libraryId, types.majorVersion, types.minorVersion,
+                                        types.locale, registeredPath.put()))) {
+        outcome = UnRegisterTypeLib(types.libraryId, types.majorVersion, types.minorVersion,
+                                    types.locale, types.system);
     }
     for (const std::wstring& key : {L"CLSID\\" + TextOf(types.classId), types.programId}) {
         const LSTATUS deleted = RegDeleteTreeW(HKEY_CLASSES_ROOT, key.c_str());

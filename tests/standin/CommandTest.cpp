@@ -185,7 +185,8 @@ TEST_F(CommandTest, InsertedHistoryIsStoredAndItsNotesCanBeReplacedAndAppendedTo
     };
     EXPECT_EQ(replace(L"first <b>&amp;", L"0"), L"1");
     EXPECT_EQ(replace(L" second", L"1"), L"1");
-    EXPECT_EQ(client.Value(L"Read", {{L"Area", area}, {L"Field", L"Notes"}}), L"first <b>& second");
+    EXPECT_EQ(client.Value(L"Read", {{L"Area", area}, {L"Field", L"Notes"}}),
+              L"first <b>&amp; second");
     EXPECT_EQ(client.Value(L"Unlock", {{L"Area", area}}), L"1");
     EXPECT_EQ(client.Value(L"Close", {{L"Area", area}}), L"1");
 

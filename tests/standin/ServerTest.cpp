@@ -148,7 +148,8 @@ TEST_F(StartTest, FreshStartWritesIniFilesAndBeginsTheJournal) {
 
     Start(L"/User:ANNA");
 
-    EXPECT_EQ(Journal(), std::vector<std::string>{"# gmw started"});
+    const std::vector<std::string> expected = {"# gmw started", "# clients can connect"};
+    EXPECT_EQ(Journal(), expected);
     EXPECT_EQ(ReadFileText(DataFile(L"GM.INI")), "[GoldMine]\r\nHTML_Cal_Notes=0\r\n");
     EXPECT_EQ(ReadFileText(DataFile(L"ANNA.INI")), "[Modem]\r\nDeviceID=7\r\n");
 }
@@ -168,6 +169,7 @@ TEST_F(StartTest, JournalHoldsCommandsAndRepliesOnOneLineEach) {
 
     const std::vector<std::string> expected = {
         "# gmw started",
+        "# clients can connect",
         "> <GMAPI call=\"Macro\">\\r\\n\\t<data name=\"Macro\">&amp;UserName</data>\\\\</GMAPI>",
         "< <GMAPI call=\"Macro\"><status code=\"1\">MASTER</status></GMAPI>",
     };
