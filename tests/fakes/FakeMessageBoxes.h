@@ -4,6 +4,7 @@
 
 #include <deque>
 #include <functional>
+#include <ostream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -18,6 +19,20 @@ struct ShownBox {
     BoxIcon icon = BoxIcon::None;
     bool operator==(const ShownBox&) const = default;
 };
+using ShownBoxes = std::vector<ShownBox>;
+
+inline ShownBox Notice(std::wstring text, BoxIcon icon = BoxIcon::None) {
+    return {std::move(text), BoxButtons::Ok, icon};
+}
+inline ShownBox Question(std::wstring text) {
+    return {std::move(text), BoxButtons::YesNo, BoxIcon::None};
+}
+
+// How a failed comparison shows a box.
+inline void PrintTo(const ShownBox& box, std::ostream* out) {
+    *out << testing::PrintToString(box.text) << " with buttons " << static_cast<int>(box.buttons)
+         << " and icon " << static_cast<int>(box.icon);
+}
 
 // Keeps the boxes shown; a box that no test took note of is a failure.
 class FakeMessageBoxes final : public MessageBoxes {
@@ -46,13 +61,13 @@ public:
     }
 
     // The boxes since the last call.
-    std::vector<ShownBox> Take() { return std::exchange(shown_, {}); }
+    ShownBoxes Take() { return std::exchange(shown_, {}); }
 
     std::deque<BoxAnswer> answers;
     std::function<void()> onShow;
 
 private:
-    std::vector<ShownBox> shown_;
+    ShownBoxes shown_;
 };
 
 }  // namespace corvane::test
