@@ -93,9 +93,14 @@ REG
     touch "$made"
 fi
 
-# Wine's own processes start with the first program and keep its output open: not the command's.
+# Wine's own processes start with the first program that needs them and keep its output open, and the
+# desktop closes a second after its last program: neither must happen to the command's programs. So
+# all of them start here, and a command interpreter that waits for input for ever stays.
 "${enclose[@]}" "$loader" wineboot.exe </dev/null >"$work/start.log" 2>&1 ||
     fail "Wine does not start: $(cat "$work/start.log")"
+mkfifo "$work/never"
+"${enclose[@]}" "$loader" cmd.exe <>"$work/never" >"$work/keeper.log" 2>&1 &
+"${enclose[@]}" "$loader" explorer.exe /desktop </dev/null >"$work/explorer.log" 2>&1 &
 
 export CORVANE_DESKTOP=$architecture
 status=0
