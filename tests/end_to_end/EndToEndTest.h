@@ -1,0 +1,95 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "Box.h"
+#include "Gmapi.h"
+#include "LogFile.h"
+#include "PracticeGoldMine.h"
+#include "ProgramRun.h"
+#include "RegistryKeys.h"
+#include "Text.h"
+
+namespace end_to_end {
+
+inline constexpr wchar_t ownKey[] = L"SOFTWARE\\Halvorn Systems\\CorvaneTo3CX";
+inline constexpr wchar_t phoneKey[] = L"SOFTWARE\\3CX\\3CXPhone for Windows";
+inline constexpr wchar_t myPhoneKey[] = L"SOFTWARE\\3CX\\MyPhone";
+inline constexpr wchar_t crmKey[] = L"SOFTWARE\\3CX\\CRM";
+
+// The desk: neither path holds a blank, as GoldMine wants it.
+inline constexpr wchar_t appFolder[] = L"C:\\corvane-e2e\\app\\";
+inline constexpr wchar_t dataFolder[] = L"C:\\corvane-e2e\\goldmine\\";
+inline constexpr wchar_t recordingsFolder[] = L"C:\\corvane-e2e\\recordings\\";
+inline constexpr char programPath[] = "C:\\corvane-e2e\\app\\CorvaneTo3CX.exe";
+
+// What one run did, and what a test expects of one. Log lines read "[identifier]: message".
+struct Outcome {
+    Lines log{};
+    Lines commands{};  // that GoldMine got
+    Boxes boxes{};
+    bool window = false;  // the main window was shown
+};
+
+// A machine on which GoldMine and 3CX are installed and wired to the program as its installer does
+// it: every test begins with that, with the default options, the log on, and no run before this one
+// but of the same version. Nothing of it is left behind.
+class EndToEndTest : public testing::Test {
+protected:
+    static void SetUpTestSuite();
+    static void TearDownTestSuite();
+    void SetUp() override;
+    void TearDown() override;
+
+    // The practice GoldMine, running with these options; started only when it must be.
+    PracticeGoldMine& GoldMine(const std::string& options = "");
+    void CloseGoldMine();
+    // The next test gets a new one: this test leaves it changed.
+    void GoldMineIsSpoilt() { spoilt_ = true; }
+
+    void Set(const std::string& option, const std::string& text);
+    void SetAll(const std::map<std::string, std::string>& options);
+
+    // Starts the program, answers its boxes in turn and waits for its end.
+    Outcome Run(const std::string& commandLine, const std::vector<std::string>& answers = {});
+    // The same in steps: what is done in between is the test's.
+    ProgramRun Start(const std::string& commandLine);
+    Outcome Finish(ProgramRun& run, const std::vector<std::string>& answers = {});
+
+    // The commands since the last Start.
+    Lines Commands() const;
+    static std::string LogText();
+    static Lines Dialled();  // what CallTriggerCmd.exe was started with, one command line each
+
+    static std::wstring logFile();
+
+private:
+    std::string runNumber_;  // that the run's lines have to show
+    std::string startTime_;
+    size_t journalBegin_ = 0;
+    bool spoilt_ = false;
+    std::unique_ptr<ClearedKey> own_, phone_, goldMine_;
+};
+
+// Compares all of it.
+void Check(const Outcome& actual, const Outcome& expected);
+
+// The log of a run: separator and echo of the command line with empty brackets, these messages with
+// the identifier, and the last line of all.
+Lines RunLog(const std::string& commandLine, const std::string& identifier, const Lines& messages);
+Lines Joined(std::initializer_list<Lines> parts);
+
+// What every run that finds GoldMine says and asks first.
+inline const std::string versionDetected = "GoldMine version 2014.1 detected.";
+inline const Lines startUpCommands = {gmapi::Macro("&amp;Version"),
+                                      gmapi::Macro("&amp;ProgramDataDir"),
+                                      gmapi::Macro("&amp;UserName")};
+inline const Lines phoneCommands = {gmapi::Macro("&amp;Phone1"), gmapi::Macro("&amp;Phone2"),
+                                    gmapi::Macro("&amp;Phone3")};
+
+}  // namespace end_to_end

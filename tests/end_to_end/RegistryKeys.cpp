@@ -1,0 +1,121 @@
+#include "RegistryKeys.h"
+
+#include <gtest/gtest.h>
+
+#include <utility>
+
+#include "Text.h"
+
+namespace end_to_end {
+namespace {
+
+// Closes a key.
+class OpenKey {
+public:
+    OpenKey(HKEY root, const std::wstring& path, bool create) {
+        const REGSAM access = create ? KEY_ALL_ACCESS : KEY_READ;
+        if (create) {
+            RegCreateKeyExW(root, path.c_str(), 0, nullptr, 0, access, nullptr, &key_, nullptr);
+        } else if (RegOpenKeyExW(root, path.c_str(), 0, access, &key_) != ERROR_SUCCESS) {
+            key_ = nullptr;
+        }
+    }
+    OpenKey(const OpenKey&) = delete;
+    OpenKey& operator=(const OpenKey&) = delete;
+    ~OpenKey() {
+        if (key_ != nullptr) {
+            RegCloseKey(key_);
+        }
+    }
+
+    explicit operator bool() const { return key_ != nullptr; }
+    HKEY get() const { return key_; }
+
+private:
+    HKEY key_ = nullptr;
+};
+
+std::string TextOf(DWORD type, std::wstring text) {
+    if (type != REG_SZ) {
+        return "<type " + std::to_string(type) + ">";
+    }
+    if (!text.empty() && text.back() == L'\0') {
+        text.pop_back();
+    }
+    return Utf8(text);
+}
+
+void CopyKey(HKEY fromRoot, const std::wstring& from, HKEY toRoot, const std::wstring& to) {
+    const OpenKey target(toRoot, to, true);
+    const OpenKey source(fromRoot, from, false);
+    EXPECT_EQ(RegCopyTreeW(source.get(), nullptr, target.get()), ERROR_SUCCESS) << Utf8(from);
+}
+
+}  // namespace
+
+ClearedKey::ClearedKey(HKEY root, std::wstring path)
+    : root_(root),
+      path_(std::move(path)),
+      backup_(L"Software\\Halvorn end-to-end tests\\" + path_),
+      existed_(RegistryKeyExists(root_, path_)) {
+    if (existed_) {
+        CopyKey(root_, path_, HKEY_CURRENT_USER, backup_);
+    }
+    Clear();
+}
+
+ClearedKey::~ClearedKey() {
+    Clear();
+    if (existed_) {
+        CopyKey(HKEY_CURRENT_USER, backup_, root_, path_);
+        RegDeleteTreeW(HKEY_CURRENT_USER, backup_.c_str());
+    }
+}
+
+void ClearedKey::Clear() {
+    RegDeleteTreeW(root_, path_.c_str());
+    EXPECT_FALSE(RegistryKeyExists(root_, path_)) << Utf8(path_);
+}
+
+void SetRegistryText(HKEY root, const std::wstring& path, const std::string& name,
+                     const std::string& text) {
+    const OpenKey key(root, path, true);
+    const std::wstring data = Wide(text);
+    ASSERT_EQ(RegSetValueExW(key.get(), Wide(name).c_str(), 0, REG_SZ,
+                             reinterpret_cast<const BYTE*>(data.c_str()),
+                             static_cast<DWORD>((data.size() + 1) * sizeof(wchar_t))),
+              ERROR_SUCCESS)
+        << Utf8(path) << ": " << name;
+}
+
+std::optional<std::string> RegistryText(HKEY root, const std::wstring& path,
+                                        const std::string& name) {
+    const std::map<std::string, std::string> values = RegistryValues(root, path);
+    const auto found = values.find(name);
+    return found == values.end() ? std::nullopt : std::optional(found->second);
+}
+
+bool RegistryKeyExists(HKEY root, const std::wstring& path) {
+    return static_cast<bool>(OpenKey(root, path, false));
+}
+
+std::map<std::string, std::string> RegistryValues(HKEY root, const std::wstring& path) {
+    std::map<std::string, std::string> values;
+    const OpenKey key(root, path, false);
+    for (DWORD index = 0; key; ++index) {
+        wchar_t name[256];
+        DWORD nameSize = 256;
+        std::wstring data(4096, L'\0');
+        DWORD size = static_cast<DWORD>(data.size() * sizeof(wchar_t));
+        DWORD type = 0;
+        if (RegEnumValueW(key.get(), index, name, &nameSize, nullptr, &type,
+                          reinterpret_cast<BYTE*>(data.data()), &size) != ERROR_SUCCESS) {
+            break;
+        }
+        data.resize(size / sizeof(wchar_t));
+        values[Utf8({name, nameSize})] = TextOf(type, data);
+    }
+    return values;
+}
+
+}  // namespace end_to_end

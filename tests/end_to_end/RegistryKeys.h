@@ -1,0 +1,38 @@
+#pragma once
+
+#include <windows.h>
+
+#include <map>
+#include <optional>
+#include <string>
+
+namespace end_to_end {
+
+// Clears a registry key for its lifetime and puts back afterwards what stood in it.
+class ClearedKey {
+public:
+    ClearedKey(HKEY root, std::wstring path);
+    ClearedKey(const ClearedKey&) = delete;
+    ClearedKey& operator=(const ClearedKey&) = delete;
+    ~ClearedKey();
+
+    // Deletes the key and all below.
+    void Clear();
+
+private:
+    HKEY root_;
+    std::wstring path_;
+    std::wstring backup_;
+    bool existed_ = false;
+};
+
+// Text values of one key, UTF-8.
+void SetRegistryText(HKEY root, const std::wstring& path, const std::string& name,
+                     const std::string& text);
+std::optional<std::string> RegistryText(HKEY root, const std::wstring& path,
+                                        const std::string& name);
+bool RegistryKeyExists(HKEY root, const std::wstring& path);
+// Names and texts of all values; a value that is no text reads "<type N>".
+std::map<std::string, std::string> RegistryValues(HKEY root, const std::wstring& path);
+
+}  // namespace end_to_end
