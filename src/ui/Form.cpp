@@ -114,12 +114,13 @@ Control& Form::control(std::wstring_view name, int index) const {
     return *controls_[row];
 }
 
+std::wstring_view Form::FramesOf(const TabStrip& strip) {
+    return strip.spec().name == L"tabstripOptions" ? L"frameOptions" : L"frameParams";
+}
+
 void Form::SelectTab(TabStrip& strip, int tab) {
-    if (strip.selectedTab_ == tab)
-        return;
-    const bool isOptions = &strip == &tabstripOptions;
-    const std::wstring_view frames = isOptions ? L"frameOptions" : L"frameParams";
-    if (FindControl(frames, tab) == noControl)
+    const std::wstring_view frames = FramesOf(strip);
+    if (strip.selectedTab_ == tab || FindControl(frames, tab) == noControl)
         return;
     control(frames, strip.selectedTab_).setVisible(false);
     strip.selectedTab_ = tab;

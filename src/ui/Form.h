@@ -268,6 +268,9 @@ public:
     [[nodiscard]] Control& frameOptions(int index) const { return control(L"frameOptions", index); }
     [[nodiscard]] Control& frameParams(int index) const { return control(L"frameParams", index); }
 
+    // The name of the frames that a strip switches between.
+    [[nodiscard]] static std::wstring_view FramesOf(const TabStrip& strip);
+
     // Shows the frame of the tab instead of the one shown before.
     void SelectTab(TabStrip& strip, int tab);
 

@@ -1,11 +1,9 @@
 #pragma once
 
-#include <memory>
-#include <optional>
 #include <string>
 #include <unordered_map>
-#include <vector>
 
+#include "ui/ControlWindows.h"
 #include "ui/Form.h"
 #include "util/Windows.h"
 
@@ -22,7 +20,7 @@ public:
     MainWindow(const MainWindow&) = delete;
     MainWindow& operator=(const MainWindow&) = delete;
 
-    // Nothing until the window was shown.
+    // Nothing until the form was shown, and again after the window was closed.
     [[nodiscard]] HWND handle() const { return window_; }
 
     // Serves messages until the window has gone.
@@ -36,43 +34,29 @@ public:
     void OnFocusRequested(const Control& control) override;
 
 private:
-    struct DeleteFont {
-        void operator()(HFONT font) const { DeleteObject(font); }
-    };
-    using UniqueFont = std::unique_ptr<std::remove_pointer_t<HFONT>, DeleteFont>;
-
     static LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM wParam,
                                             LPARAM lParam);
-    static LRESULT CALLBACK PanelProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
-    LRESULT OnCommand(int controlId, int notification);
-    LRESULT OnNotify(const NMHDR& header);
+    void OnCommand(int controlId, int notification);
+    void OnTextBox(TextBox& box, int notification);
     void OnLeave(TextBox& box);
+    void OnTabSelected(HWND strip);
+    void OnDpiChanged(const RECT& suggested);
 
     void Create();
-    void CreateControl(Control& control);
-    [[nodiscard]] HWND ParentOf(const Control& control) const;
-    void AddTooltip(const Control& control);
-    void ApplyDpi();
-    void SizeWindow();
-    void PlaceControl(const Control& control);
-    void ShowState(const Control& control);
-    void ShowText(const Control& control);
-
-    [[nodiscard]] HWND windowOf(const Control& control) const { return windows_[control.row()]; }
-    [[nodiscard]] Control* ControlOfId(int controlId) const;
+    void Size();
+    void CentreOnMonitor();
 
     Form& form_;
     FormActions& actions_;
     HINSTANCE instance_;
     HWND window_ = nullptr;
-    HWND tooltips_ = nullptr;
     UINT dpi_ = 96;
-    UniqueFont font_;
-    std::vector<HWND> windows_;
+    ControlWindows controls_;
+    // The text of each box when the focus came to it.
     std::unordered_map<std::size_t, std::wstring> textOnEntry_;
     const Control* typedInto_ = nullptr;
-    bool showing_ = false;  // the form is being shown: its changes are no input
+    bool showing_ = false;  // the form is being shown: what the controls tell is no input
 };
 
 }  // namespace corvane

@@ -1,0 +1,292 @@
+#include "ui/ControlWindows.h"
+
+#include <utility>
+
+#include "ui/Dpi.h"
+
+#include <commctrl.h>
+#include <uxtheme.h>
+
+namespace corvane {
+
+namespace {
+
+constexpr wchar_t frameClass[] = L"CorvaneFrame";
+
+struct NativeKind {
+    const wchar_t* className;
+    DWORD style;
+    DWORD extendedStyle;
+};
+
+NativeKind KindOf(const ControlSpec& spec) {
+    const bool multiLine = spec.has(ControlTrait::multiLine);
+    switch (spec.kind) {
+        case ControlKind::Label:
+            return {WC_STATICW, SS_LEFT | SS_NOPREFIX, 0};
+        case ControlKind::TextBox: {
+            DWORD style = WS_TABSTOP;
+            style |= multiLine ? DWORD{ES_MULTILINE | ES_AUTOVSCROLL | WS_VSCROLL}
+                               : DWORD{ES_AUTOHSCROLL};
+            if (spec.has(ControlTrait::readOnly))
+                style |= ES_READONLY;
+            return {WC_EDITW, style, WS_EX_CLIENTEDGE};
+        }
+        case ControlKind::CheckBox:
+            return {WC_BUTTONW, WS_TABSTOP | BS_3STATE | BS_NOTIFY, 0};
+        case ControlKind::OptionButton: {
+            const DWORD wrap = multiLine ? DWORD{BS_MULTILINE | BS_TOP} : 0;
+            return {WC_BUTTONW, BS_AUTORADIOBUTTON | BS_NOTIFY | wrap, 0};
+        }
+        case ControlKind::CommandButton: {
+            const DWORD push = spec.has(ControlTrait::byDefault) ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON;
+            return {WC_BUTTONW, WS_TABSTOP | push, 0};
+        }
+        case ControlKind::TabStrip:
+            return {WC_TABCONTROLW, WS_TABSTOP | WS_CLIPSIBLINGS, 0};
+        case ControlKind::Frame:
+            break;
+    }
+    // A group box paints no inside: the frame beneath it must.
+    return {frameClass, spec.has(ControlTrait::plain) ? DWORD{WS_CLIPCHILDREN} : 0,
+            WS_EX_CONTROLPARENT};
+}
+
+bool HasBorder(const ControlSpec& spec) {
+    return spec.kind == ControlKind::Frame && !spec.has(ControlTrait::plain);
+}
+
+// The page of a themed tab strip is drawn in the window colour.
+HBRUSH PageBrush() {
+    return GetSysColorBrush(IsAppThemed() ? COLOR_WINDOW : COLOR_BTNFACE);
+}
+
+bool IsTextBox(HWND control) {
+    const auto row = static_cast<std::size_t>(GetDlgCtrlID(control) - firstControlId);
+    return row < controlCatalogue.size() && controlCatalogue[row].kind == ControlKind::TextBox;
+}
+
+// Whether an option button begins a new group in the order of the table.
+bool BeginsGroup(std::size_t row) {
+    const ControlSpec& spec = controlCatalogue[row];
+    if (spec.kind != ControlKind::OptionButton)
+        return true;
+    return row == 0 || controlCatalogue[row - 1].group != spec.group;
+}
+
+}  // namespace
+
+ControlWindows::ControlWindows(const Form& form, HINSTANCE instance)
+    : form_(form),
+      instance_(instance),
+      windows_(controlCatalogue.size(), nullptr),
+      borders_(controlCatalogue.size(), nullptr) {}
+
+void ControlWindows::Create(HWND window) {
+    window_ = window;
+    WNDCLASSEXW frame{};
+    frame.cbSize = sizeof(frame);
+    frame.lpfnWndProc = &ControlWindows::FrameProcedure;
+    frame.hInstance = instance_;
+    frame.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+    frame.lpszClassName = frameClass;
+    RegisterClassExW(&frame);
+
+    tooltips_ = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr,
+                                WS_POPUP | TTS_NOPREFIX | TTS_ALWAYSTIP, 0, 0, 0, 0, window,
+                                nullptr, instance_, nullptr);
+    for (const Control* control : form_.controls())
+        CreateControl(*control);
+}
+
+void ControlWindows::CreateControl(const Control& control) {
+    const ControlSpec& spec = control.spec();
+    const NativeKind kind = KindOf(spec);
+    const HWND parent =
+        spec.parent.empty() ? window_ : windows_[FindControl(spec.parent, spec.parentIndex)];
+    const auto id = reinterpret_cast<HMENU>(static_cast<INT_PTR>(ControlId(control.row())));
+    const DWORD group = BeginsGroup(control.row()) ? WS_GROUP : 0;
+    const HWND native =
+        CreateWindowExW(kind.extendedStyle, kind.className, control.caption().c_str(),
+                        WS_CHILD | group | kind.style, 0, 0, 0, 0, parent, id, instance_, nullptr);
+    windows_[control.row()] = native;
+    if (HasBorder(spec)) {
+        borders_[control.row()] = CreateWindowExW(0, WC_BUTTONW, control.caption().c_str(),
+                                                  WS_CHILD | WS_VISIBLE | BS_GROUPBOX, 0, 0, 0, 0,
+                                                  native, nullptr, instance_, nullptr);
+    }
+    if (spec.kind == ControlKind::TabStrip)
+        AddTabs(static_cast<const TabStrip&>(control));
+    // The system's limit of 32K is lifted.
+    if (spec.kind == ControlKind::TextBox)
+        SendMessageW(native, EM_SETLIMITTEXT, 0, 0);
+    AddTooltip(control, TTM_ADDTOOLW);
+}
+
+void ControlWindows::AddTabs(const TabStrip& strip) {
+    const std::wstring_view frames = Form::FramesOf(strip);
+    for (int tab = 0; FindControl(frames, tab) != noControl; ++tab) {
+        std::wstring caption = form_.control(frames, tab).caption();
+        TCITEMW item{};
+        item.mask = TCIF_TEXT;
+        item.pszText = caption.data();
+        SendMessageW(of(strip), TCM_INSERTITEMW, static_cast<WPARAM>(tab),
+                     reinterpret_cast<LPARAM>(&item));
+    }
+}
+
+void ControlWindows::AddTooltip(const Control& control, UINT message) {
+    TTTOOLINFOW tool{};
+    tool.cbSize = sizeof(tool);
+    tool.uFlags = TTF_SUBCLASS | TTF_IDISHWND;
+    tool.hwnd = window_;
+    tool.uId = reinterpret_cast<UINT_PTR>(of(control));
+    std::wstring text = control.tooltip();
+    tool.lpszText = text.data();
+    SendMessageW(tooltips_, message, 0, reinterpret_cast<LPARAM>(&tool));
+}
+
+void ControlWindows::ShowTooltip(const Control& control) {
+    AddTooltip(control, TTM_UPDATETIPTEXTW);
+}
+
+int ControlWindows::Pixels(int twips) const {
+    return PixelsFromTwips(twips, dpi_);
+}
+
+void ControlWindows::Layout(UINT dpi) {
+    dpi_ = dpi;
+    UniqueFont previous = std::exchange(font_, UniqueFont(CreateMessageFont(dpi)));
+    constexpr int tipWidth = 5400;
+    SendMessageW(tooltips_, TTM_SETMAXTIPWIDTH, 0, Pixels(tipWidth));
+    for (const Control* control : form_.controls())
+        PlaceControl(*control);
+    CutOutPage(form_.tabstripOptions, form_.frameOptions(0));
+    CutOutPage(form_.tabstripParams, form_.frameParams(0));
+}
+
+void ControlWindows::PlaceControl(const Control& control) {
+    const Place& place = control.spec().place;
+    const int width = Pixels(place.width);
+    const int height = Pixels(place.height);
+    const auto font = reinterpret_cast<WPARAM>(font_.get());
+    SendMessageW(of(control), WM_SETFONT, font, FALSE);
+    SetWindowPos(of(control), nullptr, Pixels(place.left), Pixels(place.top), width, height,
+                 SWP_NOZORDER | SWP_NOACTIVATE);
+    if (const HWND border = borders_[control.row()]) {
+        SendMessageW(border, WM_SETFONT, font, FALSE);
+        SetWindowPos(border, HWND_BOTTOM, 0, 0, width, height, SWP_NOACTIVATE);
+    }
+}
+
+// A strip stands before its pages in the tab order and so above them; without this hole it would
+// cover them.
+void ControlWindows::CutOutPage(const Control& strip, const Control& page) {
+    const Place& around = strip.spec().place;
+    const Place& inside = page.spec().place;
+    const int left = Pixels(inside.left) - Pixels(around.left);
+    const int top = Pixels(inside.top) - Pixels(around.top);
+    const HRGN region = CreateRectRgn(0, 0, Pixels(around.width), Pixels(around.height));
+    const HRGN hole =
+        CreateRectRgn(left, top, left + Pixels(inside.width), top + Pixels(inside.height));
+    CombineRgn(region, region, hole, RGN_DIFF);
+    DeleteObject(hole);
+    SetWindowRgn(of(strip), region, TRUE);  // the window owns the region now
+}
+
+bool ControlWindows::IsInParamsArea(const Control& control) const {
+    return &control == &form_.tabstripParams || control.spec().name == L"frameParams";
+}
+
+void ControlWindows::ShowParams(bool shown) {
+    paramsShown_ = shown;
+    for (const Control* control : form_.controls()) {
+        if (IsInParamsArea(*control))
+            ShowState(*control);
+    }
+}
+
+void ControlWindows::ShowState(const Control& control) {
+    const HWND native = of(control);
+    switch (control.spec().kind) {
+        case ControlKind::TextBox:
+            SetWindowTextW(native, static_cast<const TextBox&>(control).text().c_str());
+            break;
+        case ControlKind::CheckBox: {
+            const auto& box = static_cast<const CheckBox&>(control);
+            SendMessageW(native, BM_SETCHECK, static_cast<WPARAM>(box.value()), 0);
+            break;
+        }
+        case ControlKind::OptionButton: {
+            const bool selected = static_cast<const OptionButton&>(control).selected();
+            SendMessageW(native, BM_SETCHECK, selected ? BST_CHECKED : BST_UNCHECKED, 0);
+            break;
+        }
+        case ControlKind::TabStrip:
+            SendMessageW(native, TCM_SETCURSEL,
+                         static_cast<WPARAM>(static_cast<const TabStrip&>(control).selectedTab()),
+                         0);
+            break;
+        case ControlKind::Label:
+        case ControlKind::CommandButton:
+            SetWindowTextW(native, control.caption().c_str());
+            break;
+        case ControlKind::Frame:
+            break;
+    }
+    EnableWindow(native, control.enabled());
+    const bool shown = control.visible() && (paramsShown_ || !IsInParamsArea(control));
+    ShowWindow(native, shown ? SW_SHOWNA : SW_HIDE);
+}
+
+void ControlWindows::ShowAppended(const TextBox& box) {
+    const HWND native = of(box);
+    const int shown = GetWindowTextLengthW(native);
+    SendMessageW(native, EM_SETSEL, static_cast<WPARAM>(shown), shown);
+    SendMessageW(native, EM_REPLACESEL, FALSE,
+                 reinterpret_cast<LPARAM>(box.text().c_str() + shown));
+    SendMessageW(native, EM_SCROLLCARET, 0, 0);
+}
+
+Control* ControlWindows::FindById(int controlId) const {
+    const auto row = static_cast<std::size_t>(controlId - firstControlId);
+    if (controlId < firstControlId || row >= form_.controls().size())
+        return nullptr;
+    return form_.controls()[row];
+}
+
+std::wstring ControlWindows::TextOf(HWND window) {
+    const int length = GetWindowTextLengthW(window);
+    std::wstring text(static_cast<std::size_t>(length), L'\0');
+    const int copied = GetWindowTextW(window, text.data(), length + 1);
+    text.resize(static_cast<std::size_t>(copied));
+    return text;
+}
+
+LRESULT CALLBACK ControlWindows::FrameProcedure(HWND frame, UINT message, WPARAM wParam,
+                                                LPARAM lParam) {
+    switch (message) {
+        case WM_COMMAND:
+        case WM_NOTIFY:
+            return SendMessageW(GetAncestor(frame, GA_ROOT), message, wParam, lParam);
+        case WM_ERASEBKGND:
+        case WM_PRINTCLIENT: {
+            RECT area;
+            GetClientRect(frame, &area);
+            FillRect(reinterpret_cast<HDC>(wParam), &area, PageBrush());
+            return TRUE;
+        }
+        case WM_CTLCOLORSTATIC:
+        case WM_CTLCOLORBTN:
+            // A read-only box keeps the colour that tells it from one to type in.
+            if (IsTextBox(reinterpret_cast<HWND>(lParam)))
+                break;
+            SetBkMode(reinterpret_cast<HDC>(wParam), TRANSPARENT);
+            return reinterpret_cast<LRESULT>(PageBrush());
+        default:
+            break;
+    }
+    return DefWindowProcW(frame, message, wParam, lParam);
+}
+
+}  // namespace corvane

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "ui/Form.h"
+#include "util/Windows.h"
+
+namespace corvane {
+
+// The native control of each control of the form: created from the control catalogue, placed for a
+// resolution, and shown in the state that the form has.
+class ControlWindows {
+public:
+    ControlWindows(const Form& form, HINSTANCE instance);
+
+    // Registers the class of frames; what their controls tell goes to the window's root.
+    void Create(HWND window);
+
+    // Places and fonts for the resolution, in dots per inch.
+    void Layout(UINT dpi);
+
+    void ShowState(const Control& control);
+    // Shows what was appended to a box's text, at a cost that does not grow with the text.
+    void ShowAppended(const TextBox& box);
+    void ShowTooltip(const Control& control);
+
+    // The parameters area is there only while the window is wide.
+    void ShowParams(bool shown);
+
+    [[nodiscard]] HWND of(const Control& control) const { return windows_[control.row()]; }
+    [[nodiscard]] Control* FindById(int controlId) const;
+    [[nodiscard]] static std::wstring TextOf(HWND window);
+
+private:
+    struct DeleteGdiObject {
+        void operator()(HGDIOBJ object) const { DeleteObject(object); }
+    };
+    using UniqueFont = std::unique_ptr<std::remove_pointer_t<HFONT>, DeleteGdiObject>;
+
+    static LRESULT CALLBACK FrameProcedure(HWND frame, UINT message, WPARAM wParam, LPARAM lParam);
+    void CreateControl(const Control& control);
+    void AddTabs(const TabStrip& strip);
+    void AddTooltip(const Control& control, UINT message);
+    void PlaceControl(const Control& control);
+    void CutOutPage(const Control& strip, const Control& page);
+    [[nodiscard]] int Pixels(int twips) const;
+    [[nodiscard]] bool IsInParamsArea(const Control& control) const;
+
+    const Form& form_;
+    HINSTANCE instance_;
+    HWND window_ = nullptr;
+    HWND tooltips_ = nullptr;
+    UINT dpi_ = 96;
+    UniqueFont font_;
+    bool paramsShown_ = false;
+    std::vector<HWND> windows_;  // in the order of the catalogue
+    std::vector<HWND> borders_;  // the group box of a frame with a border
+};
+
+}  // namespace corvane
