@@ -30,6 +30,13 @@ constexpr FieldPlace fieldPlaces[] = {
 };
 constexpr int fieldLines = 4;
 
+// A list shows one line for each item.
+std::wstring OnOneLine(std::wstring text) {
+    std::replace(text.begin(), text.end(), L'\n', L' ');
+    std::erase(text, L'\r');
+    return text;
+}
+
 void FillList(HWND list, const Table& table, size_t firstColumn) {
     ListView_DeleteAllItems(list);
     for (size_t row = 0; row < table.rows.size(); ++row) {
@@ -38,7 +45,8 @@ void FillList(HWND list, const Table& table, size_t firstColumn) {
             item.mask = LVIF_TEXT;
             item.iItem = static_cast<int>(row);
             item.iSubItem = static_cast<int>(column - firstColumn);
-            item.pszText = const_cast<wchar_t*>(table.rows[row][column].c_str());
+            std::wstring text = OnOneLine(table.rows[row][column]);
+            item.pszText = text.data();
             SendMessageW(list, item.iSubItem == 0 ? LVM_INSERTITEMW : LVM_SETITEMW, 0,
                          reinterpret_cast<LPARAM>(&item));
         }
@@ -250,6 +258,11 @@ void ContactWindow::OnMenu(int command) {
             break;
         case IDM_EXIT:
             PostMessageW(window_, WM_CLOSE, 0, 0);
+            break;
+        case IDOK:  // Enter
+            if (GetFocus() == history_) {
+                OnListOpened(IDC_HISTORY, ListView_GetNextItem(history_, -1, LVNI_SELECTED));
+            }
             break;
         case IDCANCEL:  // Esc closes a further window, never the main one
             if (kind_ == Kind::Further) {

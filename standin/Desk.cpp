@@ -69,8 +69,12 @@ void Desk::Run() {
         LoadAcceleratorsW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDR_ACCELERATORS));
     MSG message{};
     while (GetMessageW(&message, nullptr, 0, 0) > 0) {
-        if (!ServedByDialog(message) &&
-            TranslateAcceleratorW(main_->handle(), accelerators, &message) == 0) {
+        // The accelerators are the main window's alone.
+        const bool forMain =
+            message.hwnd == main_->handle() || IsChild(main_->handle(), message.hwnd) != FALSE;
+        const bool accelerated =
+            forMain && TranslateAcceleratorW(main_->handle(), accelerators, &message) != 0;
+        if (!accelerated && !ServedByDialog(message)) {
             TranslateMessage(&message);
             DispatchMessageW(&message);
         }
@@ -90,7 +94,7 @@ bool Desk::ServedByDialog(MSG& message) {
             return true;
         }
     }
-    return false;
+    return IsDialogMessageW(main_->handle(), &message) != FALSE;
 }
 
 std::optional<std::wstring> Desk::CurrentAccount() const {

@@ -171,19 +171,13 @@ TemporaryFolder::~TemporaryFolder() {
     DeleteFolder(path_);
 }
 
-Process::Process(const std::wstring& program, const std::wstring& arguments,
-                 HANDLE standardOutput) {
+Process::Process(const std::wstring& program, const std::wstring& arguments) {
     std::wstring line = L"\"" + program + L"\" " + arguments;
     STARTUPINFOW startUp{};
     startUp.cb = sizeof startUp;
-    if (standardOutput != nullptr) {
-        startUp.dwFlags = STARTF_USESTDHANDLES;
-        startUp.hStdOutput = standardOutput;
-        startUp.hStdError = standardOutput;
-    }
     PROCESS_INFORMATION information{};
-    if (CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, standardOutput != nullptr, 0,
-                       nullptr, nullptr, &startUp, &information)) {
+    if (CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
+                       &startUp, &information)) {
         CloseHandle(information.hThread);
         handle_ = information.hProcess;
         id_ = information.dwProcessId;

@@ -44,8 +44,7 @@ private:
 class Process {
 public:
     Process() = default;
-    Process(const std::wstring& program, const std::wstring& arguments,
-            HANDLE standardOutput = nullptr);
+    Process(const std::wstring& program, const std::wstring& arguments);
     Process(Process&& source) noexcept { *this = std::move(source); }
     Process& operator=(Process&& source) noexcept;
     ~Process();
