@@ -36,6 +36,7 @@ CompleteCallDialog::CompleteCallDialog(Desk& desk, HWND owner, CallKind kind, st
         SetText(IDC_CALL_CONTACT, (row[0] + L", " + row[1]).c_str());
     }
     Show();
+    SetFocus(GetDlgItem(handle(), IDC_REFERENCE));
 }
 
 bool CompleteCallDialog::OnCommand(int controlId, int) {
