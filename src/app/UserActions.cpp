@@ -70,9 +70,10 @@ bool UserActions::MayLeave(TextBox& box, bool changed) {
 
 void UserActions::Activated() {
     parts_.errors.Guard([this] {
-        if (parts_.form.cmdProcessCall.enabled())
-            parts_.form.SetFocus(parts_.form.cmdProcessCall);
         parts_.rules.RunOnActivation();
+        if (parts_.form.cmdProcessCall.enabled()) {
+            parts_.form.SetFocus(parts_.form.cmdProcessCall);
+        }
     });
 }
 

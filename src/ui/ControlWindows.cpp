@@ -269,6 +269,9 @@ LRESULT CALLBACK ControlWindows::FrameProcedure(HWND frame, UINT message, WPARAM
         case WM_COMMAND:
         case WM_NOTIFY:
             return SendMessageW(GetAncestor(frame, GA_ROOT), message, wParam, lParam);
+        case WM_CLOSE:
+            // A box of many lines sends this to its parent on Esc.
+            return SendMessageW(GetAncestor(frame, GA_ROOT), WM_COMMAND, IDCANCEL, 0);
         case WM_ERASEBKGND:
         case WM_PRINTCLIENT: {
             RECT area;

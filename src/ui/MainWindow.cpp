@@ -159,9 +159,13 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             OnLeave(static_cast<TextBox&>(*form_.controls()[wParam]));
             return 0;
         case WM_ACTIVATE:
-            if (LOWORD(wParam) != WA_INACTIVE && !showing_)
-                actions_.Activated();
+            OnActivate(LOWORD(wParam) != WA_INACTIVE);
             return 0;
+        case DM_GETDEFID:
+            // Enter presses the default button while it can be pressed.
+            return form_.cmdProcessCall.enabled()
+                       ? MAKELRESULT(ControlId(form_.cmdProcessCall.row()), DC_HASDEFID)
+                       : 0;
         case WM_DPICHANGED:
             OnDpiChanged(*reinterpret_cast<const RECT*>(lParam));
             return 0;
@@ -185,6 +189,20 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             break;
     }
     return DefWindowProcW(window_, message, wParam, lParam);
+}
+
+void MainWindow::OnActivate(bool active) {
+    if (!active) {
+        lastFocus_ = GetFocus();
+        return;
+    }
+    if (!IsChild(window_, lastFocus_)) {
+        lastFocus_ = GetNextDlgTabItem(window_, nullptr, FALSE);
+    }
+    ::SetFocus(lastFocus_);
+    if (!showing_) {
+        actions_.Activated();
+    }
 }
 
 void MainWindow::OnDpiChanged(const RECT& suggested) {

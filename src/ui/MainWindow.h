@@ -41,6 +41,7 @@ private:
     void OnTextBox(TextBox& box, int notification);
     void OnLeave(TextBox& box);
     void OnTabSelected(HWND strip);
+    void OnActivate(bool active);
     void OnDpiChanged(const RECT& suggested);
 
     void Create();
@@ -53,6 +54,7 @@ private:
     HWND window_ = nullptr;
     UINT dpi_ = 96;
     ControlWindows controls_;
+    HWND lastFocus_ = nullptr;  // comes back when the window becomes active again
     // The text of each box when the focus came to it.
     std::unordered_map<std::size_t, std::wstring> textOnEntry_;
     const Control* typedInto_ = nullptr;
