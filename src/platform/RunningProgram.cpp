@@ -1,11 +1,22 @@
 #include "platform/RunningProgram.h"
 
+#include <utility>
+
 #include "util/Text.h"
 #include "util/Windows.h"
 
 namespace corvane {
 
 namespace {
+
+// A starter may have named the program by \\?\C:\...; users and the registry write C:\...
+std::wstring WithoutVerbatimPrefix(std::wstring path) {
+    constexpr std::wstring_view prefix = L"\\\\?\\";
+    if (path.starts_with(prefix) && path.size() > 5 && path[5] == L':') {
+        path.erase(0, prefix.size());
+    }
+    return path;
+}
 
 std::wstring ModulePath() {
     std::wstring path(MAX_PATH, L'\0');
@@ -14,7 +25,7 @@ std::wstring ModulePath() {
             GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
         if (length < path.size()) {
             path.resize(length);
-            return path;
+            return WithoutVerbatimPrefix(std::move(path));
         }
         path.resize(path.size() * 2);
     }
