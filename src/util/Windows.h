@@ -4,3 +4,4 @@
 #include <windows.h>
 
 #undef GetCommandLine
+#undef WriteProfileString
