@@ -100,7 +100,10 @@ fi
     fail "Wine does not start: $(cat "$work/start.log")"
 mkfifo "$work/never"
 "${enclose[@]}" "$loader" cmd.exe <>"$work/never" >"$work/keeper.log" 2>&1 &
-"${enclose[@]}" "$loader" explorer.exe /desktop </dev/null >"$work/explorer.log" 2>&1 &
+# To look for the windows of a process that does not exist opens the desktop, and answers 128.
+opened=0
+"${enclose[@]}" "$loader" taskkill.exe /PID 999999 </dev/null >"$work/open.log" 2>&1 || opened=$?
+[ "$opened" -eq 128 ] || fail "Wine's desktop does not open: $(cat "$work/open.log")"
 
 export CORVANE_DESKTOP=$architecture
 status=0
