@@ -28,7 +28,11 @@ struct FindCloseLater {
 using UniqueFind = std::unique_ptr<std::remove_pointer_t<HANDLE>, FindCloseLater>;
 
 [[noreturn]] void ThrowLastError() {
-    throw ErrorFromHResult(HRESULT_FROM_WIN32(GetLastError()));
+    const DWORD code = GetLastError();
+    // A file that somebody else keeps to himself is a refused one.
+    if (code == ERROR_SHARING_VIOLATION || code == ERROR_LOCK_VIOLATION)
+        throw MakeRuntimeError(ErrorNumber::PermissionDenied);
+    throw ErrorFromHResult(HRESULT_FROM_WIN32(code));
 }
 
 bool Attributes(const std::wstring& path, DWORD& attributes) {
