@@ -48,11 +48,17 @@ RunOutcome StartUp::Run() {
 }
 
 bool StartUp::LoadConfiguration() {
-    try {
+    return Succeeds([this] {
         parts_.status.SetUpLog();
         parts_.settings.LoadSettings();
         parts_.threeCX.Discover();
         return true;
+    });
+}
+
+bool StartUp::Succeeds(const std::function<bool()>& step) {
+    try {
+        return step();
     } catch (const RuntimeError& error) {
         // The box to come does not say why.
         parts_.errors.WriteLine(error);
@@ -85,8 +91,10 @@ bool StartUp::PrepareGoldMine(bool paramsFound) {
         parts_.rules.RunAll();
         return true;
     }
-    if (parts_.goldMineVersion.CheckGoldMineVersion(form.GoldMineVersionOK) &&
-        parts_.goldMineVersion.ApplyGoldMineVersion()) {
+    if (Succeeds([&] {
+            return parts_.goldMineVersion.CheckGoldMineVersion(form.GoldMineVersionOK) &&
+                   parts_.goldMineVersion.ApplyGoldMineVersion();
+        })) {
         return true;
     }
     parts_.boxes.Notify(configurationError, BoxIcon::Critical);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 #include "app/CallParameters.h"
 
 namespace corvane {
@@ -43,6 +45,8 @@ public:
 
 private:
     [[nodiscard]] bool LoadConfiguration();
+    // A step whose failure, for any reason, is told as a failed load of the configuration.
+    [[nodiscard]] bool Succeeds(const std::function<bool()>& step);
     RunOutcome StayDisabled(bool paramsFound);
     [[nodiscard]] bool PrepareGoldMine(bool paramsFound);
     RunOutcome RunInMode(bool paramsFound);
