@@ -1,0 +1,51 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "fakes/FakeMessageBoxes.h"
+#include "fakes/FakeRegistry.h"
+#include "fakes/FakeStatusWriter.h"
+#include "settings/OptionText.h"
+#include "settings/Settings.h"
+#include "ui/EnablingRules.h"
+#include "ui/Form.h"
+
+namespace corvane::test {
+
+// A form with its enabling rules, and its options over a registry in memory.
+class OptionsTest : public testing::Test {
+protected:
+    OptionsTest() {
+        form.setChangeHandler([this](Control& changed) { rules.Run(changed); });
+    }
+
+    [[nodiscard]] std::wstring Shown(const std::wstring& name) const {
+        return OptionText(form.control(name));
+    }
+    void Set(const std::wstring& name, const std::wstring& text) {
+        SetOptionFromText(form.control(name), text);
+    }
+    void Store(const std::wstring& name, const std::wstring& text) {
+        registry.Store(FakeRegistry::ownKey, name, text);
+    }
+    [[nodiscard]] std::optional<std::wstring> Stored(const std::wstring& name) const {
+        return registry.Stored(FakeRegistry::ownKey, name);
+    }
+    // A form as a user has it before him: options loaded, GoldMine's version known.
+    void LoadAsForUser() {
+        settings.LoadSettings();
+        form.GoldMineVersionOK = true;
+        rules.RunAll();
+    }
+
+    FakeRegistry registry;
+    FakeStatusWriter status;
+    FakeMessageBoxes boxes;
+    Form form;
+    EnablingRules rules{form};
+    Settings settings{form, registry, status, boxes};
+};
+
+}  // namespace corvane::test
