@@ -1,0 +1,285 @@
+#include "gmapi/GoldMineAutomation.h"
+
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/ComApartment.h"
+#include "platform/SystemClock.h"
+#include "util/RuntimeError.h"
+#include "windows/AutomationServer.h"
+#include "windows/PumpUntil.h"
+#include "windows/RaisedError.h"
+#include "windows/RegistrySandbox.h"
+
+namespace corvane::test {
+namespace {
+
+using Answer = AutomationServer::Answer;
+
+struct SeenEvent {
+    std::wstring windowName;
+    bool up = false;
+    std::int32_t windowHandle = 0;
+    bool operator==(const SeenEvent&) const = default;
+};
+
+// GoldMine's object on the other side of COM's proxies; the reply is "<command> done" unless the
+// test says otherwise.
+class GoldMineAutomationTest : public testing::Test {
+protected:
+    void SetUp() override {
+        goldMine.setWindowUpDownHandler(
+            [this](const std::wstring& windowName, bool up, std::int32_t windowHandle) {
+                events.push_back({windowName, up, windowHandle});
+                if (onEvent)
+                    onEvent();
+            });
+    }
+
+    ComApartment apartment;
+    LibraryRegistration registration{LibraryFlavour::Complete};
+    std::function<Answer(const std::wstring&)> answer = [](const std::wstring& command) {
+        return Answer{.reply = command + L" done"};
+    };
+    AutomationServer server{[this](const std::wstring& command) { return answer(command); }};
+    std::vector<SeenEvent> events;
+    std::function<void()> onEvent;
+    GoldMineAutomation goldMine;
+};
+
+TEST_F(GoldMineAutomationTest, CommandGoesToTheFirstMethodAndItsReplyComesBack) {
+    EXPECT_FALSE(goldMine.connected());
+    goldMine.Connect();
+    EXPECT_TRUE(goldMine.connected());
+
+    EXPECT_EQ(goldMine.Send(L"<GMAPI/>"), L"<GMAPI/> done");
+
+    EXPECT_EQ(server.commands(), (std::vector<std::wstring>{L"<GMAPI/>"}));
+}
+
+TEST_F(GoldMineAutomationTest, TextsPassUnchanged) {
+    goldMine.Connect();
+    std::wstring text = L"J\x00FCrgen \x65E5\x672C \r\n<&>";
+    text += std::wstring(100'000, L'x');
+    EXPECT_EQ(goldMine.Send(text), text + L" done");
+    EXPECT_EQ(goldMine.Send(L""), L" done");
+}
+
+TEST_F(GoldMineAutomationTest, EmptyReplyIsAnEmptyText) {
+    answer = [](const std::wstring&) { return Answer{}; };
+    goldMine.Connect();
+    EXPECT_EQ(goldMine.Send(L"x"), L"");
+}
+
+TEST_F(GoldMineAutomationTest, SinkIsAdvisedAtOnceAndUnadvisedOnRelease) {
+    goldMine.Connect();
+    EXPECT_EQ(server.sinks(), 1);
+    EXPECT_EQ(server.objects(), 1);
+
+    goldMine.Release();
+
+    EXPECT_FALSE(goldMine.connected());
+    EXPECT_EQ(server.sinks(), 0);
+    EXPECT_TRUE(PumpUntil([this] { return server.objects() == 0; }));
+}
+
+TEST_F(GoldMineAutomationTest, ReleasedObjectIsCreatedAfreshByTheNextConnection) {
+    goldMine.Connect();
+    goldMine.Release();
+    goldMine.Connect();
+    EXPECT_EQ(goldMine.Send(L"again"), L"again done");
+    EXPECT_EQ(server.sinks(), 1);
+}
+
+TEST_F(GoldMineAutomationTest, ReleasingWithoutConnectionDoesNothing) {
+    goldMine.Release();
+    EXPECT_FALSE(goldMine.connected());
+}
+
+TEST_F(GoldMineAutomationTest, EventArrivesWhileTheProgramPumps) {
+    goldMine.Connect();
+    SystemClock clock;
+
+    server.RaiseWhenIdle(windowUpDownEvent, L"DIALOGSCHEDULECOMPLETE", true, 0x12345);
+
+    EXPECT_TRUE(PumpUntil([&] {
+        clock.PumpEvents();
+        return !events.empty();
+    }));
+    EXPECT_EQ(events, (std::vector<SeenEvent>{{L"DIALOGSCHEDULECOMPLETE", true, 0x12345}}));
+}
+
+TEST_F(GoldMineAutomationTest, EventArrivesInsideAnOutgoingCall) {
+    goldMine.Connect();
+    answer = [this](const std::wstring& command) {
+        server.Raise(windowUpDownEvent, L"W", false, -7);
+        return Answer{.reply = command};
+    };
+
+    EXPECT_EQ(goldMine.Send(L"menu"), L"menu");
+
+    EXPECT_EQ(events, (std::vector<SeenEvent>{{L"W", false, -7}}));
+    EXPECT_EQ(server.lastEventResult(), S_OK);
+}
+
+TEST_F(GoldMineAutomationTest, EventInsideACallMaySendCommandsItself) {
+    goldMine.Connect();
+    answer = [this](const std::wstring& command) {
+        if (command == L"menu")
+            server.Raise(windowUpDownEvent, L"W", true, 1);
+        return Answer{.reply = command + L" done"};
+    };
+    std::wstring nested;
+    onEvent = [&] { nested = goldMine.Send(L"nested"); };
+
+    EXPECT_EQ(goldMine.Send(L"menu"), L"menu done");
+
+    EXPECT_EQ(nested, L"nested done");
+    EXPECT_EQ(server.commands(), (std::vector<std::wstring>{L"menu", L"nested"}));
+}
+
+TEST_F(GoldMineAutomationTest, EventMayLetTheObjectGoInsideACall) {
+    goldMine.Connect();
+    answer = [this](const std::wstring& command) {
+        server.Raise(windowUpDownEvent, L"W", true, 1);
+        return Answer{.reply = command + L" done"};
+    };
+    onEvent = [&] { goldMine.Release(); };
+
+    EXPECT_EQ(goldMine.Send(L"menu"), L"menu done");
+
+    EXPECT_FALSE(goldMine.connected());
+}
+
+TEST_F(GoldMineAutomationTest, OtherEventsAreIgnored) {
+    goldMine.Connect();
+    answer = [this](const std::wstring& command) {
+        server.Raise(closingEvent, L"", false, 0);
+        return Answer{.reply = command};
+    };
+
+    EXPECT_EQ(goldMine.Send(L"x"), L"x");
+
+    EXPECT_TRUE(events.empty());
+    EXPECT_EQ(server.lastEventResult(), S_OK);
+}
+
+TEST_F(GoldMineAutomationTest, NoEventArrivesAfterRelease) {
+    goldMine.Connect();
+    goldMine.Release();
+    goldMine.Connect();
+    answer = [this](const std::wstring& command) {
+        server.Raise(windowUpDownEvent, L"W", true, 1);
+        return Answer{.reply = command};
+    };
+    EXPECT_EQ(goldMine.Send(L"x"), L"x");
+    EXPECT_EQ(events.size(), 1U) << "the first subscription is gone";
+}
+
+struct Failure {
+    HRESULT result;
+    std::int32_t number;
+};
+
+class GoldMineAutomationFailureTest : public GoldMineAutomationTest,
+                                      public testing::WithParamInterface<Failure> {};
+
+TEST_P(GoldMineAutomationFailureTest, HasItsNumberAndTheConnectionStays) {
+    goldMine.Connect();
+    answer = [](const std::wstring&) { return Answer{.result = GetParam().result}; };
+
+    EXPECT_EQ(RaisedBy([&] { static_cast<void>(goldMine.Send(L"x")); }).number, GetParam().number);
+
+    answer = [](const std::wstring&) { return Answer{.reply = L"well"}; };
+    EXPECT_EQ(goldMine.Send(L"y"), L"well");
+}
+
+INSTANTIATE_TEST_SUITE_P(Results, GoldMineAutomationFailureTest,
+                         testing::Values(Failure{E_ACCESSDENIED, 70},
+                                         Failure{HRESULT_FROM_WIN32(RPC_S_SERVER_UNAVAILABLE), 462},
+                                         Failure{static_cast<HRESULT>(0x800706BE), -2147023170},
+                                         Failure{DISP_E_TYPEMISMATCH, 13},
+                                         Failure{E_OUTOFMEMORY, 7},
+                                         Failure{E_FAIL, static_cast<std::int32_t>(0x80004005)}));
+
+TEST_F(GoldMineAutomationTest, ExceptionGivesItsNumberSourceAndDescription) {
+    goldMine.Connect();
+    answer = [](const std::wstring&) {
+        return Answer{.result = DISP_E_EXCEPTION,
+                      .code = 1004,
+                      .source = L"GoldMine.UI",
+                      .description = L"No such record."};
+    };
+
+    const RuntimeError error = RaisedBy([&] { static_cast<void>(goldMine.Send(L"x")); });
+
+    EXPECT_EQ(error.number, 1004);
+    EXPECT_EQ(error.source, L"GoldMine.UI");
+    EXPECT_EQ(error.description, L"No such record.");
+}
+
+TEST_F(GoldMineAutomationTest, ExceptionWithAResultCodeGivesItsClassicNumber) {
+    goldMine.Connect();
+    answer = [](const std::wstring&) {
+        return Answer{.result = DISP_E_EXCEPTION,
+                      .scode = E_ACCESSDENIED,
+                      .source = L"GoldMine.UI",
+                      .description = L"Not logged in."};
+    };
+
+    const RuntimeError error = RaisedBy([&] { static_cast<void>(goldMine.Send(L"x")); });
+
+    EXPECT_EQ(error.number, 70);
+    EXPECT_EQ(error.source, L"GoldMine.UI");
+    EXPECT_EQ(error.description, L"Not logged in.");
+}
+
+TEST_F(GoldMineAutomationTest, SendingWithoutConnectionRaises) {
+    EXPECT_EQ(RaisedBy([&] { static_cast<void>(goldMine.Send(L"x")); }).number, 462);
+}
+
+TEST(GoldMineAutomationAloneTest, ClassThatNobodyServesCannotBeCreated) {
+    const ComApartment apartment;
+    const LibraryRegistration registration(LibraryFlavour::Complete);
+    GoldMineAutomation goldMine;
+
+    const RuntimeError error = RaisedBy([&] { goldMine.Connect(); });
+
+    EXPECT_EQ(error.number, 429);
+    EXPECT_EQ(error.description, L"ActiveX component can't create object");
+    EXPECT_FALSE(goldMine.connected());
+}
+
+TEST(GoldMineAutomationAloneTest, MissingRegistrationIsNoticedAndForgotten) {
+    const ComApartment apartment;
+    GoldMineAutomation goldMine;
+    {
+        const RegistrySandbox empty(HKEY_CLASSES_ROOT);
+        EXPECT_EQ(RaisedBy([&] { goldMine.Connect(); }).number, 429);
+    }
+    // Registered in the meantime: the next command finds it.
+    const LibraryRegistration registration(LibraryFlavour::Complete);
+    AutomationServer server([](const std::wstring&) { return Answer{.reply = L"here"}; });
+    goldMine.Connect();
+    EXPECT_EQ(goldMine.Send(L"x"), L"here");
+    goldMine.Release();
+}
+
+TEST(GoldMineAutomationAloneTest, ObjectWithoutEventsTakesCommands) {
+    const ComApartment apartment;
+    const LibraryRegistration registration(LibraryFlavour::WithoutEvents);
+    AutomationServer server([](const std::wstring&) { return Answer{.reply = L"quiet"}; });
+    GoldMineAutomation goldMine;
+
+    goldMine.Connect();
+
+    EXPECT_EQ(goldMine.Send(L"x"), L"quiet");
+    EXPECT_EQ(server.sinks(), 0);
+    goldMine.Release();
+}
+
+}  // namespace
+}  // namespace corvane::test

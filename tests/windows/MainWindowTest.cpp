@@ -1,0 +1,477 @@
+#include "ui/MainWindow.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "ui/Dpi.h"
+#include "ui/Form.h"
+#include "ui/FormActions.h"
+#include "windows/PumpUntil.h"
+
+#include <commctrl.h>
+
+namespace corvane::test {
+namespace {
+
+// Does to the form what the program does, and keeps what it was told.
+class RecordedActions final : public FormActions {
+public:
+    void ButtonClicked(CommandButton& button) override {
+        told.push_back(L"button " + button.name());
+        if (button.name() == L"cmdParams" && form)
+            form->ToggleParams();
+        if (onButton)
+            onButton();
+    }
+    void CheckBoxClicked(CheckBox& box) override {
+        told.push_back(L"check " + box.name());
+        box.setChecked(!box.checked());
+    }
+    void OptionClicked(OptionButton& option) override {
+        told.push_back(L"option " + option.name());
+        option.setSelected(true);
+    }
+    bool MayLeave(TextBox& box, bool changed) override {
+        told.push_back(L"leave " + box.name() + (changed ? L" changed" : L" unchanged"));
+        return mayLeave;
+    }
+    void Activated() override { ++activations; }
+    bool MayClose() override {
+        ++closeQuestions;
+        return mayClose;
+    }
+
+    Form* form = nullptr;
+    std::vector<std::wstring> told;
+    std::function<void()> onButton;
+    bool mayLeave = true;
+    bool mayClose = true;
+    int activations = 0;
+    int closeQuestions = 0;
+};
+
+std::wstring TextOf(HWND window) {
+    std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
+    text.resize(static_cast<std::size_t>(
+        GetWindowTextW(window, text.data(), static_cast<int>(text.size()))));
+    return text;
+}
+
+std::wstring ClassOf(HWND window) {
+    wchar_t name[100] = {};
+    return {name, static_cast<std::size_t>(GetClassNameW(window, name, 100))};
+}
+
+struct IdSearch {
+    int id = 0;
+    HWND found = nullptr;
+    int count = 0;
+};
+
+BOOL CALLBACK CompareId(HWND window, LPARAM parameter) {
+    auto* search = reinterpret_cast<IdSearch*>(parameter);
+    if (GetDlgCtrlID(window) == search->id) {
+        search->found = window;
+        ++search->count;
+    }
+    return TRUE;
+}
+
+class MainWindowTest : public testing::Test {
+protected:
+    MainWindowTest() { actions.form = &form; }
+    ~MainWindowTest() override {
+        window.reset();
+        // A window that ended asks its loop to end: the next test has its own.
+        MSG message;
+        while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+        }
+    }
+
+    void Show() {
+        form.setVisible(true);
+        ASSERT_NE(window->handle(), nullptr);
+        ASSERT_TRUE(PumpUntil([this] { return actions.activations > 0; }));
+    }
+    [[nodiscard]] HWND Native(const Control& control) const {
+        IdSearch search;
+        search.id = 1001 + static_cast<int>(control.row());
+        EnumChildWindows(window->handle(), &CompareId, reinterpret_cast<LPARAM>(&search));
+        EXPECT_EQ(search.count, 1) << search.id;
+        return search.found;
+    }
+    void Click(const Control& control) const { SendMessageW(Native(control), BM_CLICK, 0, 0); }
+    void Type(const Control& control, const std::wstring& text) const {
+        for (const wchar_t character : text)
+            SendMessageW(Native(control), WM_CHAR, character, 1);
+    }
+    void ClickTab(const Control& strip, int tab) const {
+        RECT place{};
+        SendMessageW(Native(strip), TCM_GETITEMRECT, static_cast<WPARAM>(tab),
+                     reinterpret_cast<LPARAM>(&place));
+        const LPARAM point =
+            MAKELPARAM((place.left + place.right) / 2, (place.top + place.bottom) / 2);
+        SendMessageW(Native(strip), WM_LBUTTONDOWN, MK_LBUTTON, point);
+        SendMessageW(Native(strip), WM_LBUTTONUP, 0, point);
+    }
+    // Keys reach the dialog keyboard only through the window's own loop; the window has to close.
+    void PressInLoop(HWND focused, WPARAM key) {
+        SetFocus(focused);
+        PostMessageW(focused, WM_KEYDOWN, key, 1);
+        SetTimer(window->handle(), 1, patience, &MainWindowTest::GiveUp);
+        window->RunMessageLoop();
+    }
+    static void CALLBACK GiveUp(HWND window, UINT, UINT_PTR, DWORD) {
+        ADD_FAILURE() << "the key did nothing";
+        DestroyWindow(window);
+    }
+    static LRESULT CheckState(HWND window) { return SendMessageW(window, BM_GETCHECK, 0, 0); }
+
+    Form form;
+    RecordedActions actions;
+    std::unique_ptr<MainWindow> window =
+        std::make_unique<MainWindow>(form, actions, GetModuleHandleW(nullptr));
+};
+
+TEST_F(MainWindowTest, ThereIsNoWindowUntilTheFormIsShown) {
+    form.chkGlobalEnable.setChecked(true);
+    form.setCaption(L"title");
+    EXPECT_EQ(window->handle(), nullptr);
+
+    Show();
+
+    EXPECT_TRUE(IsWindowVisible(window->handle()));
+    EXPECT_EQ(ClassOf(window->handle()), L"frmCorvaneTo3CX");
+    EXPECT_EQ(TextOf(window->handle()), L"title");
+}
+
+TEST_F(MainWindowTest, EveryControlHasItsIdClassAndCaption) {
+    Show();
+    for (const Control* control : form.controls()) {
+        SCOPED_TRACE(testing::PrintToString(control->name()));
+        const HWND native = Native(*control);
+        ASSERT_NE(native, nullptr);
+        switch (control->spec().kind) {
+            case ControlKind::Label:
+                EXPECT_EQ(ClassOf(native), L"Static");
+                EXPECT_EQ(TextOf(native), control->spec().caption);
+                break;
+            case ControlKind::TextBox:
+                EXPECT_EQ(ClassOf(native), L"Edit");
+                EXPECT_EQ(TextOf(native), L"");
+                break;
+            case ControlKind::CheckBox:
+            case ControlKind::OptionButton:
+            case ControlKind::CommandButton:
+                EXPECT_EQ(ClassOf(native), L"Button");
+                EXPECT_EQ(TextOf(native), control->spec().caption);
+                break;
+            case ControlKind::TabStrip:
+                EXPECT_EQ(ClassOf(native), L"SysTabControl32");
+                break;
+            case ControlKind::Frame:
+                EXPECT_EQ(TextOf(native), control->spec().caption);
+                break;
+        }
+    }
+}
+
+TEST_F(MainWindowTest, ButtonsHaveTheKindOfTheirControls) {
+    Show();
+    const auto kind = [this](const Control& control) {
+        return GetWindowLongPtrW(Native(control), GWL_STYLE) & BS_TYPEMASK;
+    };
+    EXPECT_EQ(kind(form.chkGlobalEnable), BS_3STATE);
+    EXPECT_EQ(kind(form.cmdSaveSettings), BS_PUSHBUTTON);
+    EXPECT_EQ(kind(form.cmdProcessCall), BS_DEFPUSHBUTTON);
+}
+
+TEST_F(MainWindowTest, TabsBearTheirNamesInOrder) {
+    Show();
+    const auto tabs = [this](const Control& strip) {
+        std::vector<std::wstring> names;
+        const auto count = SendMessageW(Native(strip), TCM_GETITEMCOUNT, 0, 0);
+        for (WPARAM tab = 0; tab < static_cast<WPARAM>(count); ++tab) {
+            wchar_t text[100] = {};
+            TCITEMW item{};
+            item.mask = TCIF_TEXT;
+            item.pszText = text;
+            item.cchTextMax = 100;
+            SendMessageW(Native(strip), TCM_GETITEMW, tab, reinterpret_cast<LPARAM>(&item));
+            names.emplace_back(item.pszText);
+        }
+        return names;
+    };
+    EXPECT_EQ(tabs(form.tabstripOptions),
+              (std::vector<std::wstring>{L"General", L"CallerID Handling", L"GoldMine History",
+                                         L"Advanced", L"Status", L"About"}));
+    EXPECT_EQ(tabs(form.tabstripParams),
+              (std::vector<std::wstring>{L"Params from GoldMine", L"Params from 3CX", L"Paths",
+                                         L"Registry"}));
+}
+
+TEST_F(MainWindowTest, WindowShowsTheStateThatTheFormHadBefore) {
+    form.chkGlobalEnable.setChecked(true);
+    form.optPhone1Only.setSelected(true);
+    form.txtCallerIDFormat.setText(L"(###)###-####");
+    form.txtOutboundMaxLength.setEnabled(false);
+    form.cmdChangeLogLevel.setCaption(L"changed");
+
+    Show();
+
+    EXPECT_EQ(CheckState(Native(form.chkGlobalEnable)), BST_CHECKED);
+    EXPECT_EQ(CheckState(Native(form.optPhone1Only)), BST_CHECKED);
+    EXPECT_EQ(TextOf(Native(form.txtCallerIDFormat)), L"(###)###-####");
+    EXPECT_FALSE(IsWindowEnabled(Native(form.txtOutboundMaxLength)));
+    EXPECT_EQ(TextOf(Native(form.cmdChangeLogLevel)), L"changed");
+}
+
+TEST_F(MainWindowTest, ChangesOfTheFormAreShown) {
+    Show();
+
+    form.chkFillInRef.setValue(2);
+    form.optPhone123.setSelected(true);
+    form.optPhone1Only.setSelected(true);
+    form.txtCallerID.setText(L"5551234");
+    form.txtCallerID.setEnabled(false);
+    form.lblParam(13).setCaption(L"Path:");
+    form.setCaption(L"new title");
+
+    EXPECT_EQ(CheckState(Native(form.chkFillInRef)), BST_INDETERMINATE);
+    EXPECT_EQ(CheckState(Native(form.optPhone123)), BST_UNCHECKED);
+    EXPECT_EQ(CheckState(Native(form.optPhone1Only)), BST_CHECKED);
+    EXPECT_EQ(TextOf(Native(form.txtCallerID)), L"5551234");
+    EXPECT_FALSE(IsWindowEnabled(Native(form.txtCallerID)));
+    EXPECT_EQ(TextOf(Native(form.lblParam(13))), L"Path:");
+    EXPECT_EQ(TextOf(window->handle()), L"new title");
+    EXPECT_TRUE(actions.told.empty()) << "what the program does is no input";
+}
+
+TEST_F(MainWindowTest, ClickingACheckBoxChangesFormAndWindow) {
+    Show();
+    Click(form.chkGlobalEnable);
+    EXPECT_EQ(actions.told, (std::vector<std::wstring>{L"check chkGlobalEnable"}));
+    EXPECT_TRUE(form.chkGlobalEnable.checked());
+    EXPECT_EQ(CheckState(Native(form.chkGlobalEnable)), BST_CHECKED);
+    Click(form.chkGlobalEnable);
+    EXPECT_FALSE(form.chkGlobalEnable.checked());
+    EXPECT_EQ(CheckState(Native(form.chkGlobalEnable)), BST_UNCHECKED);
+}
+
+TEST_F(MainWindowTest, ClickingAnOptionSelectsItAndClearsItsGroup) {
+    form.optPhone123.setSelected(true);
+    form.optPopNewWindow.setSelected(true);
+    form.SelectTab(form.tabstripOptions, 1);
+    Show();
+
+    Click(form.optPhone1Only);
+
+    EXPECT_TRUE(form.optPhone1Only.selected());
+    EXPECT_FALSE(form.optPhone123.selected());
+    EXPECT_TRUE(form.optPopNewWindow.selected()) << "another group";
+    EXPECT_EQ(CheckState(Native(form.optPhone1Only)), BST_CHECKED);
+    EXPECT_EQ(CheckState(Native(form.optPhone123)), BST_UNCHECKED);
+}
+
+TEST_F(MainWindowTest, ClickingATabShowsItsFrameInPlaceOfTheFormer) {
+    Show();
+    EXPECT_TRUE(IsWindowVisible(Native(form.frameOptions(0))));
+
+    ClickTab(form.tabstripOptions, 4);
+
+    EXPECT_EQ(form.tabstripOptions.selectedTab(), 4);
+    EXPECT_FALSE(IsWindowVisible(Native(form.frameOptions(0))));
+    EXPECT_TRUE(IsWindowVisible(Native(form.frameOptions(4))));
+    ClickTab(form.tabstripOptions, 4);
+    EXPECT_TRUE(IsWindowVisible(Native(form.frameOptions(4)))) << "clicking it again";
+}
+
+TEST_F(MainWindowTest, ParamsButtonWidensAndNarrowsTheWindow) {
+    Show();
+    const UINT dpi = DpiOfWindow(window->handle());
+    const auto width = [this] {
+        RECT place{};
+        GetWindowRect(window->handle(), &place);
+        return place.right - place.left;
+    };
+    EXPECT_EQ(width(), PixelsFromTwips(7570, dpi));
+    EXPECT_FALSE(IsWindowVisible(Native(form.tabstripParams)));
+
+    Click(form.cmdParams);
+    EXPECT_EQ(width(), PixelsFromTwips(13920, dpi));
+    EXPECT_EQ(TextOf(Native(form.cmdParams)), L"<< &Params");
+    EXPECT_TRUE(IsWindowVisible(Native(form.tabstripParams)));
+    EXPECT_TRUE(IsWindowVisible(Native(form.frameParams(0))));
+    EXPECT_FALSE(IsWindowVisible(Native(form.frameParams(1))));
+
+    ClickTab(form.tabstripParams, 1);
+    EXPECT_FALSE(IsWindowVisible(Native(form.frameParams(0))));
+    EXPECT_TRUE(IsWindowVisible(Native(form.frameParams(1))));
+
+    Click(form.cmdParams);
+    EXPECT_EQ(width(), PixelsFromTwips(7800, dpi));
+    EXPECT_EQ(TextOf(Native(form.cmdParams)), L"&Params >>");
+    EXPECT_FALSE(IsWindowVisible(Native(form.tabstripParams)));
+    EXPECT_FALSE(IsWindowVisible(Native(form.frameParams(1))));
+    EXPECT_EQ(actions.told, (std::vector<std::wstring>{L"button cmdParams", L"button cmdParams"}));
+}
+
+TEST_F(MainWindowTest, EveryButtonTellsItsClick) {
+    Show();
+    for (CommandButton* button : std::initializer_list<CommandButton*>{
+             &form.cmdDefaults, &form.cmdSaveSettings, &form.cmdProcessCall, &form.cmdExit,
+             &form.cmdOpenUserINI, &form.cmdOpenGMINI, &form.cmdOpenLog, &form.cmdChangeLogLevel,
+             &form.cmdOpenPluginLog}) {
+        actions.told.clear();
+        SendMessageW(window->handle(), WM_COMMAND,
+                     MAKEWPARAM(GetDlgCtrlID(Native(*button)), BN_CLICKED),
+                     reinterpret_cast<LPARAM>(Native(*button)));
+        EXPECT_EQ(actions.told, (std::vector<std::wstring>{L"button " + button->name()}));
+    }
+}
+
+TEST_F(MainWindowTest, TypingChangesTheFormAndMakesTheSettingsDirty) {
+    form.txtOutboundMaxLength.setText(L"1");
+    Show();
+    form.SettingsDirty = false;
+    const HWND box = Native(form.txtOutboundMaxLength);
+    SendMessageW(box, EM_SETSEL, 1, 1);
+
+    Type(form.txtOutboundMaxLength, L"23");
+
+    EXPECT_EQ(form.txtOutboundMaxLength.text(), L"123");
+    EXPECT_EQ(TextOf(box), L"123");
+    EXPECT_TRUE(form.SettingsDirty);
+}
+
+TEST_F(MainWindowTest, ReadOnlyBoxesTakeNoTypingAndCanBeSelected) {
+    form.txtAppPath.setText(L"C:\\x.exe");
+    Show();
+    Type(form.txtAppPath, L"y");
+    EXPECT_EQ(TextOf(Native(form.txtAppPath)), L"C:\\x.exe");
+    SendMessageW(Native(form.txtAppPath), EM_SETSEL, 0, -1);
+    DWORD begin = 0;
+    DWORD end = 0;
+    SendMessageW(Native(form.txtAppPath), EM_GETSEL, reinterpret_cast<WPARAM>(&begin),
+                 reinterpret_cast<LPARAM>(&end));
+    EXPECT_EQ(end, 8U);
+}
+
+TEST_F(MainWindowTest, StatusBoxTakesMoreThan64KiloAndAppendsAtItsEnd) {
+    Show();
+    const std::wstring line = std::wstring(98, L'x') + L"\r\n";
+    std::wstring whole;
+    for (int count = 0; count < 1000; ++count) {
+        form.txtStatus.Append(line);
+        whole += line;
+    }
+    form.txtStatus.Append(L"the last line");
+    whole += L"the last line";
+
+    EXPECT_EQ(TextOf(Native(form.txtStatus)), whole);
+    DWORD begin = 0;
+    DWORD end = 0;
+    SendMessageW(Native(form.txtStatus), EM_GETSEL, reinterpret_cast<WPARAM>(&begin),
+                 reinterpret_cast<LPARAM>(&end));
+    EXPECT_EQ(end, whole.size()) << "the newest line is where the box stands";
+}
+
+TEST_F(MainWindowTest, TextThatTheStatusBoxHadBeforeIsContinued) {
+    form.txtStatus.Append(L"before\r\n");
+    Show();
+    form.txtStatus.Append(L"after\r\n");
+    EXPECT_EQ(TextOf(Native(form.txtStatus)), L"before\r\nafter\r\n");
+    form.txtStatus.setText(L"");
+    form.txtStatus.Append(L"anew");
+    EXPECT_EQ(TextOf(Native(form.txtStatus)), L"anew");
+}
+
+TEST_F(MainWindowTest, LeavingABoxAsksWithWhatWasTyped) {
+    Show();
+    SetFocus(Native(form.txtOutboundMaxLength));
+    Type(form.txtOutboundMaxLength, L"7");
+    SetFocus(Native(form.chkGlobalEnable));
+
+    ASSERT_TRUE(PumpUntil([this] { return !actions.told.empty(); }));
+    EXPECT_EQ(actions.told, (std::vector<std::wstring>{L"leave txtOutboundMaxLength changed"}));
+    EXPECT_EQ(GetFocus(), Native(form.chkGlobalEnable));
+
+    actions.told.clear();
+    SetFocus(Native(form.txtOutboundMaxLength));
+    SetFocus(Native(form.chkGlobalEnable));
+    ASSERT_TRUE(PumpUntil([this] { return !actions.told.empty(); }));
+    EXPECT_EQ(actions.told, (std::vector<std::wstring>{L"leave txtOutboundMaxLength unchanged"}));
+}
+
+TEST_F(MainWindowTest, BoxWhoseCheckFailsKeepsTheFocusUntilItPasses) {
+    Show();
+    actions.mayLeave = false;
+    SetFocus(Native(form.txtOutboundMaxLength));
+    Type(form.txtOutboundMaxLength, L"x");
+    SetFocus(Native(form.chkGlobalEnable));
+
+    ASSERT_TRUE(PumpUntil([this] { return !actions.told.empty(); }));
+    EXPECT_EQ(GetFocus(), Native(form.txtOutboundMaxLength));
+
+    actions.mayLeave = true;
+    actions.told.clear();
+    SetFocus(Native(form.chkGlobalEnable));
+    ASSERT_TRUE(PumpUntil([this] { return !actions.told.empty(); }));
+    EXPECT_EQ(actions.told, (std::vector<std::wstring>{L"leave txtOutboundMaxLength changed"}))
+        << "compared with the text that passed last";
+    EXPECT_EQ(GetFocus(), Native(form.chkGlobalEnable));
+}
+
+TEST_F(MainWindowTest, FocusGoesWhereTheFormWantsIt) {
+    Show();
+    form.SetFocus(form.cmdProcessCall);
+    EXPECT_EQ(GetFocus(), Native(form.cmdProcessCall));
+}
+
+TEST_F(MainWindowTest, EscapeClosesByWayOfTheExitButton) {
+    Show();
+    actions.onButton = [this] { window->Close(); };
+
+    PressInLoop(Native(form.chkGlobalEnable), VK_ESCAPE);
+
+    EXPECT_EQ(actions.told, (std::vector<std::wstring>{L"button cmdExit"}));
+    EXPECT_EQ(actions.closeQuestions, 1);
+    EXPECT_EQ(window->handle(), nullptr);
+}
+
+TEST_F(MainWindowTest, EnterPressesTheDefaultButton) {
+    Show();
+    actions.onButton = [this] { window->Close(); };
+
+    PressInLoop(Native(form.chkGlobalEnable), VK_RETURN);
+
+    EXPECT_EQ(actions.told, (std::vector<std::wstring>{L"button cmdProcessCall"}));
+}
+
+TEST_F(MainWindowTest, WindowStaysWhenClosingIsCancelled) {
+    Show();
+    actions.mayClose = false;
+    window->Close();
+    ASSERT_TRUE(PumpUntil([this] { return actions.closeQuestions == 1; }));
+    EXPECT_NE(window->handle(), nullptr);
+    EXPECT_TRUE(IsWindowVisible(window->handle()));
+}
+
+TEST_F(MainWindowTest, FormMayChangeAfterTheWindowHasGone) {
+    Show();
+    window->Close();
+    window->RunMessageLoop();
+    EXPECT_EQ(window->handle(), nullptr);
+
+    form.txtStatus.Append(L"still said");
+    form.setCaption(L"still named");
+
+    EXPECT_EQ(form.txtStatus.text(), L"still said");
+}
+
+}  // namespace
+}  // namespace corvane::test

@@ -1,0 +1,177 @@
+#include "ui/SystemMessageBoxes.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "windows/PumpUntil.h"
+
+namespace corvane::test {
+namespace {
+
+std::wstring TextOf(HWND window) {
+    std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
+    text.resize(static_cast<std::size_t>(
+        GetWindowTextW(window, text.data(), static_cast<int>(text.size()))));
+    return text;
+}
+
+std::wstring ClassOf(HWND window) {
+    wchar_t name[100] = {};
+    return {name, static_cast<std::size_t>(GetClassNameW(window, name, 100))};
+}
+
+// The visible box of this program with the product's name; nothing while there is none.
+HWND FindBox() {
+    HWND box = nullptr;
+    while ((box = FindWindowExW(nullptr, box, L"#32770", L"Halvorn Corvane to 3CX"))) {
+        DWORD process = 0;
+        GetWindowThreadProcessId(box, &process);
+        if (process == GetCurrentProcessId() && IsWindowVisible(box))
+            return box;
+    }
+    return nullptr;
+}
+
+struct SeenBox {
+    std::wstring text;
+    std::vector<std::wstring> buttons;  // captions without mnemonics
+    HICON icon = nullptr;
+    HWND owner = nullptr;
+    bool ownerEnabled = false;
+};
+
+// Reads a box and presses one of its buttons.
+SeenBox ReadAndPress(HWND box, const std::wstring& caption) {
+    SeenBox seen;
+    seen.owner = GetWindow(box, GW_OWNER);
+    seen.ownerEnabled = seen.owner && IsWindowEnabled(seen.owner);
+    HWND pressed = nullptr;
+    for (HWND child = GetWindow(box, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+        if (!IsWindowVisible(child))
+            continue;
+        const auto style = static_cast<DWORD>(GetWindowLongPtrW(child, GWL_STYLE));
+        if (ClassOf(child) == L"Button") {
+            std::wstring text = TextOf(child);
+            std::erase(text, L'&');
+            if (text == caption)
+                pressed = child;
+            seen.buttons.push_back(text);
+        } else if ((style & SS_TYPEMASK) == SS_ICON) {
+            seen.icon = reinterpret_cast<HICON>(SendMessageW(child, STM_GETICON, 0, 0));
+        } else if (std::wstring text = TextOf(child); !text.empty()) {
+            seen.text = text;
+        }
+    }
+    if (pressed)
+        PostMessageW(pressed, BM_CLICK, 0, 0);
+    else
+        PostMessageW(box, WM_CLOSE, 0, 0);
+    return seen;
+}
+
+class SystemMessageBoxesTest : public testing::Test {
+protected:
+    // Shows a box while another thread looks at it and presses the button.
+    BoxAnswer ShowAndPress(std::wstring_view text, BoxButtons buttons, BoxIcon icon,
+                           const std::wstring& caption) {
+        std::thread user([&] {
+            EXPECT_TRUE(WaitUntil([] { return FindBox() != nullptr; }));
+            if (const HWND box = FindBox())
+                seen = ReadAndPress(box, caption);
+        });
+        const BoxAnswer answer = boxes.Show(text, buttons, icon);
+        user.join();
+        return answer;
+    }
+
+    SystemMessageBoxes boxes;
+    SeenBox seen;
+};
+
+TEST_F(SystemMessageBoxesTest, TextStandsInABoxTitledWithTheProductName) {
+    const std::wstring text = L"First line\r\n\r\nSecond: \"quoted\" & J\x00FCrgen";
+    EXPECT_EQ(ShowAndPress(text, BoxButtons::Ok, BoxIcon::None, L"OK"), BoxAnswer::Ok);
+    EXPECT_EQ(seen.text, text);
+    EXPECT_EQ(seen.buttons, (std::vector<std::wstring>{L"OK"}));
+}
+
+struct Press {
+    BoxButtons buttons;
+    const wchar_t* caption;
+    BoxAnswer answer;
+    std::vector<std::wstring> captions;
+};
+
+class SystemMessageBoxesPressTest : public SystemMessageBoxesTest,
+                                    public testing::WithParamInterface<Press> {};
+
+TEST_P(SystemMessageBoxesPressTest, PressedButtonIsTheAnswer) {
+    EXPECT_EQ(ShowAndPress(L"?", GetParam().buttons, BoxIcon::None, GetParam().caption),
+              GetParam().answer);
+    EXPECT_EQ(seen.buttons, GetParam().captions);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Buttons, SystemMessageBoxesPressTest,
+    testing::Values(
+        Press{BoxButtons::Ok, L"OK", BoxAnswer::Ok, {L"OK"}},
+        Press{BoxButtons::YesNo, L"Yes", BoxAnswer::Yes, {L"Yes", L"No"}},
+        Press{BoxButtons::YesNo, L"No", BoxAnswer::No, {L"Yes", L"No"}},
+        Press{BoxButtons::YesNoCancel, L"Yes", BoxAnswer::Yes, {L"Yes", L"No", L"Cancel"}},
+        Press{BoxButtons::YesNoCancel, L"No", BoxAnswer::No, {L"Yes", L"No", L"Cancel"}},
+        Press{BoxButtons::YesNoCancel, L"Cancel", BoxAnswer::Cancel, {L"Yes", L"No", L"Cancel"}}));
+
+TEST_F(SystemMessageBoxesTest, IconIsTheNamedOneOrNone) {
+    ShowAndPress(L"x", BoxButtons::Ok, BoxIcon::Critical, L"OK");
+    EXPECT_EQ(seen.icon, LoadIconW(nullptr, IDI_ERROR));
+    seen = {};
+    ShowAndPress(L"x", BoxButtons::Ok, BoxIcon::Exclamation, L"OK");
+    EXPECT_EQ(seen.icon, LoadIconW(nullptr, IDI_EXCLAMATION));
+    seen = {};
+    ShowAndPress(L"x", BoxButtons::Ok, BoxIcon::None, L"OK");
+    EXPECT_EQ(seen.icon, nullptr);
+}
+
+TEST_F(SystemMessageBoxesTest, BoxHasNoOwnerUnlessOneIsShown) {
+    ShowAndPress(L"x", BoxButtons::Ok, BoxIcon::None, L"OK");
+    EXPECT_EQ(seen.owner, nullptr);
+    boxes.setOwner([] { return HWND{nullptr}; });
+    ShowAndPress(L"x", BoxButtons::Ok, BoxIcon::None, L"OK");
+    EXPECT_EQ(seen.owner, nullptr);
+}
+
+TEST_F(SystemMessageBoxesTest, OwnerIsDisabledWhileItsBoxIsShown) {
+    const HWND owner =
+        CreateWindowExW(0, L"Static", L"owner", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 300, 200,
+                        nullptr, nullptr, GetModuleHandleW(nullptr), nullptr);
+    ASSERT_NE(owner, nullptr);
+    boxes.setOwner([&] { return owner; });
+
+    ShowAndPress(L"x", BoxButtons::Ok, BoxIcon::None, L"OK");
+
+    EXPECT_EQ(seen.owner, owner);
+    EXPECT_FALSE(seen.ownerEnabled);
+    EXPECT_TRUE(IsWindowEnabled(owner));
+    DestroyWindow(owner);
+}
+
+TEST_F(SystemMessageBoxesTest, ConfirmIsTrueForYesAlone) {
+    for (const auto& [caption, confirmed] : {std::pair(L"Yes", true), std::pair(L"No", false)}) {
+        std::thread user([&, caption = caption] {
+            EXPECT_TRUE(WaitUntil([] { return FindBox() != nullptr; }));
+            if (const HWND box = FindBox())
+                seen = ReadAndPress(box, caption);
+        });
+        EXPECT_EQ(boxes.Confirm(L"Sure?"), confirmed);
+        user.join();
+        EXPECT_EQ(seen.icon, nullptr);
+    }
+}
+
+}  // namespace
+}  // namespace corvane::test

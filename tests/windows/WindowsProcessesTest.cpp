@@ -1,0 +1,146 @@
+#include "platform/WindowsProcesses.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <memory>
+#include <string>
+
+#include "platform/RunningProgram.h"
+#include "util/Text.h"
+#include "util/Windows.h"
+#include "windows/PumpUntil.h"
+#include "windows/TemporaryFolder.h"
+
+namespace corvane::test {
+namespace {
+
+constexpr ProcessId noProcess = 0xFFFFFFF0;
+
+std::wstring OwnPath() {
+    wchar_t path[MAX_PATH] = {};
+    const DWORD length = GetModuleFileNameW(nullptr, path, MAX_PATH);
+    return {path, length};
+}
+
+// Lets a started program go, at the latest when the test ends.
+class LetGo {
+public:
+    LetGo() : name_(L"corvane-let-go-" + std::to_wstring(GetCurrentProcessId())) {
+        event_ = CreateEventW(nullptr, TRUE, FALSE, name_.c_str());
+    }
+    ~LetGo() {
+        SetEvent(event_);
+        CloseHandle(event_);
+    }
+    LetGo(const LetGo&) = delete;
+    LetGo& operator=(const LetGo&) = delete;
+    [[nodiscard]] const std::wstring& name() const { return name_; }
+
+private:
+    std::wstring name_;
+    HANDLE event_ = nullptr;
+};
+
+TEST(WindowsProcessesTest, OwnProcessIsInTheOwnSession) {
+    const WindowsProcesses processes;
+    DWORD session = 0;
+    ASSERT_TRUE(ProcessIdToSessionId(GetCurrentProcessId(), &session));
+
+    EXPECT_EQ(processes.OwnProcessId(), GetCurrentProcessId());
+    const auto result = processes.SessionOf(processes.OwnProcessId());
+
+    ASSERT_TRUE(result.value.has_value());
+    EXPECT_EQ(*result.value, session);
+    EXPECT_EQ(result.lastError, 0U);
+}
+
+TEST(WindowsProcessesTest, SessionOfNoProcessIsTheSystemsError) {
+    const auto result = WindowsProcesses().SessionOf(noProcess);
+    EXPECT_FALSE(result.value.has_value());
+    EXPECT_NE(result.lastError, 0U);
+}
+
+TEST(WindowsProcessesTest, SnapshotHoldsTheOwnProgramInAFieldOf260Characters) {
+    const auto entries = WindowsProcesses().Snapshot();
+
+    const auto own = std::find_if(entries.begin(), entries.end(), [](const ProcessEntry& entry) {
+        return entry.id == GetCurrentProcessId();
+    });
+    ASSERT_NE(own, entries.end());
+    EXPECT_EQ(own->nameField.size(), 260U);
+    const std::wstring path = OwnPath();
+    EXPECT_EQ(StripAtNull(own->nameField), path.substr(path.find_last_of(L'\\') + 1));
+}
+
+TEST(WindowsProcessesTest, EveryEntryOfTheSnapshotHasTheWholeField) {
+    const auto entries = WindowsProcesses().Snapshot();
+    ASSERT_GT(entries.size(), 1U);
+    for (const ProcessEntry& entry : entries) {
+        EXPECT_EQ(entry.nameField.size(), 260U);
+        EXPECT_NE(StripAtNull(entry.nameField), L"");
+    }
+}
+
+TEST(WindowsProcessesTest, OwnProcessTellsItsImagePath) {
+    WindowsProcesses processes;
+
+    const auto opened = processes.OpenForQuery(GetCurrentProcessId());
+
+    ASSERT_TRUE(opened.value.has_value());
+    EXPECT_EQ(opened.lastError, 0U);
+    EXPECT_NE(*opened.value, 0);
+    EXPECT_EQ(processes.ImagePath(*opened.value), OwnPath());
+}
+
+TEST(WindowsProcessesTest, ProcessThatIsNotThereCannotBeOpened) {
+    WindowsProcesses processes;
+    const auto opened = processes.OpenForQuery(noProcess);
+    EXPECT_FALSE(opened.value.has_value());
+    EXPECT_EQ(opened.lastError, DWORD{ERROR_INVALID_PARAMETER});
+}
+
+TEST(WindowsProcessesTest, HandleThatIsNoneHasNoImagePath) {
+    EXPECT_EQ(WindowsProcesses().ImagePath(0), std::nullopt);
+}
+
+TEST(WindowsProcessesTest, OpenedProcessStaysOpenUntilTheEnd) {
+    auto processes = std::make_unique<WindowsProcesses>();
+    const auto opened = processes->OpenForQuery(GetCurrentProcessId());
+    ASSERT_TRUE(opened.value.has_value());
+    const auto handle = reinterpret_cast<HANDLE>(static_cast<LONG_PTR>(*opened.value));
+    DWORD flags = 0;
+    EXPECT_TRUE(GetHandleInformation(handle, &flags));
+
+    processes.reset();
+
+    EXPECT_FALSE(GetHandleInformation(handle, &flags));
+}
+
+TEST(WindowsProcessesTest, ProgramIsStartedHiddenAndNotWaitedFor) {
+    WindowsProcesses processes;
+    const TemporaryFolder folder;
+    const LetGo letGo;
+    const std::wstring answer = folder.file(L"started.txt");
+    const std::wstring program =
+        RunningProgramInfo(0, 0, 0).folder + L"\\windows_tests_started.exe";
+
+    // It waits to be let go: a call that waits for its end would not come back.
+    EXPECT_TRUE(processes.StartHidden(L"\"" + program + L"\" \"" + answer + L"\" " + letGo.name() +
+                                      L" cmd:12345"));
+
+    ASSERT_TRUE(WaitUntil([&] { return std::filesystem::exists(answer); }));
+    const std::string bytes = TemporaryFolder::Read(answer);
+    const std::wstring text(reinterpret_cast<const wchar_t*>(bytes.data()),
+                            bytes.size() / sizeof(wchar_t));
+    EXPECT_EQ(text, L"0|no console|cmd:12345");
+}
+
+TEST(WindowsProcessesTest, MissingProgramIsNotStarted) {
+    WindowsProcesses processes;
+    EXPECT_FALSE(processes.StartHidden(L"\"C:\\no such folder\\no such program.exe\" -cmd"));
+    EXPECT_FALSE(processes.StartHidden(L""));
+}
+
+}  // namespace
+}  // namespace corvane::test

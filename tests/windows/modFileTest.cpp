@@ -1,0 +1,341 @@
+#include "platform/modFile.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <fstream>
+#include <string>
+#include <thread>
+
+#include "util/Clock.h"
+#include "util/Windows.h"
+#include "windows/OpenFile.h"
+#include "windows/RaisedError.h"
+#include "windows/TemporaryFolder.h"
+
+#include <oleauto.h>
+
+namespace corvane::test {
+namespace {
+
+constexpr std::uint32_t callersMask = 167;
+
+SYSTEMTIME Utc(WORD year, WORD month, WORD day, WORD hour, WORD minute = 0) {
+    SYSTEMTIME time{};
+    time.wYear = year;
+    time.wMonth = month;
+    time.wDay = day;
+    time.wHour = hour;
+    time.wMinute = minute;
+    return time;
+}
+
+void SetLastWriteTime(const std::wstring& path, const SYSTEMTIME& utc) {
+    FILETIME time{};
+    ASSERT_TRUE(SystemTimeToFileTime(&utc, &time));
+    const OpenFile file(path, FILE_WRITE_ATTRIBUTES, FILE_SHARE_READ | FILE_SHARE_WRITE);
+    ASSERT_TRUE(SetFileTime(file.get(), nullptr, nullptr, &time));
+}
+
+class modFileTest : public testing::Test {
+protected:
+    std::wstring Make(std::wstring_view name, const SYSTEMTIME& utc) {
+        const std::wstring path = folder.Write(name, "x");
+        SetLastWriteTime(path, utc);
+        return path;
+    }
+    NewestFile Search() const { return GetNewestFileInFolder(folder.path(), L"*.*", callersMask); }
+    void MakeFolder(std::wstring_view name) const {
+        ASSERT_TRUE(CreateDirectoryW(folder.file(name).c_str(), nullptr));
+    }
+
+    TemporaryFolder folder;
+};
+
+TEST_F(modFileTest, FileExistsIsTrueForFilesOnly) {
+    const std::wstring path = folder.Write(L"a file.txt", "");
+    EXPECT_TRUE(FileExists(path));
+    EXPECT_FALSE(FileExists(folder.file(L"absent.txt")));
+    EXPECT_FALSE(FileExists(folder.path()));
+    EXPECT_FALSE(FileExists(L""));
+}
+
+TEST_F(modFileTest, FolderExistsIsTrueForFoldersOnly) {
+    const std::wstring path = folder.Write(L"a file.txt", "");
+    EXPECT_TRUE(FolderExists(folder.path()));
+    EXPECT_TRUE(FolderExists(folder.path() + L"\\"));
+    EXPECT_FALSE(FolderExists(path));
+    EXPECT_FALSE(FolderExists(folder.file(L"absent")));
+    EXPECT_FALSE(FolderExists(L""));
+}
+
+TEST_F(modFileTest, PathsAreNeitherTrimmedNorExpanded) {
+    folder.Write(L"a.txt", "");
+    EXPECT_FALSE(FileExists(L" " + folder.file(L"a.txt")));
+    EXPECT_FALSE(FolderExists(L"%TEMP%"));
+}
+
+TEST_F(modFileTest, AppendingCreatesTheFileAndAddsNoSeparator) {
+    const std::wstring path = folder.file(L"log.txt");
+    AppendToFile(path, L"a");
+    AppendToFile(path, L"b");
+    EXPECT_EQ(TemporaryFolder::Read(path), "ab");
+}
+
+TEST_F(modFileTest, AppendedTextIsWrittenExactlyAsGiven) {
+    const std::wstring path = folder.Write(L"log.txt", "old\r\n");
+    AppendToFile(path, L"one\r\ntwo\n ");
+    EXPECT_EQ(TemporaryFolder::Read(path), "old\r\none\r\ntwo\n ");
+}
+
+TEST_F(modFileTest, TextIsAppendedInTheSystemCodePageAndTheRestIsReplaced) {
+    const std::wstring path = folder.file(L"log.txt");
+    AppendToFile(path, L"J\x00FCrgen \x20AC \x65E5\x672C");
+    EXPECT_EQ(TemporaryFolder::Read(path), "J\xFCrgen \x80 ??");
+}
+
+TEST_F(modFileTest, TwoWritersAtTheSameTimeKeepTheirLinesWhole) {
+    constexpr int lines = 300;
+    const std::wstring path = folder.file(L"log.txt");
+    const auto write = [&](wchar_t letter) {
+        for (int line = 0; line < lines; ++line)
+            AppendToFile(path, std::wstring(60, letter) + L"\r\n");
+    };
+
+    std::thread other([&] { write(L'b'); });
+    write(L'a');
+    other.join();
+
+    int whole = 0;
+    std::ifstream stream{std::filesystem::path(path), std::ios::binary};
+    for (std::string line; std::getline(stream, line); ++whole) {
+        EXPECT_TRUE(line == std::string(60, 'a') + "\r" || line == std::string(60, 'b') + "\r")
+            << line;
+    }
+    EXPECT_EQ(whole, 2 * lines);
+}
+
+TEST_F(modFileTest, AnotherInstanceMayHaveTheFileOpenForAppending) {
+    const std::wstring path = folder.Write(L"log.txt", "");
+    const OpenFile other(path, FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE);
+    DWORD written = 0;
+
+    AppendToFile(path, L"mine\r\n");
+    ASSERT_TRUE(WriteFile(other.get(), "other\r\n", 7, &written, nullptr));
+    AppendToFile(path, L"mine\r\n");
+
+    EXPECT_EQ(TemporaryFolder::Read(path), "mine\r\nother\r\nmine\r\n");
+}
+
+TEST_F(modFileTest, FileThatIsBeingReadCanBeAppendedTo) {
+    const std::wstring path = folder.Write(L"log.txt", "");
+    const OpenFile reader(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE);
+    AppendToFile(path, L"x");
+    EXPECT_EQ(TemporaryFolder::Read(path), "x");
+}
+
+TEST_F(modFileTest, AppendingToALockedFileIsPermissionDenied) {
+    const std::wstring path = folder.Write(L"log.txt", "");
+    const OpenFile lock(path, GENERIC_READ | GENERIC_WRITE, 0);
+
+    const RuntimeError error = RaisedBy([&] { AppendToFile(path, L"x"); });
+
+    EXPECT_EQ(error.number, 70);
+    EXPECT_EQ(error.description, L"Permission denied");
+}
+
+TEST_F(modFileTest, AppendingInAMissingFolderIsPathNotFound) {
+    const RuntimeError error =
+        RaisedBy([&] { AppendToFile(folder.file(L"absent\\log.txt"), L"x"); });
+
+    EXPECT_EQ(error.number, 76);
+    EXPECT_EQ(error.description, L"Path not found");
+}
+
+TEST_F(modFileTest, EmptyFolderHasNoNewestFile) {
+    const NewestFile newest = Search();
+    EXPECT_EQ(newest.name, L"");
+    EXPECT_EQ(newest.filesSeen, 0);
+}
+
+TEST_F(modFileTest, WithoutAFileTheTimeIsTheBeginningOfFileTimes) {
+    // 1601-01-01 00:00 UTC in the zone's own time.
+    SYSTEMTIME utc = Utc(1601, 1, 1, 0);
+    SYSTEMTIME local{};
+    TIME_ZONE_INFORMATION zone{};
+    double expected = 0;
+    GetTimeZoneInformation(&zone);
+    ASSERT_TRUE(SystemTimeToTzSpecificLocalTime(&zone, &utc, &local));
+    ASSERT_TRUE(SystemTimeToVariantTime(&local, &expected));
+
+    EXPECT_EQ(Search().modified, expected);
+}
+
+TEST_F(modFileTest, MissingFolderHasNoNewestFile) {
+    const NewestFile newest = GetNewestFileInFolder(folder.file(L"absent"), L"*.*", callersMask);
+    EXPECT_EQ(newest.name, L"");
+    EXPECT_EQ(newest.filesSeen, 0);
+}
+
+TEST_F(modFileTest, FileInPlaceOfTheFolderHasNoNewestFile) {
+    const std::wstring path = folder.Write(L"a.wav", "");
+    EXPECT_EQ(GetNewestFileInFolder(path, L"*.*", callersMask).filesSeen, 0);
+}
+
+TEST_F(modFileTest, OneFileIsTheNewest) {
+    Make(L"only (1).wav", Utc(2024, 3, 11, 10));
+    const NewestFile newest = Search();
+    EXPECT_EQ(newest.name, L"only (1).wav");
+    EXPECT_EQ(newest.filesSeen, 1);
+}
+
+TEST_F(modFileTest, LatestLastWriteTimeWinsWhereverItStands) {
+    Make(L"a.wav", Utc(2024, 3, 11, 10));
+    Make(L"b.wav", Utc(2024, 3, 11, 12));
+    Make(L"c.wav", Utc(2024, 3, 11, 11));
+    const NewestFile newest = Search();
+    EXPECT_EQ(newest.name, L"b.wav");
+    EXPECT_EQ(newest.filesSeen, 3);
+}
+
+TEST_F(modFileTest, FilesWithoutAnExtensionCount) {
+    Make(L"recording", Utc(2024, 3, 11, 10));
+    EXPECT_EQ(Search().name, L"recording");
+}
+
+TEST_F(modFileTest, OfEqualTimesTheFirstEnumeratedIsTheResult) {
+    for (const wchar_t* name : {L"c.wav", L"a.wav", L"b.wav"})
+        Make(name, Utc(2024, 3, 11, 10));
+    WIN32_FIND_DATAW first{};
+    const HANDLE search = FindFirstFileW(folder.file(L"*.wav").c_str(), &first);
+    ASSERT_NE(search, INVALID_HANDLE_VALUE);
+    FindClose(search);
+
+    EXPECT_EQ(Search().name, first.cFileName);
+}
+
+TEST_F(modFileTest, NamesThatBeginWithADotAreLeftOut) {
+    Make(L".profile", Utc(2024, 3, 11, 12));
+    Make(L"a.wav", Utc(2024, 3, 11, 10));
+    const NewestFile newest = Search();
+    EXPECT_EQ(newest.name, L"a.wav");
+    EXPECT_EQ(newest.filesSeen, 1);
+}
+
+TEST_F(modFileTest, HiddenAndReadOnlyFilesCount) {
+    for (const DWORD attributes : {DWORD{FILE_ATTRIBUTE_HIDDEN}, DWORD{FILE_ATTRIBUTE_READONLY},
+                                   DWORD{FILE_ATTRIBUTE_SYSTEM}, DWORD{FILE_ATTRIBUTE_ARCHIVE}}) {
+        const TemporaryFolder own;
+        const std::wstring path = own.Write(L"a.wav", "");
+        ASSERT_TRUE(SetFileAttributesW(path.c_str(), attributes));
+        EXPECT_EQ(GetNewestFileInFolder(own.path(), L"*.*", callersMask).name, L"a.wav")
+            << attributes;
+        EXPECT_TRUE(SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL));
+    }
+}
+
+TEST_F(modFileTest, FileWithoutAnAttributeOfTheMaskIsLeftOut) {
+    Make(L"a.wav", Utc(2024, 3, 11, 10));
+    constexpr std::uint32_t temporaryOnly = 0x100;
+    const NewestFile newest = GetNewestFileInFolder(folder.path(), L"*.*", temporaryOnly);
+    EXPECT_EQ(newest.name, L"");
+    EXPECT_EQ(newest.filesSeen, 0);
+}
+
+TEST_F(modFileTest, FoldersAreLeftOut) {
+    MakeFolder(L"one");
+    MakeFolder(L"two.wav");
+    const NewestFile newest = Search();
+    EXPECT_EQ(newest.name, L"");
+    EXPECT_EQ(newest.filesSeen, 0);
+}
+
+TEST_F(modFileTest, SubFoldersAreNotSearched) {
+    MakeFolder(L"sub");
+    Make(L"sub\\newer.wav", Utc(2024, 3, 11, 12));
+    Make(L"older.wav", Utc(2024, 3, 11, 10));
+    const NewestFile newest = Search();
+    EXPECT_EQ(newest.name, L"older.wav");
+    EXPECT_EQ(newest.filesSeen, 1);
+}
+
+TEST_F(modFileTest, TrailingBackslashMakesNoDifference) {
+    Make(L"a.wav", Utc(2024, 3, 11, 10));
+    Make(L"b.wav", Utc(2024, 3, 11, 12));
+    const NewestFile newest = GetNewestFileInFolder(folder.path() + L"\\", L"*.*", callersMask);
+    EXPECT_EQ(newest.name, L"b.wav");
+    EXPECT_EQ(newest.filesSeen, 2);
+    EXPECT_EQ(newest.modified, Search().modified);
+}
+
+TEST_F(modFileTest, PatternChoosesTheFiles) {
+    Make(L"a.wav", Utc(2024, 3, 11, 10));
+    Make(L"b.txt", Utc(2024, 3, 11, 12));
+    const NewestFile newest = GetNewestFileInFolder(folder.path(), L"*.wav", callersMask);
+    EXPECT_EQ(newest.name, L"a.wav");
+    EXPECT_EQ(newest.filesSeen, 1);
+}
+
+TEST_F(modFileTest, NameOutsideTheCodePageIsKept) {
+    Make(L"\x65E5\x672C.wav", Utc(2024, 3, 11, 10));
+    EXPECT_EQ(Search().name, L"\x65E5\x672C.wav");
+}
+
+// The zone's offset on a date, by its rules; the search must not use the offset in force today.
+double LocalDate(const SYSTEMTIME& utc) {
+    TIME_ZONE_INFORMATION zone{};
+    GetTimeZoneInformation(&zone);
+    SYSTEMTIME local{};
+    EXPECT_TRUE(SystemTimeToTzSpecificLocalTime(&zone, &utc, &local));
+    LocalTimeMs time;
+    time.year = local.wYear;
+    time.month = local.wMonth;
+    time.day = local.wDay;
+    time.hour = local.wHour;
+    time.minute = local.wMinute;
+    return AutomationDate(time);
+}
+
+class modFileDateTest : public modFileTest, public testing::WithParamInterface<WORD> {};
+
+TEST_P(modFileDateTest, IsLocalTimeByTheRulesOfTheFilesDate) {
+    const SYSTEMTIME utc = Utc(2024, GetParam(), 15, 12, 30);
+    Make(L"a.wav", utc);
+
+    EXPECT_NEAR(Search().modified, LocalDate(utc), 1.0 / 86400);
+}
+
+INSTANTIATE_TEST_SUITE_P(SummerAndWinter, modFileDateTest, testing::Values(WORD{1}, WORD{7}));
+
+TEST_F(modFileTest, TenThousandFilesAreSearchedInOnePass) {
+    constexpr int files = 10'000;
+    for (int file = 0; file < files; ++file) {
+        const HANDLE created =
+            CreateFileW(folder.file(L"call " + std::to_wstring(file) + L".wav").c_str(),
+                        GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
+        ASSERT_NE(created, INVALID_HANDLE_VALUE);
+        CloseHandle(created);
+    }
+    SetLastWriteTime(folder.file(L"call 7777.wav"), Utc(2100, 1, 1, 0));
+
+    const ULONGLONG begin = GetTickCount64();
+    const NewestFile newest = Search();
+    const ULONGLONG taken = GetTickCount64() - begin;
+
+    EXPECT_EQ(newest.name, L"call 7777.wav");
+    EXPECT_EQ(newest.filesSeen, files);
+    EXPECT_LT(taken, 5000U) << "milliseconds";
+}
+
+TEST_F(modFileTest, MakingAFolderThatIsThereSucceedsAndOneWithoutParentDoesNot) {
+    modFile files;
+    EXPECT_TRUE(files.MakeFolder(folder.file(L"new")));
+    EXPECT_TRUE(files.FolderExists(folder.file(L"new")));
+    EXPECT_TRUE(files.MakeFolder(folder.file(L"new")));
+    EXPECT_FALSE(files.MakeFolder(folder.file(L"absent\\new")));
+    folder.Write(L"a file", "");
+    EXPECT_FALSE(files.MakeFolder(folder.file(L"a file")));
+}
+
+}  // namespace
+}  // namespace corvane::test
