@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "Desk.h"
+#include "Dialer.h"
 #include "ResourceIds.h"
 #include "WindowList.h"
 
@@ -20,13 +21,14 @@ struct FieldPlace {
     const wchar_t* column;
     int half;  // 0 left, 1 right
     int line;
+    bool isPhone = false;
 };
 
 constexpr FieldPlace fieldPlaces[] = {
-    {L"Company:", L"Company", 0, 0}, {L"Contact:", L"Contact", 0, 1},
-    {L"Title:", L"Title", 0, 2},     {L"City:", L"City", 0, 3},
-    {L"Phone 1:", L"Phone1", 1, 0},  {L"Phone 2:", L"Phone2", 1, 1},
-    {L"Phone 3:", L"Phone3", 1, 2},  {L"Fax:", L"Fax", 1, 3},
+    {L"Company:", L"Company", 0, 0},      {L"Contact:", L"Contact", 0, 1},
+    {L"Title:", L"Title", 0, 2},          {L"City:", L"City", 0, 3},
+    {L"Phone 1:", L"Phone1", 1, 0, true}, {L"Phone 2:", L"Phone2", 1, 1, true},
+    {L"Phone 3:", L"Phone3", 1, 2, true}, {L"Fax:", L"Fax", 1, 3},
 };
 constexpr int fieldLines = 4;
 
@@ -124,6 +126,11 @@ void ContactWindow::MakeControls() {
         field.label = MakeControl(L"STATIC", place.label, SS_LEFT, 0, 0);
         field.box = MakeControl(L"EDIT", L"", ES_READONLY | ES_AUTOHSCROLL | WS_TABSTOP,
                                 WS_EX_CLIENTEDGE, id++);
+        if (place.isPhone) {
+            field.dial = MakeControl(L"BUTTON", L"Dial", BS_PUSHBUTTON | WS_TABSTOP, 0,
+                                     IDC_FIRST_DIAL + static_cast<int>(phones_.size()));
+            phones_.push_back(fields_.size());
+        }
         fields_.push_back(field);
     }
     additionalLabel_ = MakeControl(L"STATIC", L"&Additional contacts:", SS_LEFT, 0, 0);
@@ -151,13 +158,20 @@ void ContactWindow::Arrange() {
     const int boxHeight = Scaled(22);
     const int textHeight = Scaled(16);
     const int labelWidth = Scaled(62);
+    const int buttonWidth = Scaled(54);
     const int half = (client.right - 2 * margin - 2 * gap) / 2;
     for (size_t i = 0; i < fields_.size(); ++i) {
         const FieldPlace& place = fieldPlaces[i];
         const int x = margin + place.half * (half + 2 * gap);
         const int y = margin + place.line * (boxHeight + gap);
         MoveWindow(fields_[i].label, x, y + Scaled(3), labelWidth, textHeight, TRUE);
-        MoveWindow(fields_[i].box, x + labelWidth, y, half - labelWidth, boxHeight, TRUE);
+        // All boxes of a column are as wide, whether or not a button follows.
+        const int buttonSpace = place.half == 1 ? buttonWidth + gap : 0;
+        const int boxWidth = half - labelWidth - buttonSpace;
+        MoveWindow(fields_[i].box, x + labelWidth, y, boxWidth, boxHeight, TRUE);
+        if (fields_[i].dial != nullptr) {
+            MoveWindow(fields_[i].dial, x + half - buttonWidth, y, buttonWidth, boxHeight, TRUE);
+        }
     }
     int y = margin + fieldLines * (boxHeight + gap) + gap;
     const int width = client.right - 2 * margin;
@@ -197,6 +211,14 @@ void ContactWindow::Refresh() {
     for (size_t i = 0; i < fields_.size(); ++i) {
         SetWindowTextW(fields_[i].box,
                        contact.rows.empty() ? L"" : contact.rows.front()[i].c_str());
+        if (fields_[i].dial != nullptr) {
+            const bool hasNumber = GetWindowTextLengthW(fields_[i].box) > 0;
+            // A disabled control would keep the focus, and the keyboard with it.
+            if (!hasNumber && GetFocus() == fields_[i].dial) {
+                SetFocus(fields_[i].box);
+            }
+            EnableWindow(fields_[i].dial, hasNumber);
+        }
     }
     SetWindowTextW(window_, contact.rows.empty()
                                 ? productName
@@ -256,12 +278,23 @@ void ContactWindow::OnMenu(int command) {
         case IDM_COMPLETE_OUTGOING:
             desk_.OpenCompleteCall(CallKind::UnscheduledOutgoing, EventTiming());
             break;
+        case IDM_DIAL_1:
+        case IDM_DIAL_2:
+        case IDM_DIAL_3:
+            DialPhone(static_cast<size_t>(command - IDM_DIAL_1));
+            break;
         case IDM_EXIT:
             PostMessageW(window_, WM_CLOSE, 0, 0);
             break;
         case IDOK:  // Enter
             if (GetFocus() == history_) {
                 OnListOpened(IDC_HISTORY, ListView_GetNextItem(history_, -1, LVNI_SELECTED));
+            }
+            for (size_t phone = 0; phone < phones_.size(); ++phone) {
+                if (GetFocus() == fields_[phones_[phone]].dial) {
+                    DialPhone(phone);
+                    break;
+                }
             }
             break;
         case IDCANCEL:  // Esc closes a further window, never the main one
@@ -270,7 +303,18 @@ void ContactWindow::OnMenu(int command) {
             }
             break;
         default:
+            if (command >= IDC_FIRST_DIAL &&
+                static_cast<size_t>(command - IDC_FIRST_DIAL) < phones_.size()) {
+                DialPhone(static_cast<size_t>(command - IDC_FIRST_DIAL));
+            }
             break;
+    }
+}
+
+void ContactWindow::DialPhone(size_t phone) {
+    const std::wstring problem = desk_.dialer().Dial(TextOf(fields_[phones_[phone]].box));
+    if (!problem.empty()) {
+        MessageBoxW(window_, problem.c_str(), productName, MB_ICONEXCLAMATION);
     }
 }
 

@@ -37,12 +37,15 @@ private:
     void Arrange();
     void OnMenu(int command);
     void OnListOpened(int list, int item);
+    // Dials Phone1, Phone2 or Phone3, told by its place from 0 on.
+    void DialPhone(size_t phone);
     void Step(int direction);
     int Scaled(int pixels) const { return MulDiv(pixels, dpi_, 96); }
 
     struct Field {
         HWND label = nullptr;
         HWND box = nullptr;
+        HWND dial = nullptr;  // the button beside a phone number, nullptr elsewhere
     };
 
     Desk& desk_;
@@ -51,6 +54,7 @@ private:
     HFONT font_ = nullptr;
     int dpi_ = 96;
     std::vector<Field> fields_;
+    std::vector<size_t> phones_;  // which of the fields are phone numbers
     HWND additionalLabel_ = nullptr;
     HWND additional_ = nullptr;
     HWND historyLabel_ = nullptr;

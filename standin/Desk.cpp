@@ -38,8 +38,8 @@ std::optional<CallKind> CallKindOf(std::wstring_view menuCommand) {
     return std::nullopt;
 }
 
-Desk::Desk(const Options& options, Database& database, EventRaiser& events)
-    : options_(options), database_(database), events_(events) {}
+Desk::Desk(const Options& options, Database& database, EventRaiser& events, Dialer& dialer)
+    : options_(options), database_(database), events_(events), dialer_(dialer) {}
 
 Desk::~Desk() {
     // Windows that are still open must not report to a desk that is going.

@@ -16,6 +16,7 @@
 namespace practice {
 
 class ContactWindow;
+class Dialer;
 class DialogWindow;
 
 // The three kinds of Complete Call.
@@ -27,7 +28,7 @@ std::optional<CallKind> CallKindOf(std::wstring_view menuCommand);
 // The windows of the practice GoldMine, and which records they show.
 class Desk {
 public:
-    Desk(const Options& options, Database& database, EventRaiser& events);
+    Desk(const Options& options, Database& database, EventRaiser& events, Dialer& dialer);
     Desk(const Desk&) = delete;
     Desk& operator=(const Desk&) = delete;
     ~Desk();
@@ -60,6 +61,7 @@ public:
     // For the windows themselves.
     const Options& options() const { return options_; }
     Database& database() { return database_; }
+    Dialer& dialer() { return dialer_; }
     void Use(ContactWindow* window) { current_ = window; }
     void Closed(ContactWindow* window);
     void Closed(DialogWindow* dialog);
@@ -71,6 +73,7 @@ private:
     const Options& options_;
     Database& database_;
     EventRaiser& events_;
+    Dialer& dialer_;
     std::unique_ptr<ContactWindow> main_;
     std::vector<std::unique_ptr<ContactWindow>> others_;
     std::vector<std::unique_ptr<DialogWindow>> dialogs_;

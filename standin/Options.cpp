@@ -17,6 +17,7 @@ struct Switch {
 struct Setting {
     std::wstring_view name;
     std::wstring Options::*text;
+    bool mayBeEmpty = true;
 };
 
 constexpr Switch switches[] = {
@@ -32,8 +33,8 @@ constexpr Switch switches[] = {
 constexpr Setting settings[] = {
     {L"Data", &Options::dataFolder},       {L"User", &Options::user},
     {L"Version", &Options::version},       {L"Record", &Options::record},
-    {L"ReadyEvent", &Options::readyEvent}, {L"Sql", &Options::sql},
-    {L"Out", &Options::outFile},
+    {L"ReadyEvent", &Options::readyEvent}, {L"Sql", &Options::sql, false},
+    {L"Out", &Options::outFile},           {L"Dial", &Options::dial, false},
 };
 
 // COM starts the server with this one; it means nothing further here.
@@ -68,7 +69,7 @@ bool Apply(Options& options, const std::wstring& argument) {
     for (const Setting& known : settings) {
         if (EqualsIgnoringCase(name, known.name)) {
             options.*known.text = argument.substr(colon + 1);
-            return true;
+            return known.mayBeEmpty || !(options.*known.text).empty();
         }
     }
     return false;

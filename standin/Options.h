@@ -15,6 +15,7 @@ struct Options {
     std::wstring readyEvent;           // /ReadyEvent: set once clients can connect
     std::wstring sql;                  // /Sql: run this statement and end
     std::wstring outFile;              // /Out: where /Sql and /Dump write
+    std::wstring dial;                 // /Dial: dial this number and end
     bool fresh = false;                // /Fresh
     bool noRecord = false;             // /NoRecord
     bool noIni = false;                // /NoIni

@@ -14,6 +14,9 @@
 #define IDM_NEXT 201
 #define IDM_PREVIOUS 202
 #define IDM_EXIT 203
+#define IDM_DIAL_1 204
+#define IDM_DIAL_2 205
+#define IDM_DIAL_3 206
 #define IDM_COMPLETE_SCHEDULED 210
 #define IDM_COMPLETE_INCOMING 211
 #define IDM_COMPLETE_OUTGOING 212
@@ -38,6 +41,7 @@
 
 /* Controls of a contact window. */
 #define IDC_FIRST_FIELD 1300
+#define IDC_FIRST_DIAL 1310
 #define IDC_ADDITIONAL_CONTACTS 1320
 #define IDC_HISTORY 1321
 #define IDC_STATUS_BAR 1322

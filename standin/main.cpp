@@ -8,6 +8,7 @@
 #include "Database.h"
 #include "DatabaseTools.h"
 #include "Desk.h"
+#include "Dialer.h"
 #include "EventRaiser.h"
 #include "Faults.h"
 #include "Handles.h"
@@ -53,9 +54,23 @@ KernelHandle TellReady(const Options& options) {
     return event;
 }
 
+std::wstring JournalFile(const Options& options) {
+    return options.dataFolder + L"journal.txt";
+}
+
+int DialOnce(const Options& options) {
+    Journal journal(JournalFile(options), false);
+    const std::wstring problem = Dialer(options, journal).Dial(options.dial);
+    if (!problem.empty()) {
+        Complain(options, problem);
+        return 1;
+    }
+    return 0;
+}
+
 int Serve(const Options& options) {
     CreateDirectoryW(options.dataFolder.c_str(), nullptr);
-    Journal journal(options.dataFolder + L"journal.txt", options.fresh);
+    Journal journal(JournalFile(options), options.fresh);
     journal.Note(L"gmw started");
     const INITCOMMONCONTROLSEX controls{sizeof controls, ICC_LISTVIEW_CLASSES | ICC_BAR_CLASSES};
     InitCommonControlsEx(&controls);
@@ -68,7 +83,8 @@ int Serve(const Options& options) {
         HRESULT outcome = ReadTypeLibrary(types);
         Faults faults(options.dataFolder + L"faults.txt", journal);
         EventRaiser events;
-        Desk desk(options, database, events);
+        Dialer dialer(options, journal);
+        Desk desk(options, database, events, dialer);
         CommandRouter router(options, database, desk, faults, journal, events);
         AutomationServer server(types, router, events, journal);
         router.onDie = [&] {
@@ -102,7 +118,7 @@ int Serve(const Options& options) {
 int WINAPI wWinMain(HINSTANCE, HINSTANCE, LPWSTR, int) {
     const Options options = ParseOptions(ProcessArguments());
     if (!options.unknown.empty()) {
-        Complain(options, L"Unknown option: " + options.unknown.front());
+        Complain(options, L"Option not understood: " + options.unknown.front());
         return misused;
     }
     const ComApartment apartment;
@@ -114,6 +130,9 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, LPWSTR, int) {
     }
     if (options.dump || !options.sql.empty()) {
         return RunDatabaseTool(options);
+    }
+    if (!options.dial.empty()) {
+        return DialOnce(options);
     }
     return Serve(options);
 }

@@ -12,15 +12,17 @@ namespace {
 
 using practice::KernelHandle;
 
-constexpr DWORD longestRunMilliseconds = 120'000;
+constexpr DWORD longestWaitSeconds = 24 * 60 * 60;
 constexpr const wchar_t* usage =
     L"ring <program.exe> <S|C|E|call> <caller id> [/T:I|O] [/I:<call id>] [/CallerIdOnSOnly]\n"
+    L"     [/Wait:<seconds>]\n"
     L"\n"
     L"  S, C, E  sends the event that the call started, was connected, or ended\n"
     L"  call     sends the three in turn, each after the one before was handled\n"
     L"  /T       I inbound (the default), O outbound\n"
     L"  /I       the call's identifier, the same in all of its events (default 1001)\n"
-    L"  /CallerIdOnSOnly  leaves the caller id out of C and E\n";
+    L"  /CallerIdOnSOnly  leaves the caller id out of C and E\n"
+    L"  /Wait    how long the program may take for one event (default 120)\n";
 
 struct Call {
     std::wstring program;
@@ -28,6 +30,7 @@ struct Call {
     std::wstring type = L"I";
     std::wstring identifier = L"1001";
     bool callerIdOnStartOnly = false;
+    DWORD waitSeconds = 120;
 };
 
 std::wstring CommandLine(const Call& call, wchar_t event) {
@@ -52,11 +55,21 @@ bool Send(const Call& call, wchar_t event) {
     }
     const KernelHandle thread(process.hThread);
     const KernelHandle handle(process.hProcess);
-    if (WaitForSingleObject(handle.get(), longestRunMilliseconds) != WAIT_OBJECT_0) {
+    if (WaitForSingleObject(handle.get(), call.waitSeconds * 1000) != WAIT_OBJECT_0) {
         std::fwprintf(stderr, L"ring: the program is still busy with %lc after %lu seconds.\n",
-                      event, longestRunMilliseconds / 1000);
+                      event, call.waitSeconds);
         return false;
     }
+    return true;
+}
+
+bool ReadSeconds(const std::wstring& text, DWORD& seconds) {
+    wchar_t* end = nullptr;
+    const unsigned long number = std::wcstoul(text.c_str(), &end, 10);
+    if (*end != L'\0' || number < 1 || number > longestWaitSeconds) {
+        return false;
+    }
+    seconds = number;
     return true;
 }
 
@@ -68,6 +81,8 @@ bool ReadOption(Call& call, const std::wstring& option) {
         call.identifier = option.substr(3);
     } else if (option == L"/CallerIdOnSOnly") {
         call.callerIdOnStartOnly = true;
+    } else if (option.starts_with(L"/Wait:")) {
+        return ReadSeconds(option.substr(6), call.waitSeconds);
     } else {
         return false;
     }
@@ -87,7 +102,7 @@ int wmain(int count, wchar_t** arguments) {
     call.callerId = arguments[3];
     for (int i = 4; i < count; ++i) {
         if (!ReadOption(call, arguments[i])) {
-            std::fwprintf(stderr, L"ring: unknown option %ls\n%ls", arguments[i], usage);
+            std::fwprintf(stderr, L"ring: option not understood: %ls\n%ls", arguments[i], usage);
             return 2;
         }
     }

@@ -1,5 +1,7 @@
 #include "PracticeGoldMineTest.h"
 
+#include <tlhelp32.h>
+
 #include <algorithm>
 #include <sstream>
 
@@ -158,11 +160,20 @@ void WriteFileText(const std::wstring& path, const std::string& text) {
     CloseHandle(file);
 }
 
-TemporaryFolder::TemporaryFolder() {
+std::vector<std::string> Lines(const std::string& text) {
+    std::vector<std::string> lines;
+    std::istringstream stream(text);
+    for (std::string line; std::getline(stream, line);) {
+        lines.push_back(line);
+    }
+    return lines;
+}
+
+TemporaryFolder::TemporaryFolder(const std::wstring& name) {
     static int count = 0;
     wchar_t temp[MAX_PATH];
     GetTempPathW(MAX_PATH, temp);
-    path_ = std::wstring(temp) + L"standin tests " + std::to_wstring(GetCurrentProcessId()) + L"-" +
+    path_ = std::wstring(temp) + name + L"-" + std::to_wstring(GetCurrentProcessId()) + L"-" +
             std::to_wstring(++count) + L"\\";
     CreateDirectoryW(path_.c_str(), nullptr);
 }
@@ -171,13 +182,29 @@ TemporaryFolder::~TemporaryFolder() {
     DeleteFolder(path_);
 }
 
-Process::Process(const std::wstring& program, const std::wstring& arguments) {
+Process::Process(const std::wstring& program, const std::wstring& arguments,
+                 const std::wstring& outputFile) {
     std::wstring line = L"\"" + program + L"\" " + arguments;
     STARTUPINFOW startUp{};
     startUp.cb = sizeof startUp;
+    HANDLE output = INVALID_HANDLE_VALUE;
+    if (!outputFile.empty()) {
+        SECURITY_ATTRIBUTES inheritable{sizeof inheritable, nullptr, TRUE};
+        output = CreateFileW(outputFile.c_str(), FILE_APPEND_DATA,
+                             FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, &inheritable,
+                             CREATE_ALWAYS, 0, nullptr);
+        startUp.dwFlags = STARTF_USESTDHANDLES;
+        startUp.hStdOutput = output;
+        startUp.hStdError = output;
+    }
     PROCESS_INFORMATION information{};
-    if (CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
-                       &startUp, &information)) {
+    const BOOL started =
+        CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, !outputFile.empty(), 0,
+                       nullptr, nullptr, &startUp, &information);
+    if (output != INVALID_HANDLE_VALUE) {
+        CloseHandle(output);
+    }
+    if (started) {
         CloseHandle(information.hThread);
         handle_ = information.hProcess;
         id_ = information.dwProcessId;
@@ -206,6 +233,24 @@ DWORD Process::exitCode() const {
     DWORD code = STILL_ACTIVE;
     GetExitCodeProcess(handle_, &code);
     return code;
+}
+
+Process ChildOf(DWORD parent) {
+    const HANDLE snapshot = CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
+    PROCESSENTRY32W entry{};
+    entry.dwSize = sizeof entry;
+    Process child;
+    for (BOOL more = Process32FirstW(snapshot, &entry); more;
+         more = Process32NextW(snapshot, &entry)) {
+        if (entry.th32ParentProcessID != parent) {
+            continue;
+        }
+        const DWORD rights = PROCESS_QUERY_INFORMATION | PROCESS_TERMINATE | SYNCHRONIZE;
+        child = Process(OpenProcess(rights, FALSE, entry.th32ProcessID), entry.th32ProcessID);
+        break;
+    }
+    CloseHandle(snapshot);
+    return child;
 }
 
 DWORD RunToEnd(const std::wstring& program, const std::wstring& arguments) {
@@ -440,12 +485,7 @@ HWND PracticeGoldMineTest::WindowTitled(const std::wstring& start) const {
 }
 
 std::vector<std::string> PracticeGoldMineTest::Journal() const {
-    std::vector<std::string> lines;
-    std::istringstream text(ReadFileText(DataFile(L"journal.txt")));
-    for (std::string line; std::getline(text, line);) {
-        lines.push_back(line);
-    }
-    return lines;
+    return Lines(ReadFileText(DataFile(L"journal.txt")));
 }
 
 std::string PracticeGoldMineTest::Sql(const std::wstring& statement) const {

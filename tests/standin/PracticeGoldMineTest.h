@@ -24,10 +24,13 @@ std::wstring Wide(const std::string& text);
 std::string ReadFileText(const std::wstring& path);  // "" when there is none
 void WriteFileText(const std::wstring& path, const std::string& text);
 
+std::vector<std::string> Lines(const std::string& text);
+
 // An empty folder of its own, deleted with what is in it.
 class TemporaryFolder {
 public:
-    TemporaryFolder();
+    // The name may hold blanks, as folders do; another one for what cannot deal with them.
+    explicit TemporaryFolder(const std::wstring& name = L"standin tests");
     TemporaryFolder(const TemporaryFolder&) = delete;
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;
     ~TemporaryFolder();
@@ -44,7 +47,10 @@ private:
 class Process {
 public:
     Process() = default;
-    Process(const std::wstring& program, const std::wstring& arguments);
+    explicit Process(HANDLE handle, DWORD id) : handle_(handle), id_(id) {}
+    // What it writes goes into the output file when one is given.
+    Process(const std::wstring& program, const std::wstring& arguments,
+            const std::wstring& outputFile = {});
     Process(Process&& source) noexcept { *this = std::move(source); }
     Process& operator=(Process&& source) noexcept;
     ~Process();
@@ -60,6 +66,10 @@ private:
     HANDLE handle_ = nullptr;
     DWORD id_ = 0;
 };
+
+// The process that one process started, be that one still running or not; to be ended with it. Not
+// started when there is none.
+Process ChildOf(DWORD parent);
 
 // Runs a practice program to its end and answers its exit code.
 DWORD RunToEnd(const std::wstring& program, const std::wstring& arguments);
