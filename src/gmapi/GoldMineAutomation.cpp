@@ -6,6 +6,26 @@
 
 namespace corvane {
 
+namespace {
+
+constexpr DWORD busyRetryMilliseconds = 250;
+constexpr ULONGLONG busyGiveUpMilliseconds = 10000;
+
+bool MeansBusy(const RuntimeError& error) {
+    return error.number == RPC_E_SERVERCALL_RETRYLATER || error.number == RPC_E_CALL_REJECTED;
+}
+
+// Serves calls and windows meanwhile, as an outgoing call does.
+void WaitPolitely(DWORD milliseconds) {
+    const std::unique_ptr<void, decltype(&CloseHandle)> never(
+        CreateEventW(nullptr, TRUE, FALSE, nullptr), &CloseHandle);
+    HANDLE handles[] = {never.get()};
+    DWORD signalled = 0;
+    CoWaitForMultipleHandles(0, milliseconds, 1, handles, &signalled);
+}
+
+}  // namespace
+
 using Microsoft::WRL::ComPtr;
 
 GoldMineAutomation::~GoldMineAutomation() {
@@ -37,8 +57,19 @@ std::wstring GoldMineAutomation::Send(const std::wstring& command) {
         throw MakeRuntimeError(ErrorNumber::RemoteServerUnavailable);
     Variant argument(command);
     Variant reply;
-    InvokeOrThrow(*object.Get(), identifiers_->commandMethod, DISPATCH_METHOD, {argument.get(), 1},
-                  reply.get());
+    // Where the message filter could not have the call made again, it is made again here.
+    const ULONGLONG giveUpAt = GetTickCount64() + busyGiveUpMilliseconds;
+    for (bool answered = false; !answered;) {
+        try {
+            InvokeOrThrow(*object.Get(), identifiers_->commandMethod, DISPATCH_METHOD,
+                          {argument.get(), 1}, reply.get());
+            answered = true;
+        } catch (const RuntimeError& error) {
+            if (!MeansBusy(error) || GetTickCount64() >= giveUpAt)
+                throw;
+            WaitPolitely(busyRetryMilliseconds);
+        }
+    }
     ThrowIfFailed(VariantChangeType(reply.get(), reply.get(), 0, VT_BSTR));
     return std::wstring(reply->bstrVal ? reply->bstrVal : L"", SysStringLen(reply->bstrVal));
 }
