@@ -100,7 +100,7 @@ void EndToEndTest::SetAll(const std::map<std::string, std::string>& options) {
 }
 
 ProgramRun EndToEndTest::Start(const std::string& commandLine) {
-    runNumber_ = RegistryText(HKEY_CURRENT_USER, ownKey, "PreviousStatus").value_or("0");
+    runNumber_ = expectedRunNumber_.value_or(OwnValue("PreviousStatus"));
     startTime_ = TimeStampNow();
     DeleteFileW(logFile().c_str());
     journalBegin_ = TheGoldMine().server ? TheGoldMine().server->Journal().size() : 0;
@@ -155,6 +155,14 @@ std::wstring EndToEndTest::logFile() {
     return L"C:\\ProgramData\\Halvorn Systems\\CorvaneTo3CX\\CorvaneTo3CX.log";
 }
 
+std::map<std::string, std::string> OwnValues() {
+    return RegistryValues(HKEY_CURRENT_USER, ownKey);
+}
+
+std::string OwnValue(const std::string& name) {
+    return RegistryText(HKEY_CURRENT_USER, ownKey, name).value_or("<none>");
+}
+
 void Check(const Outcome& actual, const Outcome& expected) {
     EXPECT_EQ(actual.log, expected.log);
     EXPECT_EQ(actual.commands, expected.commands);
@@ -172,6 +180,14 @@ Lines RunLog(const std::string& commandLine, const std::string& identifier, cons
     }
     log.push_back("[" + identifier + "]: Finished unloading form and closing program.");
     return log;
+}
+
+std::string StatusText(const Lines& messages) {
+    std::string text;
+    for (const std::string& message : messages) {
+        text += (text.empty() ? "" : "\r\n") + message;
+    }
+    return text;
 }
 
 Lines Joined(std::initializer_list<Lines> parts) {

@@ -4,6 +4,7 @@
 
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -52,6 +53,9 @@ protected:
     // The next test gets a new one: this test leaves it changed.
     void GoldMineIsSpoilt() { spoilt_ = true; }
 
+    // The number that the lines of the next run have to show; else it is the stored one.
+    void ExpectRunNumber(const std::string& number) { expectedRunNumber_ = number; }
+
     void Set(const std::string& option, const std::string& text);
     void SetAll(const std::map<std::string, std::string>& options);
 
@@ -70,11 +74,16 @@ protected:
 
 private:
     std::string runNumber_;  // that the run's lines have to show
+    std::optional<std::string> expectedRunNumber_;
     std::string startTime_;
     size_t journalBegin_ = 0;
     bool spoilt_ = false;
     std::unique_ptr<ClearedKey> own_, phone_, goldMine_;
 };
+
+// The values of the program's own key, and one of them.
+std::map<std::string, std::string> OwnValues();
+std::string OwnValue(const std::string& name);
 
 // Compares all of it.
 void Check(const Outcome& actual, const Outcome& expected);
@@ -82,7 +91,12 @@ void Check(const Outcome& actual, const Outcome& expected);
 // The log of a run: separator and echo of the command line with empty brackets, these messages with
 // the identifier, and the last line of all.
 Lines RunLog(const std::string& commandLine, const std::string& identifier, const Lines& messages);
+// The lines that the status box holds.
+std::string StatusText(const Lines& messages);
 Lines Joined(std::initializer_list<Lines> parts);
+
+// Names the rows of a table of tests by their member "name".
+inline constexpr auto NameOf = [](const auto& each) { return std::string(each.param.name); };
 
 // What every run that finds GoldMine says and asks first.
 inline const std::string versionDetected = "GoldMine version 2014.1 detected.";

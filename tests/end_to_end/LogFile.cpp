@@ -93,8 +93,12 @@ std::vector<LogLine> ParseLog(const std::string& text) {
             count == 3 && !fields[0].empty() && CountDigits(fields[0], 0) == fields[0].size() &&
             HasForm(fields[1], "99999999.999999.999") && identifier.size() >= 3 &&
             identifier.starts_with("[") && identifier.ends_with("]:");
-        if (!wellFormed) {
+        if (!wellFormed && lines.empty()) {
             ADD_FAILURE() << "no log line: " << testing::PrintToString(line);
+            continue;
+        }
+        if (!wellFormed) {
+            lines.back().message += "\r\n" + line;
             continue;
         }
         lines.push_back(

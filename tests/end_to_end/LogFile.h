@@ -15,7 +15,8 @@ struct LogLine {
 };
 
 // The lines of a log, each checked for its form: run number, time stamp, bracketed identifier with
-// colon and message, separated by tabs, CR LF at the end. A line of another form fails the test.
+// colon and message, separated by tabs, CR LF at the end. What has another form goes on with the
+// message of the line before it, whose text has more than one line.
 std::vector<LogLine> ParseLog(const std::string& text);
 
 // The message with what no two runs have alike put into words: "<date>" for a date and time in the

@@ -1,0 +1,337 @@
+#include "EndToEndTest.h"
+#include "Files.h"
+
+namespace end_to_end {
+namespace {
+
+const std::string call = "/N:S /C:5551234567 /T:I /I:7";
+const Box versionUnread{"Error retrieving GoldMine version.", "OK", "exclamation"};
+const Box loadingFailed{"Error loading configuration. Exiting.", "OK", "critical"};
+const std::string found = "Found (555)123-4567 in a primary contact record.";
+const Lines before = {
+    versionDetected,
+    "Inbound call search for CallerID:  requested while inbound call is _ringing_.",
+    "Inbound call search for CallerID:  searching while incoming call is ringing."};
+const Lines after = {"Inbound call search for CallerID:  processing completed.",
+                     "History creation:  no history creation requested.",
+                     "Call processing completed in <seconds> seconds."};
+const Lines searchCommands =
+    Joined({startUpCommands, phoneCommands, {gmapi::CallerID("(555)123-4567", "1", "1")}});
+const std::string shown =
+    gmapi::StatusMsg("Corvane found (555)123-4567 in a primary contact record.");
+
+// What the system says about a code, without the line end.
+std::string SystemText(DWORD code) {
+    wchar_t text[512];
+    const DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS,
+                                        nullptr, code, 0, text, 512, nullptr);
+    const std::string utf8 = Utf8({text, length});
+    return utf8.substr(0, utf8.find_last_not_of("\r\n ") + 1);
+}
+
+}  // namespace
+
+class TransportTest : public EndToEndTest {
+protected:
+    void SetUp() override {
+        EndToEndTest::SetUp();
+        Set("chkCreateHistory", "0");
+    }
+};
+
+TEST_F(TransportTest, AnUnregisteredGoldMineIsExplained) {
+    GoldMine();
+    UnregisterGoldMine(ordinaryGoldMine);
+
+    const Outcome run = Run(call);
+
+    RegisterGoldMine(ordinaryGoldMine);
+    const std::string registration = "\"" + Utf8(StandinFile("gmw.exe")) + "\" /RegServer";
+    const std::string advice =
+        "GoldMine should be installed locally. If it already is, this error can usually be "
+        "resolved by running the following command from a command prompt (opened with \"Run as "
+        "administrator\"):";
+    Check(run, {.log = RunLog(call, "7",
+                              {"Could not connect to GoldMine's user interface. Error number:  429 "
+                               "Error message:  ActiveX component can't create object " +
+                               advice + registration}),
+                .boxes = {{"Could not connect to GoldMine's user interface.\r\n"
+                           "Error number:  429\r\n"
+                           "Error message:  ActiveX component can't create object\r\n"
+                           "\r\n" +
+                               advice + "\r\n\r\n" + registration,
+                           "OK", "critical"},
+                          versionUnread,
+                          loadingFailed}});
+}
+
+TEST_F(TransportTest, AccessDeniedMeansNotLoggedIn) {
+    GoldMine().SetFaults("Macro:&Version access-denied\n");
+
+    const Outcome run = Run(call);
+
+    Check(run, {.log = RunLog(call, "7",
+                              {"GoldMine may be running but you are not logged in. Log in to "
+                               "GoldMine and re-try the operation. Error number:  70 Error "
+                               "message:  Permission denied"}),
+                .commands = {gmapi::Macro("&amp;Version")},
+                .boxes = {{"GoldMine may be running but you are not logged in.\r\n"
+                           "Log in to GoldMine and re-try the operation.\r\n"
+                           "\r\n"
+                           "Error number:  70\r\n"
+                           "Error message:  Permission denied"},
+                          versionUnread,
+                          loadingFailed}});
+}
+
+TEST_F(TransportTest, TheCommandAfterADeniedOneConnectsAnew) {
+    GoldMine().SetFaults("Macro:&Phone1 access-denied\n");
+
+    const Outcome run = Run(call);
+
+    Check(run,
+          {.log = RunLog(call, "7",
+                         Joined({before,
+                                 {"GoldMine may be running but you are not logged in. Log in to "
+                                  "GoldMine and re-try the operation. Error number:  70 Error "
+                                  "message:  Permission denied",
+                                  found},
+                                 after})),
+           .commands = Joined(
+               {startUpCommands,
+                {gmapi::Macro("&amp;Phone1"), gmapi::CallerID("(555)123-4567", "1", "1"), shown}}),
+           .boxes = {{"GoldMine may be running but you are not logged in.\r\n"
+                      "Log in to GoldMine and re-try the operation.\r\n"
+                      "\r\n"
+                      "Error number:  70\r\n"
+                      "Error message:  Permission denied"}}});
+}
+
+TEST_F(TransportTest, AGoldMineThatDiesInACallIsALostConnection) {
+    GoldMine().SetFaults("Macro:&Version die\n");
+    GoldMineIsSpoilt();
+
+    const Outcome run = Run(call);
+
+    ASSERT_EQ(run.boxes.size(), 3u);
+    // Windows may find the server gone or the call broken.
+    const std::string number =
+        run.boxes[0].text.find("462") != std::string::npos ? "462" : "-2147023170";
+    const std::string message = number == "462"
+                                    ? "The remote server machine does not exist or is unavailable"
+                                    : SystemText(0x800706BE);
+    Check(run, {.log = RunLog(call, "7",
+                              {"Lost connection to GoldMine's user interface. If you closed "
+                               "GoldMine before closing Corvane, you can ignore this error. Error "
+                               "number:  " +
+                               number + " Error message:  " + message}),
+                .commands = {gmapi::Macro("&amp;Version")},
+                .boxes = {{"Lost connection to GoldMine's user interface. \r\n"
+                           "If you closed GoldMine before closing Corvane, you can ignore this "
+                           "error.\r\n"
+                           "\r\n"
+                           "Error number:  " +
+                           number + "\r\nError message:  " + message},
+                          versionUnread,
+                          loadingFailed}});
+}
+
+TEST_F(TransportTest, ACommandSlowerThanTheThresholdIsLogged) {
+    GoldMine().SetFaults("CallerID delay 2100\n");
+    Set("txtCOMDurationSeconds", "2");
+
+    const Outcome run = Run(call);
+
+    Check(run, {.log = RunLog(call, "7",
+                              Joined({before,
+                                      {"> COM command > 2 second(s) (<seconds> seconds): '" +
+                                           gmapi::CallerID("(555)123-4567", "1", "1") + "'",
+                                       found},
+                                      after})),
+                .commands = Joined({searchCommands, {shown}})});
+}
+
+TEST_F(TransportTest, AThresholdOfZeroLogsEveryCommand) {
+    GoldMine();
+    Set("txtCOMDurationSeconds", "0");
+
+    const Outcome run = Run(call);
+
+    Lines timed;
+    for (const std::string& line : run.log) {
+        if (line.find("> COM command > ") != std::string::npos) {
+            timed.push_back(line);
+        }
+    }
+    Lines expected;
+    for (const std::string& command : Joined({searchCommands, {shown}})) {
+        expected.push_back("[7]: > COM command > 0 second(s) (<seconds> seconds): '" + command +
+                           "'");
+    }
+    EXPECT_EQ(timed, expected);
+}
+
+TEST_F(TransportTest, NothingIsTimedWhenThatIsOff) {
+    GoldMine();
+    SetAll({{"chkLogCOMCalls", "0"}, {"txtCOMDurationSeconds", "0"}});
+
+    const Outcome run = Run(call);
+
+    Check(run, {.log = RunLog(call, "7", Joined({before, {found}, after})),
+                .commands = Joined({searchCommands, {shown}})});
+}
+
+TEST_F(TransportTest, AnExceptionOfGoldMineIsARunTimeError) {
+    GoldMine().SetFaults("CallerID exception 4711 GoldMine|The index is locked.\n");
+
+    const Outcome run = Run(call);
+
+    Check(run,
+          {.log = RunLog(call, "7",
+                         Joined({before, {"Run-time error '4711':  The index is locked."}})),
+           .commands = searchCommands,
+           .boxes = {{"Run-time error '4711':\r\n\r\nThe index is locked.", "OK", "critical"}}});
+}
+
+TEST_F(TransportTest, AnotherFailureOfACallIsARunTimeError) {
+    GoldMine().SetFaults("CallerID hresult 0x8007000D\n");
+
+    const Outcome run = Run(call);
+
+    const std::string description = SystemText(0x8007000D);
+    Check(run,
+          {.log = RunLog(call, "7",
+                         Joined({before, {"Run-time error '-2147024883':  " + description}})),
+           .commands = searchCommands,
+           .boxes = {{"Run-time error '-2147024883':\r\n\r\n" + description, "OK", "critical"}}});
+}
+
+TEST_F(TransportTest, ABusyGoldMineIsAskedAgain) {
+    GoldMine().SetFaults("CallerID busy 2\n");
+
+    const Outcome run = Run(call);
+
+    const std::string search = gmapi::CallerID("(555)123-4567", "1", "1");
+    Check(run, {.log = RunLog(call, "7", Joined({before, {found}, after})),
+                .commands = Joined({searchCommands, {search, search, shown}})});
+}
+
+TEST_F(TransportTest, ASuccessWithoutMoreHasAnEmptyValue) {
+    GoldMine().SetFaults("Macro:&Version reply <GMAPI call=\"Macro\"><status code=\"1\">\n");
+
+    const Outcome run = Run(call);
+
+    Check(run,
+          {.log = RunLog(call, "7", {}),
+           .commands = {gmapi::Macro("&amp;Version")},
+           .boxes = {{"Error parsing GoldMine version ", "OK", "exclamation"}, loadingFailed}});
+}
+
+class FailedReplyTest : public TransportTest, public testing::WithParamInterface<const char*> {};
+
+TEST_P(FailedReplyTest, CountsAsFailure) {
+    GoldMine().SetFaults(std::string("Macro:&Version reply ") + GetParam() + "\n");
+
+    const Outcome run = Run(call);
+
+    Check(run, {.log = RunLog(call, "7", {}),
+                .commands = {gmapi::Macro("&amp;Version")},
+                .boxes = {versionUnread, loadingFailed}});
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Replies, FailedReplyTest,
+    testing::Values("<GMAPI call=\"Macro\"><status code=\"0\">2014.1</status></GMAPI>",
+                    "<GMAPI call=\"macro\"><status code=\"1\">2014.1</status></GMAPI>",
+                    "<GMAPI call=\"Macro\" ><status code=\"1\">2014.1</status></GMAPI>",
+                    "<GMAPI call='Macro'><status code='1'>2014.1</status></GMAPI>", "no XML at all",
+                    "False"));
+
+class DiscoveryTest : public TransportTest {};
+
+// Of the other practice GoldMine the class, the ids, the method and the event's id are all others.
+TEST_F(DiscoveryTest, AnyGoldMineIsFoundByItsTypeLibrary) {
+    CloseGoldMine();
+    UnregisterGoldMine(ordinaryGoldMine);
+    RegisterGoldMine(otherGoldMine);
+    Lines commands;
+    Outcome run;
+    {
+        const PracticeGoldMine other(StandinFile(otherGoldMine), dataFolder, "");
+        run = Run(call);
+        for (const std::string& line : other.Journal()) {
+            if (line.starts_with("> ")) {
+                commands.push_back(line.substr(2));
+            }
+        }
+    }
+    UnregisterGoldMine(otherGoldMine);
+    RegisterGoldMine(ordinaryGoldMine);
+
+    EXPECT_EQ(commands, Joined({searchCommands, {shown}}));
+    Check(run, {.log = RunLog(call, "7", Joined({before, {found}, after}))});
+}
+
+TEST_F(DiscoveryTest, AnyGoldMineReportsItsDialog) {
+    CloseGoldMine();
+    UnregisterGoldMine(ordinaryGoldMine);
+    RegisterGoldMine(otherGoldMine);
+    Set("chkCreateHistory", "1");
+    const std::string connected = "/N:C /C:5551234567 /T:I /I:7";
+    Outcome run;
+    {
+        const PracticeGoldMine other(StandinFile(otherGoldMine), dataFolder, "");
+        other.SetFaults("MenuCommand event before\n");
+        run = Run(connected);
+    }
+    UnregisterGoldMine(otherGoldMine);
+    RegisterGoldMine(ordinaryGoldMine);
+
+    Check(run,
+          {.log = RunLog(
+               connected, "7",
+               {versionDetected,
+                "Inbound call search for CallerID:  requested while inbound call is _ringing_.",
+                "Inbound call search for CallerID:  call connect (answered) event ignored.",
+                "Inbound call search for CallerID:  processing completed.",
+                "History creation:  requested at _connection_ of call.", found,
+                "Creating history at connection of call.",
+                "Opening Complete Call dialog before saving in history.",
+                "Finished opening Complete Call dialog before saving in history.",
+                "Finishing creating history at connection of call.",
+                "History creation:  processing completed.",
+                "Call processing completed in <seconds> seconds."})});
+}
+
+// Its process is found by a name in small letters only.
+TEST_F(DiscoveryTest, AProcessOfAnotherCaseIsNoGoldMine) {
+    CloseGoldMine();
+    const std::wstring folder = std::wstring(dataFolder) + L"upper\\";
+    MakeFolder(folder);
+    CopyFileTo(StandinFile(ordinaryGoldMine), folder + L"GMW.EXE");
+    Outcome run;
+    {
+        const PracticeGoldMine other(folder + L"GMW.EXE", dataFolder, "");
+        run = Run(call);
+    }
+
+    Check(run, {.log = RunLog(call, "7",
+                              {"GoldMine not running, so version unknown.",
+                               "Parameters found but GoldMine not running. Exiting."})});
+}
+
+TEST_F(DiscoveryTest, OlderGoldMinesProgramNameIsFoundToo) {
+    CloseGoldMine();
+    const std::wstring folder = std::wstring(dataFolder) + L"six\\";
+    MakeFolder(folder);
+    CopyFileTo(StandinFile(ordinaryGoldMine), folder + L"gmw6.exe");
+    Outcome run;
+    {
+        const PracticeGoldMine other(folder + L"gmw6.exe", dataFolder, "");
+        run = Run(call);
+    }
+
+    Check(run, {.log = RunLog(call, "7", Joined({before, {found}, after}))});
+}
+
+}  // namespace end_to_end
