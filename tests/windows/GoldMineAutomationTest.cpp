@@ -8,10 +8,10 @@
 
 #include "platform/ComApartment.h"
 #include "platform/SystemClock.h"
+#include "unit/TestErrors.h"
 #include "util/RuntimeError.h"
 #include "windows/AutomationServer.h"
 #include "windows/PumpUntil.h"
-#include "windows/RaisedError.h"
 #include "windows/RegistrySandbox.h"
 
 namespace corvane::test {
@@ -191,7 +191,7 @@ TEST_P(GoldMineAutomationFailureTest, HasItsNumberAndTheConnectionStays) {
     goldMine.Connect();
     answer = [](const std::wstring&) { return Answer{.result = GetParam().result}; };
 
-    EXPECT_EQ(RaisedBy([&] { static_cast<void>(goldMine.Send(L"x")); }).number, GetParam().number);
+    EXPECT_EQ(ErrorOf([&] { static_cast<void>(goldMine.Send(L"x")); }).number, GetParam().number);
 
     answer = [](const std::wstring&) { return Answer{.reply = L"well"}; };
     EXPECT_EQ(goldMine.Send(L"y"), L"well");
@@ -214,7 +214,7 @@ TEST_F(GoldMineAutomationTest, ExceptionGivesItsNumberSourceAndDescription) {
                       .description = L"No such record."};
     };
 
-    const RuntimeError error = RaisedBy([&] { static_cast<void>(goldMine.Send(L"x")); });
+    const RuntimeError error = ErrorOf([&] { static_cast<void>(goldMine.Send(L"x")); });
 
     EXPECT_EQ(error.number, 1004);
     EXPECT_EQ(error.source, L"GoldMine.UI");
@@ -230,15 +230,68 @@ TEST_F(GoldMineAutomationTest, ExceptionWithAResultCodeGivesItsClassicNumber) {
                       .description = L"Not logged in."};
     };
 
-    const RuntimeError error = RaisedBy([&] { static_cast<void>(goldMine.Send(L"x")); });
+    const RuntimeError error = ErrorOf([&] { static_cast<void>(goldMine.Send(L"x")); });
 
     EXPECT_EQ(error.number, 70);
     EXPECT_EQ(error.source, L"GoldMine.UI");
     EXPECT_EQ(error.description, L"Not logged in.");
 }
 
+class GoldMineAutomationBusyTest : public GoldMineAutomationTest,
+                                   public testing::WithParamInterface<HRESULT> {};
+
+TEST_P(GoldMineAutomationBusyTest, IsAskedAgainUntilItAnswers) {
+    goldMine.Connect();
+    int refusals = 2;
+    answer = [&](const std::wstring&) {
+        return refusals-- > 0 ? Answer{.result = GetParam()} : Answer{.reply = L"at last"};
+    };
+    const ULONGLONG begin = GetTickCount64();
+
+    EXPECT_EQ(goldMine.Send(L"x"), L"at last");
+
+    EXPECT_EQ(server.commands(), (std::vector<std::wstring>{L"x", L"x", L"x"}));
+    // Twice a quarter of a second, as far as the tick counter can tell.
+    EXPECT_GE(GetTickCount64() - begin, 450U);
+}
+
+TEST_P(GoldMineAutomationBusyTest, EventArrivesInTheMeantime) {
+    goldMine.Connect();
+    int refusals = 1;
+    std::size_t seenBeforeTheAnswer = 0;
+    answer = [&](const std::wstring&) {
+        if (refusals-- > 0) {
+            server.RaiseWhenIdle(windowUpDownEvent, L"W", true, 1);
+            return Answer{.result = GetParam()};
+        }
+        seenBeforeTheAnswer = events.size();  // the client waits for this call and changes nothing
+        return Answer{.reply = L"at last"};
+    };
+
+    EXPECT_EQ(goldMine.Send(L"x"), L"at last");
+
+    EXPECT_EQ(seenBeforeTheAnswer, 1U);
+}
+
+INSTANTIATE_TEST_SUITE_P(Results, GoldMineAutomationBusyTest,
+                         testing::Values(RPC_E_SERVERCALL_RETRYLATER, RPC_E_CALL_REJECTED));
+
+TEST_F(GoldMineAutomationTest, ServerThatStaysBusyIsGivenUpAfterTenSeconds) {
+    goldMine.Connect();
+    answer = [](const std::wstring&) { return Answer{.result = RPC_E_SERVERCALL_RETRYLATER}; };
+    const ULONGLONG begin = GetTickCount64();
+
+    const RuntimeError error = ErrorOf([&] { static_cast<void>(goldMine.Send(L"x")); });
+
+    const ULONGLONG taken = GetTickCount64() - begin;
+    EXPECT_EQ(error.number, RPC_E_SERVERCALL_RETRYLATER);
+    EXPECT_GE(taken, 9'900U);
+    EXPECT_LE(taken, 15'000U);
+    EXPECT_LE(server.commands().size(), 41U) << "every quarter of a second";
+}
+
 TEST_F(GoldMineAutomationTest, SendingWithoutConnectionRaises) {
-    EXPECT_EQ(RaisedBy([&] { static_cast<void>(goldMine.Send(L"x")); }).number, 462);
+    EXPECT_EQ(ErrorOf([&] { static_cast<void>(goldMine.Send(L"x")); }).number, 462);
 }
 
 TEST(GoldMineAutomationAloneTest, ClassThatNobodyServesCannotBeCreated) {
@@ -246,7 +299,7 @@ TEST(GoldMineAutomationAloneTest, ClassThatNobodyServesCannotBeCreated) {
     const LibraryRegistration registration(LibraryFlavour::Complete);
     GoldMineAutomation goldMine;
 
-    const RuntimeError error = RaisedBy([&] { goldMine.Connect(); });
+    const RuntimeError error = ErrorOf([&] { goldMine.Connect(); });
 
     EXPECT_EQ(error.number, 429);
     EXPECT_EQ(error.description, L"ActiveX component can't create object");
@@ -258,7 +311,7 @@ TEST(GoldMineAutomationAloneTest, MissingRegistrationIsNoticedAndForgotten) {
     GoldMineAutomation goldMine;
     {
         const RegistrySandbox empty(HKEY_CLASSES_ROOT);
-        EXPECT_EQ(RaisedBy([&] { goldMine.Connect(); }).number, 429);
+        EXPECT_EQ(ErrorOf([&] { goldMine.Connect(); }).number, 429);
     }
     // Registered in the meantime: the next command finds it.
     const LibraryRegistration registration(LibraryFlavour::Complete);

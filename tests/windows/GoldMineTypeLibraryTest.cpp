@@ -3,8 +3,8 @@
 #include <gtest/gtest.h>
 
 #include "platform/ComApartment.h"
+#include "unit/TestErrors.h"
 #include "windows/AutomationServer.h"
-#include "windows/RaisedError.h"
 #include "windows/RegistrySandbox.h"
 
 namespace corvane::test {
@@ -43,7 +43,7 @@ TEST_F(GoldMineTypeLibraryTest, ClassWithoutEventsStillTakesCommands) {
 TEST_F(GoldMineTypeLibraryTest, LibraryWithoutTheClassIsNoRegistration) {
     const LibraryRegistration registration(LibraryFlavour::WithoutClass);
 
-    const RuntimeError error = RaisedBy([] { static_cast<void>(ReadGoldMineTypeLibrary()); });
+    const RuntimeError error = ErrorOf([] { static_cast<void>(ReadGoldMineTypeLibrary()); });
 
     EXPECT_EQ(error.number, cannotCreateObject);
     EXPECT_EQ(error.description, L"ActiveX component can't create object");
@@ -52,7 +52,7 @@ TEST_F(GoldMineTypeLibraryTest, LibraryWithoutTheClassIsNoRegistration) {
 TEST_F(GoldMineTypeLibraryTest, MissingRegistrationIsThatTheObjectCannotBeCreated) {
     const RegistrySandbox empty(HKEY_CLASSES_ROOT);
 
-    const RuntimeError error = RaisedBy([] { static_cast<void>(ReadGoldMineTypeLibrary()); });
+    const RuntimeError error = ErrorOf([] { static_cast<void>(ReadGoldMineTypeLibrary()); });
 
     EXPECT_EQ(error.number, cannotCreateObject);
     EXPECT_EQ(error.description, L"ActiveX component can't create object");

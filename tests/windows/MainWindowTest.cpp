@@ -10,6 +10,7 @@
 #include "ui/Dpi.h"
 #include "ui/Form.h"
 #include "ui/FormActions.h"
+#include "windows/NativeWindow.h"
 #include "windows/PumpUntil.h"
 
 #include <commctrl.h>
@@ -53,18 +54,6 @@ public:
     int activations = 0;
     int closeQuestions = 0;
 };
-
-std::wstring TextOf(HWND window) {
-    std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
-    text.resize(static_cast<std::size_t>(
-        GetWindowTextW(window, text.data(), static_cast<int>(text.size()))));
-    return text;
-}
-
-std::wstring ClassOf(HWND window) {
-    wchar_t name[100] = {};
-    return {name, static_cast<std::size_t>(GetClassNameW(window, name, 100))};
-}
 
 struct IdSearch {
     int id = 0;

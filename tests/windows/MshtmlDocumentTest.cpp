@@ -12,8 +12,8 @@
 #include "platform/ComApartment.h"
 #include "platform/ComError.h"
 #include "platform/ComObject.h"
+#include "unit/TestErrors.h"
 #include "util/RuntimeError.h"
-#include "windows/RaisedError.h"
 
 namespace corvane::test {
 namespace {
@@ -185,7 +185,7 @@ TEST_F(MshtmlDocumentTest, FailureOfTheEngineIsRaised) {
     const auto document = MshtmlDocument::Create();
     ASSERT_TRUE(document);
 
-    EXPECT_EQ(RaisedBy([&] { document->InsertAtStartOfBody(L"a", L"b"); }).number, 70);
+    EXPECT_EQ(ErrorOf([&] { document->InsertAtStartOfBody(L"a", L"b"); }).number, 70);
 
     EXPECT_EQ(script.calls, (std::vector<std::wstring>{L"open [about:blank]"}));
 }

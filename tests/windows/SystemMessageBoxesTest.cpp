@@ -8,22 +8,11 @@
 #include <thread>
 #include <vector>
 
+#include "windows/NativeWindow.h"
 #include "windows/PumpUntil.h"
 
 namespace corvane::test {
 namespace {
-
-std::wstring TextOf(HWND window) {
-    std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
-    text.resize(static_cast<std::size_t>(
-        GetWindowTextW(window, text.data(), static_cast<int>(text.size()))));
-    return text;
-}
-
-std::wstring ClassOf(HWND window) {
-    wchar_t name[100] = {};
-    return {name, static_cast<std::size_t>(GetClassNameW(window, name, 100))};
-}
 
 // The visible box of this program with the product's name; nothing while there is none.
 HWND FindBox() {

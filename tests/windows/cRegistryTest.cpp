@@ -5,8 +5,8 @@
 #include <string>
 #include <tuple>
 
+#include "unit/TestErrors.h"
 #include "util/RuntimeError.h"
-#include "windows/RaisedError.h"
 #include "windows/RegistrySandbox.h"
 
 namespace corvane::test {
@@ -37,12 +37,12 @@ protected:
                                std::uint32_t access) {
         RegistryHandle key = 0;
         std::uint32_t disposition = 0;
-        return RaisedBy(
+        return ErrorOf(
             [&] { registry.CreateKey(root, path, 0, L"", 0, access, key, disposition); });
     }
     RuntimeError OpenFailure(RegistryHandle root, const std::wstring& path, std::uint32_t access) {
         RegistryHandle key = 0;
-        return RaisedBy([&] { registry.Openkey(root, path, 0, access, key); });
+        return ErrorOf([&] { registry.Openkey(root, path, 0, access, key); });
     }
 
     RegistrySandbox sandbox;
@@ -180,7 +180,7 @@ TEST_F(cRegistryTest, FailingCreationLeavesHandleAndDispositionAlone) {
 }
 
 TEST_F(cRegistryTest, ClosingNoKeyRaises) {
-    const RuntimeError error = RaisedBy([&] { registry.Closekey(0); });
+    const RuntimeError error = ErrorOf([&] { registry.Closekey(0); });
 
     EXPECT_EQ(error.number, classError);
     EXPECT_EQ(error.description, L"RegCloseKey" + crLf + L"System error 6: " + SystemWords(6));
@@ -199,7 +199,7 @@ TEST_F(cRegistryTest, KeyIsDeleted) {
 TEST_F(cRegistryTest, DeletingAMissingKeyRaises) {
     const RegistryHandle key = Created(L"Software");
 
-    const RuntimeError error = RaisedBy([&] { registry.DeleteKey(key, L"Absent"); });
+    const RuntimeError error = ErrorOf([&] { registry.DeleteKey(key, L"Absent"); });
 
     EXPECT_EQ(error.number, classError);
     EXPECT_EQ(error.description,
@@ -213,7 +213,7 @@ TEST_F(cRegistryTest, ValueIsDeleted) {
 
     EXPECT_EQ(registry.DeleteValue(key, L"v"), 0);
 
-    const RuntimeError error = RaisedBy([&] { registry.DeleteValue(key, L"v"); });
+    const RuntimeError error = ErrorOf([&] { registry.DeleteValue(key, L"v"); });
     EXPECT_EQ(error.number, classError);
     EXPECT_EQ(error.description,
               L"RegDeleteValue of ValueName 'v'" + crLf + L"System error 2: " + SystemWords(2));
@@ -256,7 +256,7 @@ TEST_F(cRegistryTest, MissingValueRaisesWithTheSystemsTextForAMissingFile) {
     std::uint32_t size = 0;
 
     const RuntimeError error =
-        RaisedBy([&] { registry.QueryValue(key, L"Absent", 0, type, data, size); });
+        ErrorOf([&] { registry.QueryValue(key, L"Absent", 0, type, data, size); });
 
     EXPECT_EQ(error.number, classError);
     EXPECT_EQ(error.description, L"RegQueryValueEx of ValueName 'Absent'" + crLf +
@@ -302,7 +302,7 @@ TEST_F(cRegistryTest, RefusedWriteQuotesTheDataWithItsTerminator) {
     const RegistryHandle key = Created(L"Software", 1);
 
     const RuntimeError error =
-        RaisedBy([&] { registry.SetValue(key, L"v", 0, 1, std::wstring(L"abc\0", 4), 4); });
+        ErrorOf([&] { registry.SetValue(key, L"v", 0, 1, std::wstring(L"abc\0", 4), 4); });
 
     EXPECT_EQ(error.number, classError);
     EXPECT_EQ(error.description, L"RegSetValueEx of ValueName 'v' to value 'abc" +

@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "settings/cRegistry.h"
+#include "unit/TestErrors.h"
 #include "util/RuntimeError.h"
-#include "windows/RaisedError.h"
 #include "windows/RegistrySandbox.h"
 
 namespace corvane::test {
@@ -159,13 +159,13 @@ TEST_F(cSimuIniFileTest, BooleansAreStoredAsTheirNames) {
 }
 
 TEST_F(cSimuIniFileTest, TypedWriteOfANewEntryFailsAfterTheValueWasWritten) {
-    EXPECT_EQ(RaisedBy([&] { store.WriteProfileBoolean(L"B", true); }).number, typeMismatch);
+    EXPECT_EQ(ErrorOf([&] { store.WriteProfileBoolean(L"B", true); }).number, typeMismatch);
     EXPECT_EQ(Load(L"B").text, std::wstring(L"True\0", 5));
 
-    EXPECT_EQ(RaisedBy([&] { store.WriteProfileInteger(L"I", -12); }).number, typeMismatch);
+    EXPECT_EQ(ErrorOf([&] { store.WriteProfileInteger(L"I", -12); }).number, typeMismatch);
     EXPECT_EQ(Load(L"I").text, std::wstring(L"-12\0", 4));
 
-    EXPECT_EQ(RaisedBy([&] { store.WriteProfileFloat(L"F", 25); }).number, typeMismatch);
+    EXPECT_EQ(ErrorOf([&] { store.WriteProfileFloat(L"F", 25); }).number, typeMismatch);
     EXPECT_EQ(Load(L"F").text, std::wstring(L"25\0", 3));
 }
 
@@ -208,7 +208,7 @@ INSTANTIATE_TEST_SUITE_P(Texts, cSimuIniFileBooleanTest,
 
 TEST_F(cSimuIniFileTest, TextThatIsNoBooleanDoesNotConvert) {
     StoreText(L"X", L"yes please");
-    EXPECT_EQ(RaisedBy([&] { store.ReadProfileBoolean(L"X", true); }).number, typeMismatch);
+    EXPECT_EQ(ErrorOf([&] { store.ReadProfileBoolean(L"X", true); }).number, typeMismatch);
 }
 
 TEST_F(cSimuIniFileTest, UnsetScopeMakesEveryAccessFailInCreateKey) {
@@ -216,13 +216,13 @@ TEST_F(cSimuIniFileTest, UnsetScopeMakesEveryAccessFailInCreateKey) {
     unset.Subkey = L"SOFTWARE";
     unset.RootSpec = L"X";
 
-    const RuntimeError reading = RaisedBy([&] { unset.ReadProfileString(L"a", L""); });
+    const RuntimeError reading = ErrorOf([&] { unset.ReadProfileString(L"a", L""); });
     EXPECT_EQ(reading.number, registryError);
     EXPECT_EQ(reading.description,
               L"RegCreateKeyEx requesting READ access to 'SOFTWARE\\X'\r\nSystem error 6: " +
                   SystemWords(6));
 
-    const RuntimeError writing = RaisedBy([&] { unset.WriteProfileString(L"a", L"b"); });
+    const RuntimeError writing = ErrorOf([&] { unset.WriteProfileString(L"a", L"b"); });
     EXPECT_EQ(writing.number, registryError);
     EXPECT_EQ(writing.description,
               L"RegCreateKeyEx requesting WRITE access to 'SOFTWARE\\X'\r\nSystem error 6: " +

@@ -7,10 +7,10 @@
 #include <string>
 #include <thread>
 
+#include "unit/TestErrors.h"
 #include "util/Clock.h"
 #include "util/Windows.h"
 #include "windows/OpenFile.h"
-#include "windows/RaisedError.h"
 #include "windows/TemporaryFolder.h"
 
 #include <oleauto.h>
@@ -138,7 +138,7 @@ TEST_F(modFileTest, AppendingToALockedFileIsPermissionDenied) {
     const std::wstring path = folder.Write(L"log.txt", "");
     const OpenFile lock(path, GENERIC_READ | GENERIC_WRITE, 0);
 
-    const RuntimeError error = RaisedBy([&] { AppendToFile(path, L"x"); });
+    const RuntimeError error = ErrorOf([&] { AppendToFile(path, L"x"); });
 
     EXPECT_EQ(error.number, 70);
     EXPECT_EQ(error.description, L"Permission denied");
@@ -146,7 +146,7 @@ TEST_F(modFileTest, AppendingToALockedFileIsPermissionDenied) {
 
 TEST_F(modFileTest, AppendingInAMissingFolderIsPathNotFound) {
     const RuntimeError error =
-        RaisedBy([&] { AppendToFile(folder.file(L"absent\\log.txt"), L"x"); });
+        ErrorOf([&] { AppendToFile(folder.file(L"absent\\log.txt"), L"x"); });
 
     EXPECT_EQ(error.number, 76);
     EXPECT_EQ(error.description, L"Path not found");
