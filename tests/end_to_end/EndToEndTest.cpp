@@ -147,8 +147,12 @@ std::string EndToEndTest::LogText() {
 }
 
 Lines EndToEndTest::Dialled() {
-    return SplitLines(ReadFileText(std::wstring(appFolder) + L"CallTriggerCmd.log").value_or(""),
-                      "\n");
+    const std::wstring file = std::wstring(appFolder) + L"CallTriggerCmd.log";
+    Lines lines = SplitLines(ReadFileText(file).value_or(""), "\n");
+    for (std::string& line : lines) {
+        line = Unescaped(line);
+    }
+    return lines;
 }
 
 std::wstring EndToEndTest::logFile() {

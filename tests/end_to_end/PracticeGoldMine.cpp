@@ -16,6 +16,14 @@ bool IsMainWindow(HWND window) {
     return GetMenu(window) != nullptr;
 }
 
+Lines UnescapedLines(const std::wstring& file) {
+    Lines lines = SplitLines(ReadFileText(file).value_or(""), "\n");
+    for (std::string& line : lines) {
+        line = Unescaped(line);
+    }
+    return lines;
+}
+
 // Contact windows and dialogs; Windows itself gives a process further ones, which are not shown.
 std::vector<HWND> OtherWindows(DWORD processId) {
     std::vector<HWND> windows;
@@ -90,7 +98,7 @@ void PracticeGoldMine::SetFaults(const std::string& lines) const {
 }
 
 Lines PracticeGoldMine::Journal() const {
-    return SplitLines(ReadFileText(dataFolder_ + L"journal.txt").value_or(""), "\n");
+    return UnescapedLines(dataFolder_ + L"journal.txt");
 }
 
 Lines PracticeGoldMine::Sql(const std::string& statement) const {
@@ -99,7 +107,7 @@ Lines PracticeGoldMine::Sql(const std::string& statement) const {
                        L"/Data:" + dataFolder_ + L" \"/Sql:" + Wide(statement) + L"\" /Out:" + out),
               0u)
         << statement;
-    return SplitLines(ReadFileText(out).value_or(""), "\n");
+    return UnescapedLines(out);
 }
 
 }  // namespace end_to_end

@@ -34,9 +34,9 @@ public:
     std::string Title(HWND window) const { return Utf8(WindowTextOf(window)); }
 
     void SetFaults(const std::string& lines) const;
-    // All of the journal: "> " commands, "< " replies, "! " events, "# " notes.
+    // All entries of the journal: "> " commands, "< " replies, "! " events, "# " notes.
     Lines Journal() const;
-    // The rows of a statement: columns separated by tabs; CR, LF, tab and backslash escaped.
+    // The rows of a statement: columns separated by tabs.
     Lines Sql(const std::string& statement) const;
 
 private:

@@ -44,4 +44,17 @@ Lines SplitLines(std::string_view text, std::string_view lineEnd) {
     return lines;
 }
 
+std::string Unescaped(std::string_view line) {
+    std::string text;
+    for (size_t i = 0; i < line.size(); ++i) {
+        if (line[i] != '\\' || i + 1 == line.size()) {
+            text += line[i];
+            continue;
+        }
+        const char escaped = line[++i];
+        text += escaped == 'r' ? '\r' : escaped == 'n' ? '\n' : escaped == 't' ? '\t' : escaped;
+    }
+    return text;
+}
+
 }  // namespace end_to_end

@@ -18,4 +18,7 @@ using Lines = std::vector<std::string>;
 // line of its own.
 Lines SplitLines(std::string_view text, std::string_view lineEnd);
 
+// The practice programs write lines with backslash, CR, LF and tab as \\, \r, \n and \t.
+std::string Unescaped(std::string_view line);
+
 }  // namespace end_to_end
