@@ -39,6 +39,8 @@ std::wstring MsxmlXPathReader::SelectNode(const std::wstring& reply, const std::
                                           NodeForm form) const {
     const ComPtr<IXMLDOMDocument2> document = NewDocument();
     ThrowIfFailed(document->put_async(VARIANT_FALSE));
+    // Blanks and line breaks at the ends of a text are the user's: notes must survive a round trip.
+    ThrowIfFailed(document->put_preserveWhiteSpace(VARIANT_TRUE));
     VARIANT_BOOL loaded = VARIANT_FALSE;
     ThrowIfFailed(document->loadXML(Bstr(reply).get(), &loaded));
     if (loaded == VARIANT_FALSE)
