@@ -30,7 +30,6 @@ void EndToEndTest::SetUpTestSuite() {
     EmptyFolder(appFolder);
     CopyFileTo(BuiltFile("CorvaneTo3CX.exe"), std::wstring(appFolder) + L"CorvaneTo3CX.exe");
     CopyFileTo(StandinFile("CallTriggerCmd.exe"), std::wstring(appFolder) + L"CallTriggerCmd.exe");
-    WriteFileText(std::wstring(appFolder) + L"CommandLineAPIPlugin.dll", "");
 }
 
 void EndToEndTest::TearDownTestSuite() {
@@ -56,6 +55,7 @@ void EndToEndTest::SetUp() {
             {"txtCOMDurationSeconds", "99"}});
     DeleteFileW(logFile().c_str());
     DeleteFileW((std::wstring(appFolder) + L"CallTriggerCmd.log").c_str());
+    WriteFileText(std::wstring(appFolder) + L"CommandLineAPIPlugin.dll", "");
     MakeFolder(dataFolder);
     DeleteFileW((std::wstring(dataFolder) + L"faults.txt").c_str());
     WriteFileText(std::wstring(dataFolder) + L"GM.INI", "[GoldMine]\r\nHTML_Cal_Notes=0\r\n");

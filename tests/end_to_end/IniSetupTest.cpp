@@ -1,0 +1,184 @@
+#include "EndToEndTest.h"
+#include "Files.h"
+
+namespace end_to_end {
+namespace {
+
+const std::string call = "/N:E /I:7";
+const std::wstring userIni = std::wstring(dataFolder) + L"MASTER.INI";
+const std::string dial = "&Dial,,C:\\corvane-e2e\\app\\CorvaneTo3CX.exe %s";
+const Box loadingFailed{"Error loading configuration. Exiting.", "OK", "critical"};
+const Box askModem{
+    "Okay to define a dummy modem in your GoldMine <user>.INI file? This is required for outbound "
+    "dialing via 3CX.",
+    "Yes No"};
+const Box askDial{
+    "Okay to add a DDEDial instruction to your GoldMine <user>.INI file? This is required for "
+    "outbound dialing via 3CX.",
+    "Yes No"};
+const Box askTapi{
+    "Okay to set GoldMine to \"Dial numbers as entered\" instead of formatting using TAPI? This "
+    "is required for outbound dialing via 3CX.",
+    "Yes No"};
+const Box restart{"Please close and restart GoldMine to load the updated <user>.INI file."};
+
+Box AskToChangeDial(const std::string& current) {
+    return {"Your GoldMine <user>.INI file already has this DDEDial instruction:\r\n\r\n" +
+                current +
+                "\r\n\r\nOkay to change that to point to Corvane to 3CX? The new instruction will "
+                "be:\r\n\r\n" +
+                dial,
+            "Yes No"};
+}
+
+struct Case {
+    const char* name;
+    std::string modem;  // the lines of the section
+    std::vector<std::string> answers;
+    Boxes boxes;
+    std::string modemAfterwards;  // DeviceID, DDEDial and TAPITranslation, with bars between
+};
+
+std::string ModemValue(const wchar_t* key) {
+    wchar_t text[512];
+    const DWORD length = GetPrivateProfileStringW(L"Modem", key, L"", text, 512, userIni.c_str());
+    return Utf8({text, length});
+}
+
+const std::string rightDial = "DDEDial=" + dial + "\r\n";
+const Lines processed = {versionDetected, "History creation:  requested at _connection_ of call.",
+                         "History creation:  call end event ignored.",
+                         "History creation:  processing completed.",
+                         "Call processing completed in <seconds> seconds."};
+
+}  // namespace
+
+class IniSetupTest : public EndToEndTest {};
+
+class ModemSectionTest : public IniSetupTest, public testing::WithParamInterface<Case> {};
+
+TEST_P(ModemSectionTest, IsCompletedAsTheUserAgrees) {
+    const Case& each = GetParam();
+    GoldMine();
+    WriteFileText(userIni, "[GoldMine]\r\nA=1\r\n[Modem]\r\n" + each.modem);
+    const bool refused = !each.boxes.empty() && each.boxes.back() == loadingFailed;
+
+    const Outcome run = Run(call, each.answers);
+
+    Check(run, {.log = RunLog(call, "7", refused ? Lines{versionDetected} : processed),
+                .commands = startUpCommands,
+                .boxes = each.boxes});
+    EXPECT_EQ(ModemValue(L"DeviceID") + "|" + ModemValue(L"DDEDial") + "|" +
+                  ModemValue(L"TAPITranslation"),
+              each.modemAfterwards);
+
+    // What was set is not asked again.
+    if (!refused) {
+        EXPECT_EQ(Run(call).boxes, Boxes{});
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Sections, ModemSectionTest,
+    testing::Values(
+        Case{"EmptyAndAllAgreed",
+             "",
+             {"Yes", "Yes", "Yes", "OK"},
+             {askModem, askDial, askTapi, restart},
+             "0|" + dial + "|0"},
+        Case{"NoModem",
+             "DeviceID=-1\r\n" + rightDial + "TAPITranslation=0\r\n",
+             {"Yes", "OK"},
+             {askModem, restart},
+             "0|" + dial + "|0"},
+        Case{"AnotherModemIsAccepted",
+             "DeviceID=5\r\n" + rightDial + "TAPITranslation=2\r\n",
+             {},
+             {},
+             "5|" + dial + "|2"},
+        Case{"RefusedModemStopsAll",
+             "TAPITranslation=1\r\n",
+             {"No", "OK"},
+             {askModem, loadingFailed},
+             "||1"},
+        Case{"AnotherInstruction",
+             "DeviceID=0\r\nDDEDial=&Dial,,C:\\other\\dialer.exe %s\r\nTAPITranslation=0\r\n",
+             {"Yes", "OK"},
+             {AskToChangeDial("&Dial,,C:\\other\\dialer.exe %s"), restart},
+             "0|" + dial + "|0"},
+        Case{"AnInstructionInOtherLetterCaseIsAnother",
+             "DeviceID=0\r\nDDEDial=&Dial,,c:\\corvane-e2e\\app\\corvaneto3cx.exe %s\r\n"
+             "TAPITranslation=0\r\n",
+             {"No", "OK"},
+             {AskToChangeDial("&Dial,,c:\\corvane-e2e\\app\\corvaneto3cx.exe %s"), loadingFailed},
+             "0|&Dial,,c:\\corvane-e2e\\app\\corvaneto3cx.exe %s|0"},
+        Case{"RefusedInstructionKeepsTheModemWritten",
+             "TAPITranslation=1\r\n",
+             {"Yes", "No", "OK"},
+             {askModem, askDial, loadingFailed},
+             "0||1"},
+        Case{"Telephony",
+             "DeviceID=0\r\n" + rightDial + "TAPITranslation=1\r\n",
+             {"Yes", "OK"},
+             {askTapi, restart},
+             "0|" + dial + "|0"},
+        Case{"RefusedTelephony",
+             "DeviceID=0\r\n" + rightDial,
+             {"No", "OK"},
+             {askTapi, loadingFailed},
+             "0|" + dial + "|"}),
+    NameOf);
+
+TEST_F(IniSetupTest, WithoutAFolderTheRunEnds) {
+    GoldMine().SetFaults("Macro:&ProgramDataDir status 0\nMacro:&SysDir status 0\n");
+
+    Check(Run(call),
+          {.log = RunLog(call, "7", {versionDetected}),
+           .commands = {gmapi::Macro("&amp;Version"), gmapi::Macro("&amp;ProgramDataDir"),
+                        gmapi::Macro("&amp;SysDir")},
+           .boxes = {{"Could not retrieve ProgramDataDir or SysDir", "OK", "exclamation"},
+                     loadingFailed}});
+}
+
+TEST_F(IniSetupTest, TheSystemFolderServesWithoutADataFolder) {
+    GoldMine().SetFaults("Macro:&ProgramDataDir status 0\n");
+
+    Check(Run(call),
+          {.log = RunLog(call, "7", processed),
+           .commands = {gmapi::Macro("&amp;Version"), gmapi::Macro("&amp;ProgramDataDir"),
+                        gmapi::Macro("&amp;SysDir"), gmapi::Macro("&amp;UserName")}});
+}
+
+TEST_F(IniSetupTest, WithoutAUserTheRunEnds) {
+    GoldMine().SetFaults("Macro:&UserName status 0\n");
+
+    Check(Run(call),
+          {.log = RunLog(call, "7", {versionDetected}),
+           .commands = startUpCommands,
+           .boxes = {{"Could not retrieve UserName", "OK", "exclamation"}, loadingFailed}});
+}
+
+TEST_F(IniSetupTest, WithoutTheUsersFileTheRunEnds) {
+    GoldMine();
+    DeleteFileW(userIni.c_str());
+
+    Check(Run(call), {.log = RunLog(call, "7", {versionDetected}),
+                      .commands = startUpCommands,
+                      .boxes = {{"Could not find GoldMine <user>.INI file\r\n"
+                                 "C:\\corvane-e2e\\goldmine\\MASTER.INI",
+                                 "OK", "exclamation"},
+                                loadingFailed}});
+}
+
+TEST_F(IniSetupTest, WithoutGoldMinesFileTheRunGoesOn) {
+    GoldMine();
+    DeleteFileW((std::wstring(dataFolder) + L"GM.INI").c_str());
+
+    Check(Run(call), {.log = RunLog(call, "7", processed),
+                      .commands = startUpCommands,
+                      .boxes = {{"Could not find GoldMine GM.INI file\r\n"
+                                 "C:\\corvane-e2e\\goldmine\\GM.INI",
+                                 "OK", "exclamation"}}});
+}
+
+}  // namespace end_to_end
