@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Shows Corvane to 3CX at work with the practice GoldMine: ./demo.sh [x86|x64]
-# Installs what the machine lacks, builds, plays an inbound call and an outbound one, and prints what
-# the program and GoldMine did. The screenshots are left in build/demo/.
+# Installs what the machine lacks, builds, plays inbound calls and an outbound one, and prints what the
+# program, GoldMine and 3CX did. The exit code is 1 when something did not go as told. The screenshots
+# and the program's log are left in build/demo/.
 set -euo pipefail
 cd "$(dirname "$0")"
 # shellcheck source=scripts/common.sh

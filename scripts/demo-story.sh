@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
 # The story that ./demo.sh tells, on the desktop that it has set up: demo-story.sh <x86|x64>
+# It ends with exit code 1 as soon as something does not go as told.
 set -euo pipefail
 # shellcheck source=scripts/common.sh
 . "$(dirname "$0")/common.sh"
@@ -11,8 +12,12 @@ drive=$CORVANE_WINEPREFIX/drive_c
 goldmine=$drive/GoldMine
 log="$drive/ProgramData/Halvorn Systems/CorvaneTo3CX/CorvaneTo3CX.log"
 journal=$goldmine/journal.txt
+user_ini=$goldmine/MASTER.INI
 call_trigger_log=$drive/3CXPhone/CallTriggerCmd.log
+program='C:\CorvaneTo3CX\CorvaneTo3CX.exe'
+title='Halvorn Corvane to 3CX'
 pictures_taken=0
+goldmine_process=
 
 # No event takes longer than this; one that does waits in a message box that nobody answers.
 longest_run=60
@@ -33,7 +38,7 @@ wait_until() {
     done
 }
 
-# picture <name>: takes the desktop once it has stopped changing.
+# picture <name> <what it shows>: takes the desktop once it has stopped changing.
 picture() {
     local file before='' now deadline=$((SECONDS + 20))
     pictures_taken=$((pictures_taken + 1))
@@ -46,28 +51,69 @@ picture() {
         before=$now
         sleep 0.4
     done
-    tell "(screenshot: ${file#"$top"/})"
+    tell "(screenshot ${file#"$top"/}: $2)"
 }
 
 line_count() { if [ -f "$1" ]; then wc -l <"$1"; else echo 0; fi; }
 lines_after() { if [ -f "$1" ]; then tail -n "+$(($2 + 1))" "$1"; fi; }
 
-# corvane <arguments...>: one run of the program, with what it logged and what it asked GoldMine.
-corvane() {
-    local logged asked
+# mark: what is written from here on is new to the functions below.
+mark() {
     logged=$(line_count "$log")
     asked=$(line_count "$journal")
-    printf '\n  > CorvaneTo3CX.exe %s\n' "$*"
-    if ! timeout "$longest_run" "$top/scripts/wine-$architecture.sh" \
-        'C:\CorvaneTo3CX\CorvaneTo3CX.exe' "$@"; then
-        picture unfinished
-        fail "the program did not finish: see the screenshot"
-    fi
-    tell "The program's log:"
-    lines_after "$log" "$logged" | indented
-    tell "What GoldMine was asked, and the events it raised:"
-    lines_after "$journal" "$asked" | grep '^[>!] ' | indented || tell "  nothing"
 }
+new_log() { lines_after "$log" "$logged" | tr -d '\r'; }
+new_journal() { lines_after "$journal" "$asked"; }
+
+# said <text>: the program has written a log line that ends so, since the mark. A pipe that ends
+# early would fail, hence the whole text.
+said() { grep -q -- "$1\$" <<<"$(new_log)"; }
+must_have_said() { said "$1" || fail "the program's log lacks: $1"; }
+must_have_asked() {
+    grep -qF -- "$1" <<<"$(new_journal)" || fail "GoldMine's journal lacks: $1"
+}
+
+tell_what_happened() {
+    tell "The program's log:"
+    new_log | indented
+    tell "What GoldMine was asked, and the events it raised:"
+    { new_journal | grep '^[>!] ' || echo "nothing"; } | indented
+}
+
+# ring <S|C|E> <caller id> <I|O> <call id>: 3CX reports this event of a call.
+ring() {
+    local event=$1 caller_id=$2 type=$3 call_id=$4
+    printf '\n  > ring %s %s %s /T:%s /I:%s\n' "$program" "$event" "$caller_id" "$type" "$call_id"
+    mark
+    if ! wine 'C:\3CXPhone\ring.exe' "$program" "$event" "$caller_id" "/T:$type" "/I:$call_id" \
+        "/Wait:$longest_run" >"$drive/ring.txt"; then
+        picture unfinished "why the program did not finish"
+        fail "the event $event was not handled"
+    fi
+    tell "3CX ran:"
+    indented <"$drive/ring.txt"
+    tell_what_happened
+    must_have_said 'Call processing completed in .* seconds\.'
+}
+
+# answer <title> [<button>]: the user presses a button of a dialog, whose text is printed.
+answer() { wine 'C:\3CXPhone\answer.exe' "$@" | indented; }
+# The same without its text.
+press() { wine 'C:\3CXPhone\answer.exe' "$@" >/dev/null; }
+
+# sql <statement>: rows of GoldMine's database, with TAB between the fields.
+sql() {
+    wine 'C:\GoldMine\gmw.exe' '/Data:C:\GoldMine' '/Out:C:\rows.txt' "/Sql:$1"
+    cat "$drive/rows.txt"
+}
+# The newest item in the history of the contact of this story.
+newest_history() {
+    sql "select $1 from ContHist where AccountNo = 'A0002' order by rowid desc limit 1"
+}
+# must_be <what> <expected> <actual>
+must_be() { [ "$2" = "$3" ] || fail "$1 should be: $2"$'\n'"but is: $3"; }
+# A value of the database on lines of its own, as it was before it was put on one line.
+unescaped() { sed 's/\\r\\n/\n/g; s/\\\\/\\/g'; }
 
 # use_settings <line...>: lines of the program's key, as a registry file has them.
 use_settings() {
@@ -84,10 +130,9 @@ set_the_stage() {
     mkdir -p "$goldmine" "$drive/CorvaneTo3CX" "$drive/3CXPhone" "$drive/Recordings"
     cp "$built/CorvaneTo3CX.exe" "$drive/CorvaneTo3CX/"
     cp "$built/standin/gmw.exe" "$goldmine/"
-    cp "$built/standin/CallTriggerCmd.exe" "$drive/3CXPhone/"
+    cp "$built/standin/CallTriggerCmd.exe" "$built/standin/ring.exe" "$built/standin/answer.exe" \
+        "$drive/3CXPhone/"
     : >"$drive/3CXPhone/CommandLineAPIPlugin.dll"
-    printf '[GoldMine]\r\n[Modem]\r\nDeviceID=0\r\nTAPITranslation=0\r\nDDEDial=%s\r\n' \
-        '&Dial,,C:\CorvaneTo3CX\CorvaneTo3CX.exe %s' >"$goldmine/MASTER.INI"
 
     # What the installers of 3CX and of this program leave in the registry.
     sed 's/$/\r/' >"$drive/settings.reg" <<'REG'
@@ -108,65 +153,121 @@ REG
     wine 'C:\GoldMine\gmw.exe' /RegServer
 }
 
-goldmine_takes_clients() { grep -qx '# clients can connect' "$journal" 2>/dev/null; }
+goldmine_takes_clients() { grep -qx '# clients can connect' <<<"$(new_journal)"; }
+start_goldmine() {
+    mark
+    wine 'C:\GoldMine\gmw.exe' "$@" '/Data:C:\GoldMine' </dev/null &
+    goldmine_process=$!
+    wait_until "GoldMine takes clients" goldmine_takes_clients
+}
+# close_program <process> <exe>: as by the close button of its window.
+close_program() {
+    wine taskkill.exe /IM "$2" >/dev/null
+    wait "$1" || fail "$2 ended with exit code $?"
+}
+
+# shellcheck disable=SC2317  # Called by the trap.
+keep_log() { if [ -f "$log" ]; then cp "$log" "$pictures/"; fi; }
 
 mkdir -p "$pictures"
-rm -f "$pictures"/*.png
+rm -f "$pictures"/*.png "$pictures/${log##*/}"
 
 chapter "The practice GoldMine starts"
 set_the_stage
-wine 'C:\GoldMine\gmw.exe' /Fresh '/Data:C:\GoldMine' </dev/null &
-goldmine_process=$!
-wait_until "GoldMine takes clients" goldmine_takes_clients
+trap keep_log EXIT
+start_goldmine /Fresh
 tell "Its contacts that have to do with this story:"
-wine 'C:\GoldMine\gmw.exe' '/Data:C:\GoldMine' '/Out:C:\rows.txt' \
-    "/Sql:select AccountNo, Company, Contact, Phone1 from Contact1 where AccountNo in ('A0001', 'A0002')"
-indented <"$drive/rows.txt"
-picture goldmine
+sql "select AccountNo, Company, Contact, Phone1 from Contact1 where AccountNo in ('A0001', 'A0002')" |
+    indented
+picture goldmine "GoldMine with its first contact"
+
+chapter "The program runs for the first time, without parameters: it proposes to be dialed through"
+tell "The user's INI file of GoldMine before:"
+indented <"$user_ini"
+use_settings '"chkWriteLog"="1"'
+mark
+printf '\n  > CorvaneTo3CX.exe\n'
+wine "$program" </dev/null &
+settings_process=$!
+press "$title"
+picture question "the question that the program asks"
+tell "It asks, and the user answers:"
+answer "$title" Yes OK
+settings_are_shown() { said 'Process Call button disabled\.'; }
+wait_until "the settings window is there" settings_are_shown
+picture settings "the settings window, which comes after the questions"
+close_program "$settings_process" CorvaneTo3CX.exe
+tell_what_happened
+tell "The user's INI file now:"
+indented <"$user_ini"
+grep -q "^DDEDial=&Dial,,C:\\\\CorvaneTo3CX\\\\CorvaneTo3CX.exe %s"$'\r\\?$' "$user_ini" ||
+    fail "the program did not write its dialing instruction"
+tell "GoldMine is closed and started again, as the user was told to do."
+close_program "$goldmine_process" gmw.exe
+start_goldmine
 
 chapter "An inbound call: 3CX reports that it rings, is answered and has ended"
 tell "Settings: search while it rings; history with a link to the recording when the call ends."
-use_settings '"chkWriteLog"="1"' '"optProcessConnect"="False"' '"optProcessEnd"="True"' \
+use_settings '"optProcessConnect"="False"' '"optProcessEnd"="True"' \
     '"chkCreateLink"="1"' '"txtLinkedItemPath"="C:\\Recordings"' \
     '"txtDelayAddingLinkSeconds"="1"' '"chkConfirmLinkCallIdentifier"="1"' \
     '"optOpenHistoryBeforeSaving"="False"' '"optOpenHistoryAfterSaving"="True"'
-corvane /N:S /C:5551234567 /T:I /I:00042
-picture caller-found
-corvane /N:C /C:5551234567 /T:I /I:00042
-tell "3CX writes its recording: C:\\Recordings\\5551234567 (00042).wav"
+ring S 5551234567 I 00042
+must_have_said 'Found (555)123-4567 in a primary contact record\.'
+picture caller-found "GoldMine shows the caller's contact while the phone rings"
+ring C 5551234567 I 00042
+must_have_said 'call connect (answered) event ignored\.'
+recording='C:\Recordings\5551234567 (00042).wav'
+tell "3CX writes its recording: $recording"
 echo practice >"$drive/Recordings/5551234567 (00042).wav"
-corvane /N:E /C:5551234567 /T:I /I:00042
-picture history-item
+ring E 5551234567 I 00042
+picture history-item "the new history item, with the path of the recording in its notes"
+tell "This item in GoldMine's database:"
+newest_history 'RecType, Ref, Notes' | unescaped | indented
+must_be "the history item" $'CI\tEnded incoming call from (555)123-4567\t'"$recording" \
+    "$(newest_history 'RecType, Ref, Notes' | unescaped)"
+press 'History Item' Close
 
-chapter "What GoldMine's history of this contact holds now"
-wine 'C:\GoldMine\gmw.exe' '/Data:C:\GoldMine' /Dump '/Out:C:\history.txt'
-grep -q '^Ref=Ended incoming call from (555)123-4567' "$drive/history.txt" ||
-    fail "the call is not in GoldMine's history: $(cat "$drive/history.txt")"
-# Of this contact only: a blank line stands between the rows.
-awk -v RS= -v ORS='\n\n' '/\nAccountNo=A0002\n/' "$drive/history.txt" | indented
+chapter "The same when GoldMine keeps notes as HTML: HTML_Cal_Notes=1 in its GM.INI"
+sed -i 's/^HTML_Cal_Notes=0/HTML_Cal_Notes=1/' "$goldmine/GM.INI"
+indented <"$goldmine/GM.INI"
+recording='C:\Recordings\5551234567 (00044).wav'
+tell "3CX writes its recording: $recording"
+echo practice >"$drive/Recordings/5551234567 (00044).wav"
+ring E 5551234567 I 00044
+tell "The notes of this item in GoldMine's database:"
+newest_history Notes | unescaped | indented
+grep -qF "<A href='file://$recording'>$recording</A>" <<<"$(newest_history Notes | unescaped)" ||
+    fail "the notes do not link the recording"
+picture html-notes "the history item whose notes are HTML, shown as their source text"
+press 'History Item' Close
 
-chapter "An outbound call: the user dials a number in GoldMine"
-corvane '(555)' 123-4567
+chapter "An outbound call: the user dials the contact's number in GoldMine"
+mark
+wine 'C:\GoldMine\gmw.exe' '/Data:C:\GoldMine' '/Dial:(555)123-4567'
+outbound_is_done() { said 'Call processing completed in .* seconds\.'; }
+wait_until "the program has dialed" outbound_is_done
+tell "GoldMine ran, by the dialing instruction in the user's INI file:"
+new_journal | sed -n 's/^# dial //p' | unescaped | indented
+must_have_asked '# dial C:\\CorvaneTo3CX\\CorvaneTo3CX.exe (555)123-4567'
+tell_what_happened
+must_have_said 'Dialed 5551234567 using 3CX\.'
 tell "What 3CX was asked to do:"
 wait_until "3CX was asked to dial" test -s "$call_trigger_log"
-indented <"$call_trigger_log"
+unescaped <"$call_trigger_log" | indented
+must_be "what 3CX was asked" '"C:\3CXPhone\CallTriggerCmd.exe" -cmd makecall:5551234567' \
+    "$(unescaped <"$call_trigger_log")"
 
 chapter "That call ends; this time the user wants to complete it by hand"
 use_settings '"optOpenHistoryBeforeSaving"="True"' '"optOpenHistoryAfterSaving"="False"' \
     '"chkCreateLink"="0"'
-corvane /N:E /C:5551234567 /T:O /I:00043
-picture complete-call
+ring E 5551234567 O 00043
+picture complete-call "GoldMine's Complete Call with the reference that the program filled in"
+tell "The user presses Complete. This item in GoldMine's database:"
+press 'Complete Call' Complete
+newest_history 'RecType, Ref' | indented
+must_be "the history item" $'CO\tEnded outgoing call to (555)123-4567' \
+    "$(newest_history 'RecType, Ref')"
 
-chapter "The settings window: the program without parameters"
-logged=$(line_count "$log")
-status_says_waiting() { lines_after "$log" "$logged" | grep -q 'Process Call button disabled'; }
-wine 'C:\CorvaneTo3CX\CorvaneTo3CX.exe' </dev/null &
-settings_process=$!
-wait_until "the settings window is there" status_says_waiting
-picture settings
-wine taskkill.exe /IM CorvaneTo3CX.exe >/dev/null
-wait "$settings_process"
-
-wine taskkill.exe /IM gmw.exe >/dev/null
-wait "$goldmine_process"
-chapter "The end. The screenshots are in build/demo/."
+close_program "$goldmine_process" gmw.exe
+chapter "The end. The screenshots and the program's log are in build/demo/."

@@ -1,4 +1,5 @@
-// Answers message boxes as a user does, for demonstrations and tests that nobody watches.
+// Answers message boxes and other dialogs as a user does, for demonstrations and tests that nobody
+// watches.
 #include <windows.h>
 
 #include <algorithm>
@@ -19,10 +20,11 @@ constexpr DWORD pollMilliseconds = 20;
 constexpr std::string_view usage =
     "answer <title> [<button>]... [/Wait:<seconds>]\n"
     "\n"
-    "  Waits for a message box with this title, writes its text and presses the button with this\n"
-    "  label (Yes, No, OK, ...); then the same with the next button. Without a button it writes\n"
-    "  the text and leaves the box open. /Wait is how long a box may take to come or to go\n"
-    "  (default 30).\n";
+    "  Waits for a message box or another dialog with this title, writes its text and presses the\n"
+    "  button with this label (Yes, No, OK, ...); then the same with the next button. Without a\n"
+    "  button it writes the text and leaves the box open. /Wait is how long a box may take to "
+    "come\n"
+    "  or to go (default 30).\n";
 
 struct Box {
     HWND window = nullptr;
@@ -45,7 +47,7 @@ std::wstring LabelOf(HWND button) {
     return label;
 }
 
-// What the visible window holds; no buttons when it is no message box.
+// What is to be seen in the window.
 Box ReadBox(HWND window) {
     Box box;
     box.window = window;
@@ -61,7 +63,7 @@ Box ReadBox(HWND window) {
         if (className == L"Button") {
             box.buttons.push_back(child);
         } else if (className == L"Static" && (kind & SS_TYPEMASK) != SS_ICON) {
-            box.text = TextOf(child);
+            box.text += (box.text.empty() ? L"" : L"\n") + TextOf(child);
         }
     }
     return box;
@@ -92,7 +94,7 @@ bool WaitUntil(DWORD seconds, Condition condition) {
 
 bool WriteText(const std::wstring& title, DWORD waitSeconds, Box& box) {
     if (!WaitUntil(waitSeconds, [&] { return FindBox(title, box); })) {
-        std::fprintf(stderr, "answer: no message box \"%s\" within %lu seconds.\n",
+        std::fprintf(stderr, "answer: no dialog \"%s\" within %lu seconds.\n",
                      ToUtf8(title).c_str(), waitSeconds);
         return false;
     }
@@ -106,14 +108,13 @@ bool Press(const Box& box, const std::wstring& label, DWORD waitSeconds) {
     const auto button = std::find_if(box.buttons.begin(), box.buttons.end(),
                                      [&](HWND one) { return LabelOf(one) == label; });
     if (button == box.buttons.end()) {
-        std::fprintf(stderr, "answer: the message box has no button \"%s\".\n",
-                     ToUtf8(label).c_str());
+        std::fprintf(stderr, "answer: the dialog has no button \"%s\".\n", ToUtf8(label).c_str());
         return false;
     }
     PostMessageW(box.window, WM_COMMAND, static_cast<WPARAM>(GetDlgCtrlID(*button)),
                  reinterpret_cast<LPARAM>(*button));
     if (!WaitUntil(waitSeconds, [&] { return !IsWindow(box.window); })) {
-        std::fprintf(stderr, "answer: the message box stays.\n");
+        std::fprintf(stderr, "answer: the dialog stays.\n");
         return false;
     }
     std::printf("[%s]\n", ToUtf8(label).c_str());

@@ -184,12 +184,12 @@ TEST_F(CompanionTest, AnswerReportsWhatItCannotDo) {
     EXPECT_EQ(Run(L"answer.exe", L"\"Question of a test\" /Wait:0"), 2u);
 
     EXPECT_EQ(Run(L"answer.exe", L"\"Question of a test\" Yes /Wait:1"), 1u);
-    EXPECT_EQ(Output(), "answer: no message box \"Question of a test\" within 1 seconds.\n");
+    EXPECT_EQ(Output(), "answer: no dialog \"Question of a test\" within 1 seconds.\n");
 
     ShownBox box(L"Fine.", MB_OK);
     EXPECT_EQ(Run(L"answer.exe", L"\"Question of a test\" Yes"), 1u);
     EXPECT_EQ(Output().substr(Output().find('\n') + 1),
-              "answer: the message box has no button \"Yes\".\n");
+              "answer: the dialog has no button \"Yes\".\n");
     EXPECT_EQ(Run(L"answer.exe", L"\"Question of a test\" OK"), 0u);
     EXPECT_EQ(box.answer(), IDOK);
 }
