@@ -67,7 +67,7 @@ TEST_F(DataStreamTest, TheWaitPointerIsShownWhileGoldMineSearches) {
 
 TEST_F(DataStreamTest, TheWaitPointerGoesWhenTheQueryRaises) {
     goldMine.sendError = CompleteError(5);
-    Raised([&] { static_cast<void>(dataStream.RunQuery(sql)); });
+    ErrorOf([&] { static_cast<void>(dataStream.RunQuery(sql)); });
     EXPECT_FALSE(form.waiting());
 }
 
@@ -173,7 +173,7 @@ INSTANTIATE_TEST_SUITE_P(
 class BadHeaderTest : public testing::TestWithParam<std::wstring> {};
 
 TEST_P(BadHeaderTest, ACountThatIsNoNumberIsATypeMismatch) {
-    EXPECT_EQ(Raised([] { static_cast<void>(ParseRawReturn(GetParam())); }).number, 13);
+    EXPECT_EQ(ErrorOf([] { static_cast<void>(ParseRawReturn(GetParam())); }).number, 13);
 }
 
 INSTANTIATE_TEST_SUITE_P(Headers, BadHeaderTest,

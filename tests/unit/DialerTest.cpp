@@ -8,8 +8,8 @@
 #include "fakes/FakeMessageBoxes.h"
 #include "fakes/FakeProcesses.h"
 #include "fakes/FakeStatusWriter.h"
+#include "TestErrors.h"
 #include "ui/Form.h"
-#include "util/RuntimeError.h"
 
 namespace corvane::test {
 namespace {
@@ -110,13 +110,7 @@ TEST_F(DialerTest, AStartThatFailsIsTold) {
 TEST_F(DialerTest, AMaximumLengthThatIsNoNumberIsATypeMismatch) {
     form.chkTrimOutboundPrefix.setChecked(true);
     form.txtOutboundMaxLength.setText(L"ten");
-    std::int32_t number = 0;
-    try {
-        static_cast<void>(Dial(L"5551234"));
-    } catch (const RuntimeError& error) {
-        number = error.number;
-    }
-    EXPECT_EQ(number, 13);
+    EXPECT_EQ(ErrorOf([&] { static_cast<void>(Dial(L"5551234")); }).number, 13);
     EXPECT_TRUE(processes.started.empty());
 }
 

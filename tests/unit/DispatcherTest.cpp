@@ -513,7 +513,7 @@ TEST_P(BadDelayTest, IsARuntimeError) {
     AddRecording();
     form.chkDelayAddingLink.setChecked(true);
     form.txtDelayAddingLinkSeconds.setText(GetParam().seconds);
-    EXPECT_EQ(Raised([&] { dispatcher.ProcessCall(); }).number, GetParam().error);
+    EXPECT_EQ(ErrorOf([&] { dispatcher.ProcessCall(); }).number, GetParam().error);
     EXPECT_TRUE(clock.sleeps.empty());
 }
 

@@ -155,7 +155,7 @@ INSTANTIATE_TEST_SUITE_P(Errors, FailedCallTest, testing::Values(70, 462, -21470
 TEST_F(GMUITest, AnyOtherErrorIsPassedOnWithTheProcedureBeforeItsSource) {
     goldMine.sendError = CompleteError(-2147352567);
 
-    const RuntimeError error = Raised([&] { static_cast<void>(gmui.GMUI_Execute(command)); });
+    const RuntimeError error = ErrorOf([&] { static_cast<void>(gmui.GMUI_Execute(command)); });
 
     EXPECT_EQ(error.number, -2147352567);
     EXPECT_EQ(error.source, L"GMUI_Execute: GoldMine.UI");
@@ -224,7 +224,7 @@ TEST_F(GMUITest, CommandsAreNotLoggedUnlessAskedFor) {
 
 TEST_F(GMUITest, AThresholdThatIsNoNumberIsATypeMismatch) {
     LogCommandsFrom(L"soon");
-    EXPECT_EQ(Raised([&] { static_cast<void>(gmui.GMUI_Execute(command)); }).number, 13);
+    EXPECT_EQ(ErrorOf([&] { static_cast<void>(gmui.GMUI_Execute(command)); }).number, 13);
 }
 
 TEST_F(GMUITest, ACommandThatSpansMidnightCountsAsFast) {

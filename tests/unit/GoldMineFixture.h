@@ -16,6 +16,7 @@
 #include "gmapi/Macro.h"
 #include "gmapi/Records.h"
 #include "gmapi/WindowCommands.h"
+#include "TestErrors.h"
 #include "ui/Form.h"
 #include "util/RuntimeError.h"
 
@@ -73,18 +74,6 @@ inline RuntimeError CompleteError(std::int32_t number) {
     error.helpFile = L"gm.hlp";
     error.helpContext = 1234;
     return error;
-}
-
-// What a body raises; a body that raises nothing is a failure.
-template <class Body>
-RuntimeError Raised(Body&& body) {
-    try {
-        body();
-    } catch (const RuntimeError& error) {
-        return error;
-    }
-    ADD_FAILURE() << "no error was raised";
-    return {};
 }
 
 // GoldMine's commands over a fake of GoldMine.

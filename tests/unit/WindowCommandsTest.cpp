@@ -224,7 +224,7 @@ TEST_F(WindowCommandsTest, AnErrorWhileTheDialogIsFilledInGoesToTheCaller) {
     windows.setCallDialogHandler([](std::int32_t) { throw CompleteError(13); });
     windows.RegisterWindowUpDown(L"DIALOGSCHEDULECOMPLETE", true);
     EXPECT_EQ(
-        Raised([&] { windows.moGMUI_WindowUpDown(L"DIALOGSCHEDULECOMPLETE", true, 1); }).number,
+        ErrorOf([&] { windows.moGMUI_WindowUpDown(L"DIALOGSCHEDULECOMPLETE", true, 1); }).number,
         13);
     ExpectNoLines();
 }
@@ -309,7 +309,7 @@ TEST_F(GetControlTextTest, IsEmptyWhenTheListCannotBeHad) {
 TEST_F(GetControlTextTest, AnErrorOfTheAutomationObjectCarriesBothProceduresInItsSource) {
     goldMine.sendError = CompleteError(-2147352567);
     const RuntimeError error =
-        Raised([&] { static_cast<void>(windows.GetControlText(L"4711", L"1016")); });
+        ErrorOf([&] { static_cast<void>(windows.GetControlText(L"4711", L"1016")); });
     EXPECT_EQ(error.number, -2147352567);
     EXPECT_EQ(error.source, L"GMUI_GetControlText: GMUI_Execute: GoldMine.UI");
     EXPECT_EQ(error.description, L"something broke");
@@ -374,7 +374,7 @@ TEST_F(ControlTextQueriesTest, AWindowThatIsNotListedNeedsNoSecondQuery) {
 TEST_F(ControlTextQueriesTest, AnErrorOfTheReaderIsPassedOnWithTheProcedureBeforeItsSource) {
     reader.error = CompleteError(429);
     const RuntimeError error =
-        Raised([&] { static_cast<void>(scriptedWindows.GetControlText(L"4711", L"1016")); });
+        ErrorOf([&] { static_cast<void>(scriptedWindows.GetControlText(L"4711", L"1016")); });
     EXPECT_EQ(error.number, 429);
     EXPECT_EQ(error.source, L"GMUI_GetControlText: GoldMine.UI");
     EXPECT_EQ(error.description, L"something broke");
