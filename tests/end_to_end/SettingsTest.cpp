@@ -7,7 +7,7 @@ struct BadText {
     const char* name;
     std::string option;
     std::string text;
-    std::string runNumber = "17";  // none is taken before the log's own option is read
+    std::string error = "Run-time error '13':  Type mismatch";
 };
 
 }  // namespace
@@ -63,13 +63,19 @@ TEST_P(BadSettingTest, StopsTheStartAndResetsTheRunNumber) {
     const BadText& each = GetParam();
     GoldMine();
     Set(each.option, each.text);
-    ExpectRunNumber(each.runNumber);
+    // No run number is taken before the log's own option is read, and the log is off then.
+    const bool logKnown = each.option != "chkWriteLog";
+    ExpectRunNumber(logKnown ? "17" : "0");
 
     const Outcome run = Run("/N:S /C:5551234567 /T:I /I:1");
 
-    EXPECT_EQ(run.boxes, (Boxes{{"Error loading configuration. Exiting.", "OK", "critical"}}));
-    EXPECT_EQ(run.commands, Lines{});
-    EXPECT_FALSE(run.window);
+    Lines log = {"[]: " + each.error};
+    if (logKnown) {
+        log = {"[]: " + std::string(68, '-') + " <date>", log[0],
+               "[]: Finished unloading form and closing program."};
+    }
+    Check(run,
+          {.log = log, .boxes = {{"Error loading configuration. Exiting.", "OK", "critical"}}});
     EXPECT_EQ(OwnValue("PreviousStatus"), "0");
     EXPECT_EQ(OwnValue(each.option), each.text);
 }
@@ -78,9 +84,10 @@ INSTANTIATE_TEST_SUITE_P(StoredTexts, BadSettingTest,
                          testing::Values(BadText{"CheckWord", "chkCreateHistory", "yes"},
                                          BadText{"CheckEmpty", "chkGlobalEnable", ""},
                                          BadText{"CheckBlank", "chkFillInRef", "   "},
-                                         BadText{"CheckBeyondAnInteger", "chkAutoProcess", "40000"},
-                                         BadText{"CheckOfTheLog", "chkWriteLog", "on", "0"},
-                                         BadText{"CheckOfTheLogEmpty", "chkWriteLog", "", "0"},
+                                         BadText{"CheckBeyondAnInteger", "chkAutoProcess", "40000",
+                                                 "Run-time error '6':  Overflow"},
+                                         BadText{"CheckOfTheLog", "chkWriteLog", "on"},
+                                         BadText{"CheckOfTheLogEmpty", "chkWriteLog", ""},
                                          BadText{"TheLastCheck", "chkLogCOMCalls", "x"},
                                          BadText{"ChoiceWord", "optPhone123", "maybe"},
                                          BadText{"ChoiceEmpty", "optProcessEnd", ""},

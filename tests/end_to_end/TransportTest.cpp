@@ -247,45 +247,64 @@ INSTANTIATE_TEST_SUITE_P(
                     "<GMAPI call='Macro'><status code='1'>2014.1</status></GMAPI>", "no XML at all",
                     "False"));
 
-class DiscoveryTest : public TransportTest {};
+class DiscoveryTest : public TransportTest {
+protected:
+    // The other practice GoldMine takes the ordinary one's place for a while. Of it the class, the
+    // ids, the method and the event's id are all others.
+    class Exchange {
+    public:
+        Exchange() {
+            UnregisterGoldMine(ordinaryGoldMine);
+            RegisterGoldMine(otherGoldMine);
+        }
+        Exchange(const Exchange&) = delete;
+        Exchange& operator=(const Exchange&) = delete;
+        ~Exchange() {
+            UnregisterGoldMine(otherGoldMine);
+            RegisterGoldMine(ordinaryGoldMine);
+        }
+    };
 
-// Of the other practice GoldMine the class, the ids, the method and the event's id are all others.
+    // A run beside a GoldMine whose program has this name.
+    Outcome RunBeside(const std::string& programName) {
+        const std::wstring folder = std::wstring(dataFolder) + L"renamed\\";
+        EmptyFolder(folder);
+        const std::wstring program = folder + Wide(programName);
+        CopyFileTo(StandinFile(ordinaryGoldMine), program);
+        const PracticeGoldMine goldMine(program, dataFolder, "");
+        return Run(call);
+    }
+
+    void SetUp() override {
+        TransportTest::SetUp();
+        CloseGoldMine();
+    }
+};
+
 TEST_F(DiscoveryTest, AnyGoldMineIsFoundByItsTypeLibrary) {
-    CloseGoldMine();
-    UnregisterGoldMine(ordinaryGoldMine);
-    RegisterGoldMine(otherGoldMine);
+    const Exchange exchange;
+    const PracticeGoldMine other(StandinFile(otherGoldMine), dataFolder, "");
+
+    const Outcome run = Run(call);
+
+    Check(run, {.log = RunLog(call, "7", Joined({before, {found}, after}))});
     Lines commands;
-    Outcome run;
-    {
-        const PracticeGoldMine other(StandinFile(otherGoldMine), dataFolder, "");
-        run = Run(call);
-        for (const std::string& line : other.Journal()) {
-            if (line.starts_with("> ")) {
-                commands.push_back(line.substr(2));
-            }
+    for (const std::string& entry : other.Journal()) {
+        if (entry.starts_with("> ")) {
+            commands.push_back(entry.substr(2));
         }
     }
-    UnregisterGoldMine(otherGoldMine);
-    RegisterGoldMine(ordinaryGoldMine);
-
     EXPECT_EQ(commands, Joined({searchCommands, {shown}}));
-    Check(run, {.log = RunLog(call, "7", Joined({before, {found}, after}))});
 }
 
 TEST_F(DiscoveryTest, AnyGoldMineReportsItsDialog) {
-    CloseGoldMine();
-    UnregisterGoldMine(ordinaryGoldMine);
-    RegisterGoldMine(otherGoldMine);
+    const Exchange exchange;
+    const PracticeGoldMine other(StandinFile(otherGoldMine), dataFolder, "");
+    other.SetFaults("MenuCommand event before\n");
     Set("chkCreateHistory", "1");
     const std::string connected = "/N:C /C:5551234567 /T:I /I:7";
-    Outcome run;
-    {
-        const PracticeGoldMine other(StandinFile(otherGoldMine), dataFolder, "");
-        other.SetFaults("MenuCommand event before\n");
-        run = Run(connected);
-    }
-    UnregisterGoldMine(otherGoldMine);
-    RegisterGoldMine(ordinaryGoldMine);
+
+    const Outcome run = Run(connected);
 
     Check(run,
           {.log = RunLog(
@@ -303,35 +322,15 @@ TEST_F(DiscoveryTest, AnyGoldMineReportsItsDialog) {
                 "Call processing completed in <seconds> seconds."})});
 }
 
-// Its process is found by a name in small letters only.
 TEST_F(DiscoveryTest, AProcessOfAnotherCaseIsNoGoldMine) {
-    CloseGoldMine();
-    const std::wstring folder = std::wstring(dataFolder) + L"upper\\";
-    MakeFolder(folder);
-    CopyFileTo(StandinFile(ordinaryGoldMine), folder + L"GMW.EXE");
-    Outcome run;
-    {
-        const PracticeGoldMine other(folder + L"GMW.EXE", dataFolder, "");
-        run = Run(call);
-    }
-
-    Check(run, {.log = RunLog(call, "7",
-                              {"GoldMine not running, so version unknown.",
-                               "Parameters found but GoldMine not running. Exiting."})});
+    Check(RunBeside("GMW.EXE"),
+          {.log = RunLog(call, "7",
+                         {"GoldMine not running, so version unknown.",
+                          "Parameters found but GoldMine not running. Exiting."})});
 }
 
 TEST_F(DiscoveryTest, OlderGoldMinesProgramNameIsFoundToo) {
-    CloseGoldMine();
-    const std::wstring folder = std::wstring(dataFolder) + L"six\\";
-    MakeFolder(folder);
-    CopyFileTo(StandinFile(ordinaryGoldMine), folder + L"gmw6.exe");
-    Outcome run;
-    {
-        const PracticeGoldMine other(folder + L"gmw6.exe", dataFolder, "");
-        run = Run(call);
-    }
-
-    Check(run, {.log = RunLog(call, "7", Joined({before, {found}, after}))});
+    Check(RunBeside("gmw6.exe"), {.log = RunLog(call, "7", Joined({before, {found}, after}))});
 }
 
 }  // namespace end_to_end
