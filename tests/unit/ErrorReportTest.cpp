@@ -1,0 +1,44 @@
+#include "app/ErrorReport.h"
+
+#include <gtest/gtest.h>
+
+#include <new>
+#include <stdexcept>
+
+#include "fakes/FakeMessageBoxes.h"
+#include "fakes/FakeStatusWriter.h"
+
+namespace corvane::test {
+namespace {
+
+class ErrorReportTest : public testing::Test {
+protected:
+    FakeStatusWriter status;
+    FakeMessageBoxes boxes;
+    ErrorReport errors{status, boxes};
+};
+
+TEST_F(ErrorReportTest, AnErrorIsShownOnceAndForcedIntoTheLogOnOneLine) {
+    const RuntimeError error{13, L"x", L"Type\r\nmismatch", L"", 0};
+    EXPECT_FALSE(errors.Guard([&] { throw error; }));
+    EXPECT_EQ(boxes.Take(), (std::vector<ShownBox>{{L"Run-time error '13':\r\n\r\nType\r\nmismatch",
+                                                    BoxButtons::Ok, BoxIcon::Critical}}));
+    EXPECT_EQ(status.lines, std::vector<std::wstring>{L"Run-time error '13':  Type mismatch"});
+    EXPECT_EQ(status.modes, std::vector<LogMode>{LogMode::Forced});
+}
+
+TEST_F(ErrorReportTest, WhatSucceedsIsNotReported) {
+    EXPECT_TRUE(errors.Guard([] {}));
+    EXPECT_TRUE(status.lines.empty());
+}
+
+TEST_F(ErrorReportTest, OtherExceptionsAreReportedByClassicNumbers) {
+    EXPECT_FALSE(errors.Guard([] { throw std::bad_alloc(); }));
+    EXPECT_EQ(status.lines.back(), L"Run-time error '7':  Out of memory");
+    EXPECT_FALSE(errors.Guard([] { throw std::logic_error("x"); }));
+    EXPECT_EQ(status.lines.back(), L"Run-time error '5':  Invalid procedure call or argument");
+    EXPECT_EQ(boxes.Take().size(), 2u);
+}
+
+}  // namespace
+}  // namespace corvane::test

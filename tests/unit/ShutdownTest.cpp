@@ -1,0 +1,177 @@
+#include "app/Shutdown.h"
+
+#include "ProgramFixture.h"
+#include "StatusLines.h"
+
+namespace corvane::test {
+namespace {
+
+using Strings = std::vector<std::wstring>;
+
+const std::wstring finished = L"Finished unloading form and closing program.";
+const ShownBox saveQuestion{L"Do you want to save configuration changes before exiting?",
+                            BoxButtons::YesNoCancel, BoxIcon::None};
+const std::wstring watch =
+    L"<GMAPI call=\"RegisterWindowUpDown\"><data name=\"Window\">DIALOGSCHEDULECOMPLETE</data>"
+    L"<data name=\"Monitor\">1</data></GMAPI>";
+const std::wstring unwatch =
+    L"<GMAPI call=\"RegisterWindowUpDown\"><data name=\"Window\">DIALOGSCHEDULECOMPLETE</data>"
+    L"<data name=\"Monitor\">0</data></GMAPI>";
+const std::wstring watched =
+    L"<GMAPI call=\"RegisterWindowUpDown\"><status code=\"1\">Success</status></GMAPI>";
+
+class ShutdownTest : public ProgramTest {
+protected:
+    ShutdownTest() {
+        around.goldMine.answers[watch] = watched;
+        around.goldMine.answers[unwatch] = watched;
+    }
+    Strings Lines() { return StatusLines(program().form); }
+    static Strings Waiting(int seconds) {
+        Strings lines;
+        for (int second = 1; second <= seconds; ++second) {
+            lines.push_back(L"Waiting for history Ref and Notes to be filled in: " +
+                            std::to_wstring(second) + L" second(s)");
+        }
+        return lines;
+    }
+};
+
+TEST_F(ShutdownTest, WithoutAWindowNothingIsAsked) {
+    TestProgram& made = Make();
+    made.form.SettingsDirty = true;
+    EXPECT_TRUE(made.shutdown.Unload());
+    EXPECT_EQ(Lines(), Strings{finished});
+    EXPECT_EQ(around.goldMine.releases, 1);
+}
+
+TEST_F(ShutdownTest, AShownWindowWithoutChangesAsksNothing) {
+    TestProgram& made = Make();
+    made.form.setVisible(true);
+    EXPECT_TRUE(made.shutdown.Unload());
+    EXPECT_EQ(Lines(), Strings{finished});
+}
+
+TEST_F(ShutdownTest, CancelKeepsTheWindowOpen) {
+    TestProgram& made = Make();
+    made.form.setVisible(true);
+    made.form.SettingsDirty = true;
+    around.boxes.answers = {BoxAnswer::Cancel};
+    EXPECT_FALSE(made.shutdown.Unload());
+    EXPECT_EQ(around.boxes.Take(), std::vector<ShownBox>{saveQuestion});
+    EXPECT_EQ(Lines(), Strings{});
+    EXPECT_TRUE(made.form.SettingsDirty);
+    EXPECT_EQ(around.registry.writes, Strings{});
+}
+
+TEST_F(ShutdownTest, NoClosesWithoutSaving) {
+    TestProgram& made = Make();
+    made.form.setVisible(true);
+    made.form.SettingsDirty = true;
+    around.boxes.answers = {BoxAnswer::No};
+    EXPECT_TRUE(made.shutdown.Unload());
+    EXPECT_EQ(around.boxes.Take(), std::vector<ShownBox>{saveQuestion});
+    EXPECT_EQ(around.registry.writes, Strings{});
+    EXPECT_EQ(Lines(), Strings{finished});
+}
+
+TEST_F(ShutdownTest, YesSavesAndCloses) {
+    TestProgram& made = Make();
+    made.settings.LoadSettings();
+    made.form.setVisible(true);
+    made.form.chkCreateLink.setChecked(false);
+    made.form.SettingsDirty = true;
+    around.boxes.answers = {BoxAnswer::Yes};
+    EXPECT_TRUE(made.shutdown.Unload());
+    EXPECT_EQ(around.boxes.Take(), std::vector<ShownBox>{saveQuestion});
+    EXPECT_EQ(around.registry.Stored(FakeRegistry::ownKey, L"txtCallerIDMinLength"), L"6");
+    EXPECT_EQ(Lines(), (Strings{L"Settings saved.", finished}));
+}
+
+TEST_F(ShutdownTest, ASaveThatFailsTheFolderCheckKeepsTheWindow) {
+    TestProgram& made = Make();
+    made.settings.LoadSettings();
+    made.form.setVisible(true);
+    made.form.chkCreateLink.setChecked(true);
+    around.boxes.answers = {BoxAnswer::Yes};
+    EXPECT_FALSE(made.shutdown.Unload());
+    EXPECT_EQ(around.boxes.Take().size(), 2u);
+    EXPECT_TRUE(made.form.SettingsDirty);
+}
+
+TEST_F(ShutdownTest, ASaveThatFailsInTheRegistryIsToldAndKeepsTheWindow) {
+    TestProgram& made = Make();
+    made.settings.LoadSettings();
+    made.form.setVisible(true);
+    made.form.SettingsDirty = true;
+    around.registry.failingValues = {L"optPhone1Only"};
+    around.boxes.answers = {BoxAnswer::Yes};
+    EXPECT_FALSE(made.shutdown.Unload());
+    const auto shown = around.boxes.Take();
+    ASSERT_EQ(shown.size(), 2u);
+    EXPECT_TRUE(shown[1].text.starts_with(L"Run-time error '-2147191503':\r\n\r\n"));
+    EXPECT_EQ(around.registry.writes.size(), 3u) << "the entries before it stay written";
+}
+
+TEST_F(ShutdownTest, AFollowUpThatNeverComesIsWaitedForTenSecondsAndWithdrawn) {
+    TestProgram& made = Make();
+    around.RunGoldMine();
+    made.windows.RegisterWindowUpDown(L"DIALOGSCHEDULECOMPLETE", true);
+    EXPECT_TRUE(made.shutdown.Unload());
+    Strings expected = Waiting(10);
+    expected.push_back(finished);
+    EXPECT_EQ(Lines(), expected);
+    EXPECT_EQ(around.clock.sleeps, std::vector<std::uint32_t>(10, 1000));
+    EXPECT_EQ(around.clock.pumps, 11);
+    EXPECT_EQ(around.goldMine.commands, (Strings{watch, unwatch}));
+}
+
+TEST_F(ShutdownTest, WaitingEndsWhenTheDialogHasBeenFilledIn) {
+    TestProgram& made = Make();
+    around.RunGoldMine();
+    made.windows.RegisterWindowUpDown(L"DIALOGSCHEDULECOMPLETE", true);
+    around.clock.onPump = [&] {
+        if (around.clock.pumps == 3)
+            around.goldMine.RaiseWindowUpDown(L"DIALOGSCHEDULECOMPLETE", true, 4711);
+    };
+    EXPECT_TRUE(made.shutdown.Unload());
+    Strings expected = Waiting(3);
+    expected.push_back(L"Finished opening Complete Call dialog before saving in history.");
+    expected.push_back(finished);
+    EXPECT_EQ(Lines(), expected);
+    EXPECT_EQ(around.clock.sleeps.size(), 3u);
+    EXPECT_EQ(around.goldMine.commands, (Strings{watch, unwatch}));
+}
+
+TEST_F(ShutdownTest, AHandledDialogIsNotWaitedForButItsReportIsWithdrawn) {
+    TestProgram& made = Make();
+    around.RunGoldMine();
+    made.windows.RegisterWindowUpDown(L"DIALOGSCHEDULECOMPLETE", true);
+    around.goldMine.RaiseWindowUpDown(L"DIALOGSCHEDULECOMPLETE", true, 4711);
+    EXPECT_TRUE(made.shutdown.Unload());
+    EXPECT_EQ(around.clock.sleeps.size(), 0u);
+    EXPECT_EQ(around.goldMine.commands, (Strings{watch, unwatch}));
+}
+
+TEST_F(ShutdownTest, WhenGoldMineIsGoneNothingIsWithdrawn) {
+    TestProgram& made = Make();
+    made.windows.RegisterWindowUpDown(L"DIALOGSCHEDULECOMPLETE", true);
+    around.goldMine.RaiseWindowUpDown(L"DIALOGSCHEDULECOMPLETE", true, 4711);
+    EXPECT_TRUE(made.shutdown.Unload());
+    EXPECT_EQ(around.goldMine.commands, Strings{watch});
+    EXPECT_EQ(Lines().back(), finished);
+}
+
+TEST_F(ShutdownTest, AnErrorOfGoldMinesDoesNotKeepTheProgram) {
+    TestProgram& made = Make();
+    around.RunGoldMine();
+    made.windows.RegisterWindowUpDown(L"DIALOGSCHEDULECOMPLETE", true);
+    made.windows.StopWatchingCallDialog();
+    around.goldMine.sendError = RuntimeError{91, L"GM", L"broken", L"", 0};
+    EXPECT_TRUE(made.shutdown.Unload());
+    EXPECT_EQ(around.boxes.Take().size(), 1u);
+    EXPECT_EQ(Lines(), (Strings{L"Run-time error '91':  broken", finished}));
+}
+
+}  // namespace
+}  // namespace corvane::test

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "ui/Form.h"
+#include "util/Text.h"
+
+namespace corvane::test {
+
+// The lines of the status box.
+inline std::vector<std::wstring> StatusLines(const Form& form) {
+    return Split(ReplaceAll(form.txtStatus.text(), L"\r\n", L"\n"), L'\n');
+}
+
+}  // namespace corvane::test

@@ -1,0 +1,161 @@
+#include "app/UserActions.h"
+
+#include "ProgramFixture.h"
+#include "StatusLines.h"
+
+namespace corvane::test {
+namespace {
+
+using Strings = std::vector<std::wstring>;
+
+class UserActionsTest : public ProgramTest {
+protected:
+    UserActionsTest() {
+        around.InstallThreeCX();
+        around.StoreOption(L"chkPopOnInboundCall", L"0");
+        around.StoreOption(L"chkCreateHistory", L"0");
+    }
+    // The window of a settings run beside a running GoldMine.
+    TestProgram& Shown() {
+        around.RunGoldMine();
+        TestProgram& made = Make();
+        EXPECT_EQ(made.Run(), RunOutcome::WindowShown);
+        return made;
+    }
+};
+
+TEST_F(UserActionsTest, ProcessCallClearsTheStatusAndProcessesWhatTheBoxesHold) {
+    TestProgram& made = Shown();
+    made.form.txtOutboundPhone.setText(L"555-0100");
+    made.form.cmdProcessCall.setEnabled(true);
+    made.actions.ButtonClicked(made.form.cmdProcessCall);
+    EXPECT_EQ(StatusLines(made.form), (Strings{L"Dialed 5550100 using 3CX.",
+                                               L"Call processing completed in 0.000 seconds."}));
+    EXPECT_EQ(around.processes.started,
+              Strings{L"\"C:\\3CX\\CallTriggerCmd.exe\" -cmd makecall:5550100"});
+}
+
+TEST_F(UserActionsTest, ProcessCallAsksForGoldMineWhenItDoesNotRun) {
+    TestProgram& made = Shown();
+    around.processes.entries.clear();
+    made.form.txtOutboundPhone.setText(L"555-0100");
+    made.form.cmdProcessCall.setEnabled(true);
+    const Strings before = StatusLines(made.form);
+    made.actions.ButtonClicked(made.form.cmdProcessCall);
+    EXPECT_EQ(around.boxes.Take(),
+              (std::vector<ShownBox>{{L"Please start GoldMine before processing a call.",
+                                      BoxButtons::Ok, BoxIcon::None}}));
+    EXPECT_EQ(StatusLines(made.form), before);
+    EXPECT_EQ(around.goldMine.releases, 1);
+    EXPECT_EQ(around.processes.started, Strings{});
+    EXPECT_FALSE(made.form.GoldMineRunning);
+}
+
+TEST_F(UserActionsTest, ADisabledButtonDoesNothing) {
+    TestProgram& made = Shown();
+    made.form.txtOutboundPhone.setText(L"555-0100");
+    ASSERT_FALSE(made.form.cmdProcessCall.enabled());
+    made.actions.ButtonClicked(made.form.cmdProcessCall);
+    EXPECT_EQ(around.processes.started, Strings{});
+}
+
+TEST_F(UserActionsTest, ExitClosesTheWindowByItsShutdown) {
+    TestProgram& made = Shown();
+    made.actions.ButtonClicked(made.form.cmdExit);
+    EXPECT_EQ(made.closeRequests, 1);
+    EXPECT_TRUE(made.closed);
+    EXPECT_EQ(StatusLines(made.form).back(), L"Finished unloading form and closing program.");
+}
+
+TEST_F(UserActionsTest, ParamsOpensAndClosesThePanel) {
+    TestProgram& made = Shown();
+    made.actions.ButtonClicked(made.form.cmdParams);
+    EXPECT_EQ(made.form.width(), 13920);
+    EXPECT_EQ(made.form.cmdParams.caption(), L"<< &Params");
+    made.actions.ButtonClicked(made.form.cmdParams);
+    EXPECT_EQ(made.form.width(), 7800);
+    EXPECT_EQ(made.form.cmdParams.caption(), L"&Params >>");
+}
+
+TEST_F(UserActionsTest, SaveAndRestoreButtonsDoWhatTheySay) {
+    TestProgram& made = Shown();
+    made.form.txtCallerIDMinLength.setText(L"9");
+    made.actions.ButtonClicked(made.form.cmdSaveSettings);
+    EXPECT_EQ(around.registry.Stored(FakeRegistry::ownKey, L"txtCallerIDMinLength"), L"9");
+    EXPECT_EQ(around.registry.Stored(FakeRegistry::ownKey, L"chkWriteLog"), L"0");
+    made.actions.ButtonClicked(made.form.cmdDefaults);
+    EXPECT_EQ(made.form.txtCallerIDMinLength.text(), L"6");
+    EXPECT_EQ(around.registry.Stored(FakeRegistry::ownKey, L"txtCallerIDMinLength"), L"9");
+    EXPECT_TRUE(made.form.SettingsDirty);
+}
+
+TEST_F(UserActionsTest, AnErrorBehindAButtonIsShownOnceAndTheWindowStays) {
+    TestProgram& made = Shown();
+    around.registry.failingValues = {L"chkGlobalEnable"};
+    made.actions.ButtonClicked(made.form.cmdSaveSettings);
+    const auto shown = around.boxes.Take();
+    ASSERT_EQ(shown.size(), 1u);
+    EXPECT_EQ(shown[0].icon, BoxIcon::Critical);
+    EXPECT_TRUE(shown[0].text.starts_with(L"Run-time error '-2147191503':\r\n\r\n"));
+    EXPECT_FALSE(made.closed);
+}
+
+TEST_F(UserActionsTest, CheckBoxesToggleAndOptionsSelect) {
+    TestProgram& made = Shown();
+    made.actions.CheckBoxClicked(made.form.chkTrimOutboundPrefix);
+    EXPECT_FALSE(made.form.chkTrimOutboundPrefix.checked());
+    EXPECT_FALSE(made.form.txtOutboundMaxLength.enabled());
+    EXPECT_TRUE(made.form.SettingsDirty);
+    made.actions.OptionClicked(made.form.optPhone1Only);
+    EXPECT_TRUE(made.form.optPhone1Only.selected());
+    EXPECT_FALSE(made.form.optPhone123.selected());
+}
+
+TEST_F(UserActionsTest, OnlyAClickAsksAboutAdditionalContacts) {
+    TestProgram& made = Shown();
+    around.boxes.answers = {BoxAnswer::No};
+    made.actions.CheckBoxClicked(made.form.chkSearchInAddlContacts);
+    EXPECT_EQ(around.boxes.Take().size(), 1u);
+    EXPECT_FALSE(made.form.chkSearchInAddlContacts.checked());
+    EXPECT_FALSE(made.form.SettingsDirty);
+}
+
+TEST_F(UserActionsTest, TheMasterSwitchCheckedAgainSavesAndCloses) {
+    TestProgram& made = Shown();
+    made.actions.CheckBoxClicked(made.form.chkGlobalEnable);
+    EXPECT_FALSE(made.form.chkTrimOutboundPrefix.enabled());
+    around.boxes.answers = {BoxAnswer::Yes};
+    made.actions.CheckBoxClicked(made.form.chkGlobalEnable);
+    EXPECT_EQ(around.boxes.Take().size(), 1u);
+    EXPECT_EQ(around.registry.Stored(FakeRegistry::ownKey, L"chkGlobalEnable"), L"1");
+    EXPECT_TRUE(made.closed);
+}
+
+TEST_F(UserActionsTest, LeavingABoxRunsItsCheck) {
+    TestProgram& made = Shown();
+    made.form.txtOutboundMaxLength.setText(L"21");
+    EXPECT_FALSE(made.actions.MayLeave(made.form.txtOutboundMaxLength, true));
+    made.form.txtOutboundMaxLength.setText(L"20");
+    EXPECT_TRUE(made.actions.MayLeave(made.form.txtOutboundMaxLength, true));
+    made.form.txtLinkedItemPath.setText(L"C:\\nowhere");
+    EXPECT_FALSE(made.actions.MayLeave(made.form.txtLinkedItemPath, true));
+    EXPECT_EQ(around.boxes.Take().size(), 2u);
+    made.form.txtCallType.setText(L"i");
+    EXPECT_TRUE(made.actions.MayLeave(made.form.txtCallType, true));
+    EXPECT_EQ(made.form.txtCallType.text(), L"I");
+    EXPECT_TRUE(made.form.cmdProcessCall.enabled());
+}
+
+TEST_F(UserActionsTest, ActivationBringsTheFocusToAnEnabledProcessCall) {
+    TestProgram& made = Shown();
+    made.actions.Activated();
+    EXPECT_EQ(made.form.focused(), nullptr);
+    made.form.cmdProcessCall.setEnabled(true);
+    made.form.chkAutoProcess.setEnabled(true);
+    made.actions.Activated();
+    EXPECT_EQ(made.form.focused(), &made.form.cmdProcessCall);
+    EXPECT_FALSE(made.form.chkAutoProcess.enabled()) << "Always show form is unchecked";
+}
+
+}  // namespace
+}  // namespace corvane::test
