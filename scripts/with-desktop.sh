@@ -47,7 +47,7 @@ trap 'exit 143' TERM
 
 # Xvfb writes the number of the display that it found free once it takes connections.
 mkfifo "$work/display"
-Xvfb -displayfd 3 -screen 0 1280x960x24 -nolisten tcp -noreset \
+Xvfb -displayfd 3 -screen 0 1920x1200x24 -nolisten tcp -noreset \
     3>"$work/display" >"$work/xvfb.log" 2>&1 </dev/null &
 xvfb=$!
 read -r -t 30 display <"$work/display" || fail "Xvfb did not start: $(cat "$work/xvfb.log")"
@@ -72,7 +72,7 @@ REGEDIT4
 "Desktop"="Default"
 
 [HKEY_CURRENT_USER\Software\Wine\Explorer\Desktops]
-"Default"="1280x960"
+"Default"="1920x1200"
 
 [HKEY_CURRENT_USER\Software\Wine\WineDbg]
 "ShowCrashDialog"=dword:00000000
