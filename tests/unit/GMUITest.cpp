@@ -203,12 +203,13 @@ INSTANTIATE_TEST_SUITE_P(
                            L"> COM command > 1.6 second(s) (2.000 seconds): '<GMAPI "
                            L"call=\"GetActiveWindowsList\"/>'"}));
 
-// The timer holds fractions that no binary number holds exactly: 2 seconds must stay 2 seconds.
-TEST_F(GMUITest, ADurationThatEqualsTheThresholdIsLoggedAtAnyTimeOfDay) {
+// The timer's fractions are no exact binary numbers, and lose a digit where a power of two is
+// passed: 65536 seconds after midnight 2 seconds must stay 2 seconds.
+TEST_F(GMUITest, ADurationThatEqualsTheThresholdIsLoggedWhereTheTimerLosesDigits) {
     LogCommandsFrom(L"2");
     TakeMilliseconds(2000);
     for (std::int64_t start = 0; start < 1000; ++start) {
-        clock.millisecondOfDay = 12 * 3600 * 1000 + start;
+        clock.millisecondOfDay = 65534500 + start;
         static_cast<void>(gmui.GMUI_Execute(command));
     }
     EXPECT_EQ(status.lines.size(), 1000U);
