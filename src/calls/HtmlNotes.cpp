@@ -20,8 +20,8 @@ constexpr std::wstring_view notesControl = L"1017";
 constexpr int mostWaits = 11;
 constexpr std::uint32_t waitMilliseconds = 1000;
 
-// The base of object errors plus 514, 0x80040202.
-constexpr auto timeOutError = static_cast<std::int32_t>(0x80040202);
+// The base of object errors plus 514.
+constexpr std::int64_t timeOutError = 0x80040202;
 
 }  // namespace
 

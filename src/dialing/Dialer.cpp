@@ -28,10 +28,11 @@ Dialer::Dialer(Form& form, Processes& processes, StatusWriter& status, MessageBo
 bool Dialer::Dial() {
     const std::wstring received = form_.txtOutboundPhone.text();
     std::wstring number = ExtractDigits(received, true, false);
+    form_.txtOutboundPhoneAsDialed.setText(number);
     if (form_.chkTrimOutboundPrefix.checked()) {
         number = Rightmost(number, LongFromText(form_.txtOutboundMaxLength.text()));
+        form_.txtOutboundPhoneAsDialed.setText(number);
     }
-    form_.txtOutboundPhoneAsDialed.setText(number);
 
     if (number.empty()) {
         const std::wstring noDigits =

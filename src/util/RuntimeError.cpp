@@ -4,7 +4,7 @@ namespace corvane {
 
 namespace {
 
-std::wstring_view ClassicDescription(std::int32_t number) {
+std::wstring_view ClassicDescription(std::int64_t number) {
     switch (number) {
         case ErrorNumber::InvalidProcedureCall:
             return L"Invalid procedure call or argument";
@@ -33,7 +33,7 @@ std::wstring_view ClassicDescription(std::int32_t number) {
 
 }  // namespace
 
-RuntimeError MakeRuntimeError(std::int32_t number) {
+RuntimeError MakeRuntimeError(std::int64_t number) {
     RuntimeError error;
     error.number = number;
     error.description = ClassicDescription(number);

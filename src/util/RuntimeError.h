@@ -25,7 +25,8 @@ inline constexpr std::int32_t RemoteProcedureCallFailed = -2147023170;
 
 // An unexpected run-time error. Expected failures are status lines and false results instead.
 struct RuntimeError {
-    std::int32_t number = 0;
+    // Signed as the platform shows it, but for the one error that is known by its unsigned number.
+    std::int64_t number = 0;
     std::wstring source;
     std::wstring description;
     std::wstring helpFile;
@@ -33,7 +34,7 @@ struct RuntimeError {
 };
 
 // The error with that classic number and the text the platform gives it.
-[[nodiscard]] RuntimeError MakeRuntimeError(std::int32_t number);
+[[nodiscard]] RuntimeError MakeRuntimeError(std::int64_t number);
 
 // Runs a procedure; an error that leaves it is raised again with the procedure's name and ": "
 // before its description, everything else unchanged.

@@ -231,7 +231,7 @@ class TimeOutTest : public HtmlModeTest, public testing::WithParamInterface<int>
 protected:
     TimeOutTest() { html.pollsUntilComplete = GetParam(); }
     void ExpectTimeOut(const RuntimeError& error, const std::wstring& description) {
-        EXPECT_EQ(static_cast<std::uint32_t>(error.number), 2147746306U);
+        EXPECT_EQ(error.number, 2147746306);
         EXPECT_EQ(error.source, L"CorvaneTo3CX.frmCorvaneTo3CX.PrependHTMLToBody");
         EXPECT_EQ(error.description, description);
         EXPECT_EQ(clock.sleeps, std::vector<std::uint32_t>(11, 1000));
