@@ -2,10 +2,13 @@
 
 #include <utility>
 
+#include "ui/AccessibleName.h"
 #include "ui/Dpi.h"
 
 #include <commctrl.h>
+#include <oleacc.h>
 #include <uxtheme.h>
+#include <wrl/client.h>
 
 namespace corvane {
 
@@ -79,11 +82,14 @@ bool BeginsGroup(std::size_t row) {
 ControlWindows::ControlWindows(const Form& form, HINSTANCE instance)
     : form_(form),
       instance_(instance),
+      status_(form.txtStatus),
       windows_(controlCatalogue.size(), nullptr),
       borders_(controlCatalogue.size(), nullptr) {}
 
-void ControlWindows::Create(HWND window) {
+void ControlWindows::Create(HWND window, UINT dpi) {
     window_ = window;
+    dpi_ = dpi;
+    paramsShown_ = form_.width() == windowWideWidth;
     WNDCLASSEXW frame{};
     frame.cbSize = sizeof(frame);
     frame.lpfnWndProc = &ControlWindows::FrameProcedure;
@@ -95,8 +101,11 @@ void ControlWindows::Create(HWND window) {
     tooltips_ = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr,
                                 WS_POPUP | TTS_NOPREFIX | TTS_ALWAYSTIP, 0, 0, 0, 0, window,
                                 nullptr, instance_, nullptr);
+    TakeFont();
     for (const Control* control : form_.controls())
         CreateControl(*control);
+    CutOutPages();
+    NameForScreenReaders();
 }
 
 void ControlWindows::CreateControl(const Control& control) {
@@ -105,22 +114,52 @@ void ControlWindows::CreateControl(const Control& control) {
     const HWND parent =
         spec.parent.empty() ? window_ : windows_[FindControl(spec.parent, spec.parentIndex)];
     const auto id = reinterpret_cast<HMENU>(static_cast<INT_PTR>(ControlId(control.row())));
-    const DWORD group = BeginsGroup(control.row()) ? WS_GROUP : 0;
-    const HWND native =
-        CreateWindowExW(kind.extendedStyle, kind.className, control.caption().c_str(),
-                        WS_CHILD | group | kind.style, 0, 0, 0, 0, parent, id, instance_, nullptr);
+    const Place& place = spec.place;
+    const int width = Pixels(place.width);
+    const int height = Pixels(place.height);
+    DWORD style = WS_CHILD | kind.style;
+    style |= BeginsGroup(control.row()) ? DWORD{WS_GROUP} : 0;
+    style |= control.enabled() ? 0 : DWORD{WS_DISABLED};
+    style |= IsShown(control) ? DWORD{WS_VISIBLE} : 0;
+    const HWND native = CreateWindowExW(
+        kind.extendedStyle, kind.className, control.caption().c_str(), style, Pixels(place.left),
+        Pixels(place.top), width, height, parent, id, instance_, nullptr);
     windows_[control.row()] = native;
+    const auto font = reinterpret_cast<WPARAM>(font_.get());
+    SendMessageW(native, WM_SETFONT, font, FALSE);
     if (HasBorder(spec)) {
-        borders_[control.row()] = CreateWindowExW(0, WC_BUTTONW, control.caption().c_str(),
-                                                  WS_CHILD | WS_VISIBLE | BS_GROUPBOX, 0, 0, 0, 0,
-                                                  native, nullptr, instance_, nullptr);
+        const HWND border = CreateWindowExW(0, WC_BUTTONW, control.caption().c_str(),
+                                            WS_CHILD | WS_VISIBLE | BS_GROUPBOX, 0, 0, width,
+                                            height, native, nullptr, instance_, nullptr);
+        SendMessageW(border, WM_SETFONT, font, FALSE);
+        borders_[control.row()] = border;
     }
     if (spec.kind == ControlKind::TabStrip)
         AddTabs(static_cast<const TabStrip&>(control));
     // The system's limit of 32K is lifted.
     if (spec.kind == ControlKind::TextBox)
         SendMessageW(native, EM_SETLIMITTEXT, 0, 0);
+    if (&control == &form_.txtStatus)
+        status_.Attach(native);
+    if (spec.kind == ControlKind::TextBox)
+        ShowText(control);  // the others came with their captions
+    ShowValue(control);
     AddTooltip(control, TTM_ADDTOOLW);
+}
+
+void ControlWindows::NameForScreenReaders() const {
+    Microsoft::WRL::ComPtr<IAccPropServices> service;
+    if (FAILED(CoCreateInstance(CLSID_AccPropServices, nullptr, CLSCTX_INPROC_SERVER,
+                                IID_IAccPropServices, &service))) {
+        return;  // not every system has it; the window works without
+    }
+    for (const Control* control : form_.controls()) {
+        const std::wstring name = AccessibleName(control->row());
+        if (!name.empty()) {
+            service->SetHwndPropStr(of(*control), static_cast<DWORD>(OBJID_CLIENT), CHILDID_SELF,
+                                    PROPID_ACC_NAME, name.c_str());
+        }
+    }
 }
 
 void ControlWindows::AddTabs(const TabStrip& strip) {
@@ -146,21 +185,26 @@ void ControlWindows::AddTooltip(const Control& control, UINT message) {
     SendMessageW(tooltips_, message, 0, reinterpret_cast<LPARAM>(&tool));
 }
 
-void ControlWindows::ShowTooltip(const Control& control) {
-    AddTooltip(control, TTM_UPDATETIPTEXTW);
-}
-
 int ControlWindows::Pixels(int twips) const {
     return PixelsFromTwips(twips, dpi_);
 }
 
-void ControlWindows::Layout(UINT dpi) {
-    dpi_ = dpi;
-    UniqueFont previous = std::exchange(font_, UniqueFont(CreateMessageFont(dpi)));
+void ControlWindows::TakeFont() {
+    font_.reset(CreateMessageFont(dpi_));
     constexpr int tipWidth = 5400;
     SendMessageW(tooltips_, TTM_SETMAXTIPWIDTH, 0, Pixels(tipWidth));
+}
+
+void ControlWindows::Layout(UINT dpi) {
+    dpi_ = dpi;
+    const UniqueFont previous = std::move(font_);  // in use until every control has the new one
+    TakeFont();
     for (const Control* control : form_.controls())
         PlaceControl(*control);
+    CutOutPages();
+}
+
+void ControlWindows::CutOutPages() {
     CutOutPage(form_.tabstripOptions, form_.frameOptions(0));
     CutOutPage(form_.tabstripParams, form_.frameParams(0));
 }
@@ -198,20 +242,59 @@ bool ControlWindows::IsInParamsArea(const Control& control) const {
     return &control == &form_.tabstripParams || control.spec().name == L"frameParams";
 }
 
+bool ControlWindows::IsShown(const Control& control) const {
+    return control.visible() && (paramsShown_ || !IsInParamsArea(control));
+}
+
 void ControlWindows::ShowParams(bool shown) {
+    if (paramsShown_ == shown)
+        return;
     paramsShown_ = shown;
     for (const Control* control : form_.controls()) {
         if (IsInParamsArea(*control))
-            ShowState(*control);
+            Show(*control, ControlAspect::Visible);
     }
 }
 
-void ControlWindows::ShowState(const Control& control) {
+void ControlWindows::Show(const Control& control, ControlAspect aspect) {
+    switch (aspect) {
+        case ControlAspect::Text:
+        case ControlAspect::Caption:
+            ShowText(control);
+            break;
+        case ControlAspect::Appended:
+            status_.ShowAppended();
+            break;
+        case ControlAspect::Value:
+            ShowValue(control);
+            break;
+        case ControlAspect::Enabled:
+            EnableWindow(of(control), control.enabled());
+            break;
+        case ControlAspect::Tooltip:
+            AddTooltip(control, TTM_UPDATETIPTEXTW);
+            break;
+        case ControlAspect::Visible:
+            ShowWindow(of(control), IsShown(control) ? SW_SHOWNA : SW_HIDE);
+            break;
+    }
+}
+
+void ControlWindows::ShowText(const Control& control) {
+    if (&control == &form_.txtStatus) {
+        status_.ShowText();
+        return;
+    }
+    const bool isBox = control.spec().kind == ControlKind::TextBox;
+    const std::wstring& text =
+        isBox ? static_cast<const TextBox&>(control).text() : control.caption();
+    if (!text.empty() || GetWindowTextLengthW(of(control)) > 0)
+        SetWindowTextW(of(control), text.c_str());
+}
+
+void ControlWindows::ShowValue(const Control& control) const {
     const HWND native = of(control);
     switch (control.spec().kind) {
-        case ControlKind::TextBox:
-            SetWindowTextW(native, static_cast<const TextBox&>(control).text().c_str());
-            break;
         case ControlKind::CheckBox: {
             const auto& box = static_cast<const CheckBox&>(control);
             SendMessageW(native, BM_SETCHECK, static_cast<WPARAM>(box.value()), 0);
@@ -222,30 +305,14 @@ void ControlWindows::ShowState(const Control& control) {
             SendMessageW(native, BM_SETCHECK, selected ? BST_CHECKED : BST_UNCHECKED, 0);
             break;
         }
-        case ControlKind::TabStrip:
-            SendMessageW(native, TCM_SETCURSEL,
-                         static_cast<WPARAM>(static_cast<const TabStrip&>(control).selectedTab()),
-                         0);
+        case ControlKind::TabStrip: {
+            const auto tab = static_cast<const TabStrip&>(control).selectedTab();
+            SendMessageW(native, TCM_SETCURSEL, static_cast<WPARAM>(tab), 0);
             break;
-        case ControlKind::Label:
-        case ControlKind::CommandButton:
-            SetWindowTextW(native, control.caption().c_str());
-            break;
-        case ControlKind::Frame:
+        }
+        default:
             break;
     }
-    EnableWindow(native, control.enabled());
-    const bool shown = control.visible() && (paramsShown_ || !IsInParamsArea(control));
-    ShowWindow(native, shown ? SW_SHOWNA : SW_HIDE);
-}
-
-void ControlWindows::ShowAppended(const TextBox& box) {
-    const HWND native = of(box);
-    const int shown = GetWindowTextLengthW(native);
-    SendMessageW(native, EM_SETSEL, static_cast<WPARAM>(shown), shown);
-    SendMessageW(native, EM_REPLACESEL, FALSE,
-                 reinterpret_cast<LPARAM>(box.text().c_str() + shown));
-    SendMessageW(native, EM_SCROLLCARET, 0, 0);
 }
 
 Control* ControlWindows::FindById(int controlId) const {

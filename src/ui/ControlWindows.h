@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "ui/Form.h"
+#include "ui/LogBox.h"
 #include "util/Windows.h"
 
 namespace corvane {
@@ -14,16 +15,14 @@ class ControlWindows {
 public:
     ControlWindows(const Form& form, HINSTANCE instance);
 
-    // Registers the class of frames; what their controls tell goes to the window's root.
-    void Create(HWND window);
+    // Registers the class of frames; what their controls tell goes to the window's root. The
+    // resolution is in dots per inch. The controls come up in the state that the form has.
+    void Create(HWND window, UINT dpi);
 
-    // Places and fonts for the resolution, in dots per inch.
+    // Places and fonts for another resolution, in dots per inch.
     void Layout(UINT dpi);
 
-    void ShowState(const Control& control);
-    // Shows what was appended to a box's text, at a cost that does not grow with the text.
-    void ShowAppended(const TextBox& box);
-    void ShowTooltip(const Control& control);
+    void Show(const Control& control, ControlAspect aspect);
 
     // The parameters area is there only while the window is wide.
     void ShowParams(bool shown);
@@ -42,9 +41,15 @@ private:
     void CreateControl(const Control& control);
     void AddTabs(const TabStrip& strip);
     void AddTooltip(const Control& control, UINT message);
+    void NameForScreenReaders() const;
+    void TakeFont();
     void PlaceControl(const Control& control);
+    void CutOutPages();
     void CutOutPage(const Control& strip, const Control& page);
+    void ShowText(const Control& control);
+    void ShowValue(const Control& control) const;
     [[nodiscard]] int Pixels(int twips) const;
+    [[nodiscard]] bool IsShown(const Control& control) const;
     [[nodiscard]] bool IsInParamsArea(const Control& control) const;
 
     const Form& form_;
@@ -54,6 +59,7 @@ private:
     UINT dpi_ = 96;
     UniqueFont font_;
     bool paramsShown_ = false;
+    LogBox status_;
     std::vector<HWND> windows_;  // in the order of the catalogue
     std::vector<HWND> borders_;  // the group box of a frame with a border
 };

@@ -158,6 +158,14 @@ void Form::setWaiting(bool waiting) {
 }
 
 void Form::SetFocus(const Control& control) {
+    for (const ControlSpec* spec = &control.spec(); !spec->parent.empty();
+         spec = &controlCatalogue[FindControl(spec->parent, spec->parentIndex)]) {
+        for (TabStrip* strip :
+             {static_cast<TabStrip*>(&tabstripOptions), static_cast<TabStrip*>(&tabstripParams)}) {
+            if (spec->parent == FramesOf(*strip))
+                SelectTab(*strip, spec->parentIndex);
+        }
+    }
     focused_ = &control;
     if (view_)
         view_->OnFocusRequested(control);

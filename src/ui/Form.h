@@ -285,6 +285,7 @@ public:
 
     // The control that has, or shall get, the keyboard focus.
     [[nodiscard]] const Control* focused() const { return focused_; }
+    // A control on a page that is not shown brings its page up.
     void SetFocus(const Control& control);
 
     // Whether the wait pointer is shown; WaitPointer sets it.

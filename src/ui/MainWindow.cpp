@@ -52,10 +52,7 @@ void MainWindow::Create() {
 
     showing_ = true;
     dpi_ = DpiOfWindow(window_);
-    controls_.Create(window_);
-    controls_.Layout(dpi_);
-    for (const Control* control : form_.controls())
-        controls_.ShowState(*control);
+    controls_.Create(window_, dpi_);
     Size();
     CentreOnMonitor();
     showing_ = false;
@@ -85,14 +82,31 @@ void MainWindow::OnControlChanged(const Control& control, ControlAspect aspect) 
     if (!window_ || (&control == typedInto_ && aspect == ControlAspect::Text))
         return;
     const bool wasShowing = std::exchange(showing_, true);
-    if (aspect == ControlAspect::Appended) {
-        controls_.ShowAppended(static_cast<const TextBox&>(control));
-    } else if (aspect == ControlAspect::Tooltip) {
-        controls_.ShowTooltip(control);
-    } else {
-        controls_.ShowState(control);
-    }
+    const HWND focused = GetFocus();
+    controls_.Show(control, aspect);
+    if (aspect == ControlAspect::Enabled || aspect == ControlAspect::Visible)
+        KeepFocusUsable(control, focused);
     showing_ = wasShowing;
+}
+
+// A hidden or disabled control cannot be left by the keyboard.
+void MainWindow::KeepFocusUsable(const Control& changed, HWND before) {
+    if (!IsChild(window_, before) || (IsWindowVisible(before) && IsWindowEnabled(before)))
+        return;
+    const bool isPage = changed.spec().kind == ControlKind::Frame;
+    ::SetFocus(isPage ? controls_.of(StripBeside(before))
+                      : GetNextDlgTabItem(window_, before, FALSE));
+}
+
+// The strip whose pages hold the control, or that it is itself.
+TabStrip& MainWindow::StripBeside(HWND native) const {
+    for (; native && native != window_; native = GetParent(native)) {
+        const Control* control = controls_.FindById(GetDlgCtrlID(native));
+        if (control == &form_.tabstripParams ||
+            (control && control->spec().name == Form::FramesOf(form_.tabstripParams)))
+            return form_.tabstripParams;
+    }
+    return form_.tabstripOptions;
 }
 
 void MainWindow::OnWindowChanged() {
@@ -104,8 +118,8 @@ void MainWindow::OnWindowChanged() {
     if (!window_)
         return;
     SetWindowTextW(window_, form_.caption().c_str());
-    controls_.ShowState(form_.tabstripOptions);
-    controls_.ShowState(form_.tabstripParams);
+    controls_.Show(form_.tabstripOptions, ControlAspect::Value);
+    controls_.Show(form_.tabstripParams, ControlAspect::Value);
     Size();
     SetCursor(LoadCursorW(nullptr, form_.waiting() ? IDC_WAIT : IDC_ARROW));
 }
@@ -123,11 +137,45 @@ void MainWindow::Close() {
 void MainWindow::RunMessageLoop() {
     MSG message;
     while (window_ && GetMessageW(&message, nullptr, 0, 0) > 0) {
-        if (IsDialogMessageW(window_, &message))
+        if (OnKey(message) || IsDialogMessageW(window_, &message))
             continue;
         TranslateMessage(&message);
         DispatchMessageW(&message);
     }
+}
+
+bool MainWindow::OnKey(const MSG& message) {
+    if (message.message != WM_KEYDOWN || GetKeyState(VK_CONTROL) >= 0)
+        return false;
+    switch (message.wParam) {
+        case VK_TAB:
+            StepThroughTabs(message.hwnd, GetKeyState(VK_SHIFT) < 0 ? -1 : 1);
+            return true;
+        case VK_PRIOR:
+            StepThroughTabs(message.hwnd, -1);
+            return true;
+        case VK_NEXT:
+            StepThroughTabs(message.hwnd, 1);
+            return true;
+        case 'A': {
+            const Control* control = controls_.FindById(GetDlgCtrlID(message.hwnd));
+            if (!control || control->spec().kind != ControlKind::TextBox)
+                return false;
+            SendMessageW(message.hwnd, EM_SETSEL, 0, -1);
+            return true;
+        }
+        default:
+            return false;
+    }
+}
+
+// From the last tab to the first and back.
+void MainWindow::StepThroughTabs(HWND focused, int step) {
+    TabStrip& strip = StripBeside(focused);
+    if (!strip.enabled())
+        return;
+    const auto count = static_cast<int>(SendMessageW(controls_.of(strip), TCM_GETITEMCOUNT, 0, 0));
+    form_.SelectTab(strip, (strip.selectedTab() + step + count) % count);
 }
 
 LRESULT CALLBACK MainWindow::WindowProcedure(HWND window, UINT message, WPARAM wParam,
@@ -270,8 +318,8 @@ void MainWindow::OnLeave(TextBox& box) {
     const bool changed = entry != textOnEntry_.end() && entry->second != box.text();
     if (actions_.MayLeave(box, changed)) {
         textOnEntry_.erase(box.row());
-    } else if (window_) {
-        ::SetFocus(controls_.of(box));
+    } else {
+        form_.SetFocus(box);
     }
 }
 

@@ -41,6 +41,11 @@ private:
     void OnTextBox(TextBox& box, int notification);
     void OnLeave(TextBox& box);
     void OnTabSelected(HWND strip);
+    // Keys that belong to the window as a whole; false leaves the message to the dialog keyboard.
+    bool OnKey(const MSG& message);
+    void StepThroughTabs(HWND focused, int step);
+    void KeepFocusUsable(const Control& changed, HWND before);
+    [[nodiscard]] TabStrip& StripBeside(HWND native) const;
     void OnActivate(bool active);
     void OnDpiChanged(const RECT& suggested);
 

@@ -43,12 +43,15 @@ public:
     void Activated() override { ++activations; }
     bool MayClose() override {
         ++closeQuestions;
+        if (onClose)
+            onClose();
         return mayClose;
     }
 
     Form* form = nullptr;
     std::vector<std::wstring> told;
     std::function<void()> onButton;
+    std::function<void()> onClose;
     bool mayLeave = true;
     bool mayClose = true;
     int activations = 0;
@@ -439,6 +442,126 @@ TEST_F(MainWindowTest, EnterPressesTheDefaultButton) {
     PressInLoop(Native(form.chkGlobalEnable), VK_RETURN);
 
     EXPECT_EQ(actions.told, (std::vector<std::wstring>{L"button cmdProcessCall"}));
+}
+
+// The state of the keyboard for as long as it lives: these keys are down, no other.
+class HeldKeys {
+public:
+    explicit HeldKeys(std::initializer_list<int> keys) {
+        BYTE state[256] = {};
+        for (const int key : keys)
+            state[key] = 0x80;
+        SetKeyboardState(state);
+    }
+    ~HeldKeys() {
+        BYTE state[256] = {};
+        SetKeyboardState(state);
+    }
+    HeldKeys(const HeldKeys&) = delete;
+    HeldKeys& operator=(const HeldKeys&) = delete;
+};
+
+struct TabKey {
+    const char* name;
+    WPARAM key;
+    bool shift;
+    int from;
+    int to;
+};
+
+class TabKeyTest : public MainWindowTest, public testing::WithParamInterface<TabKey> {};
+
+TEST_P(TabKeyTest, StepsThroughTheTabs) {
+    const TabKey& each = GetParam();
+    form.SelectTab(form.tabstripOptions, each.from);
+    Show();
+    const HeldKeys held = each.shift ? HeldKeys{VK_CONTROL, VK_SHIFT} : HeldKeys{VK_CONTROL};
+    PostMessageW(Native(form.cmdExit), WM_KEYDOWN, each.key, 1);
+    window->Close();
+    window->RunMessageLoop();
+    EXPECT_EQ(form.tabstripOptions.selectedTab(), each.to);
+    EXPECT_EQ(form.tabstripParams.selectedTab(), 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(Keys, TabKeyTest,
+                         testing::Values(TabKey{"CtrlTab", VK_TAB, false, 1, 2},
+                                         TabKey{"CtrlTabAtTheEnd", VK_TAB, false, 5, 0},
+                                         TabKey{"CtrlShiftTab", VK_TAB, true, 1, 0},
+                                         TabKey{"CtrlShiftTabAtTheBegin", VK_TAB, true, 0, 5},
+                                         TabKey{"CtrlPageDown", VK_NEXT, false, 2, 3},
+                                         TabKey{"CtrlPageUp", VK_PRIOR, false, 2, 1}),
+                         [](const auto& each) { return std::string(each.param.name); });
+
+TEST_F(MainWindowTest, TabKeysStepThroughTheStripThatHasTheFocus) {
+    Show();
+    Click(form.cmdParams);
+    const HeldKeys held{VK_CONTROL};
+    PostMessageW(Native(form.txtOutboundPhone), WM_KEYDOWN, VK_TAB, 1);
+    window->Close();
+    window->RunMessageLoop();
+    EXPECT_EQ(form.tabstripParams.selectedTab(), 1);
+    EXPECT_EQ(form.tabstripOptions.selectedTab(), 0);
+}
+
+TEST_F(MainWindowTest, CtrlASelectsAllOfAReadOnlyBox) {
+    form.txtAbout.setText(L"one\r\ntwo");
+    form.SelectTab(form.tabstripOptions, OptionsTab::about);
+    Show();
+    const HeldKeys held{VK_CONTROL};
+    DWORD begin = 9;
+    DWORD end = 0;
+    const HWND box = Native(form.txtAbout);
+    PostMessageW(box, WM_KEYDOWN, 'A', 1);
+    // Read while the loop still serves messages: the window's end takes the box with it.
+    actions.onClose = [&] {
+        SendMessageW(box, EM_GETSEL, reinterpret_cast<WPARAM>(&begin),
+                     reinterpret_cast<LPARAM>(&end));
+    };
+    window->Close();
+    window->RunMessageLoop();
+    EXPECT_EQ(begin, 0U);
+    EXPECT_EQ(end, 8U);
+}
+
+TEST_F(MainWindowTest, FocusLeavesAPageThatIsHidden) {
+    Show();
+    SetFocus(Native(form.chkGlobalEnable));
+    form.SelectTab(form.tabstripOptions, OptionsTab::status);
+    EXPECT_EQ(GetFocus(), Native(form.tabstripOptions));
+}
+
+TEST_F(MainWindowTest, FocusLeavesAControlThatIsDisabled) {
+    Show();
+    SetFocus(Native(form.cmdSaveSettings));
+    form.cmdSaveSettings.setEnabled(false);
+    EXPECT_EQ(GetFocus(), Native(form.cmdProcessCall));
+}
+
+TEST_F(MainWindowTest, BoxWhoseCheckFailsBringsItsPageBack) {
+    Show();
+    actions.mayLeave = false;
+    SetFocus(Native(form.txtOutboundMaxLength));
+    ClickTab(form.tabstripOptions, OptionsTab::about);
+
+    ASSERT_TRUE(PumpUntil([this] { return !actions.told.empty(); }));
+    EXPECT_EQ(form.tabstripOptions.selectedTab(), OptionsTab::general);
+    EXPECT_EQ(GetFocus(), Native(form.txtOutboundMaxLength));
+}
+
+TEST_F(MainWindowTest, AnyFloodOfStatusLinesIsReadWhole) {
+    Show();
+    std::wstring whole;
+    for (int line = 0; line < 500; ++line) {
+        form.txtStatus.Append(L"line\r\n");
+        whole += L"line\r\n";
+        ASSERT_EQ(static_cast<std::size_t>(GetWindowTextLengthW(Native(form.txtStatus))),
+                  whole.size());
+    }
+    for (int line = 0; line < 500; ++line) {
+        form.txtStatus.Append(L"more\r\n");
+        whole += L"more\r\n";
+    }
+    EXPECT_EQ(TextOf(Native(form.txtStatus)), whole);
 }
 
 TEST_F(MainWindowTest, WindowStaysWhenClosingIsCancelled) {
