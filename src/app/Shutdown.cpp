@@ -21,8 +21,13 @@ constexpr std::uint32_t waitMilliseconds = 1000;
 }  // namespace
 
 bool Shutdown::Unload() {
-    if (!SaveBeforeExit())
+    if (unloading_)
         return false;
+    unloading_ = true;
+    if (!SaveBeforeExit()) {
+        unloading_ = false;
+        return false;
+    }
     // Whatever goes wrong with GoldMine here, the program ends.
     parts_.errors.Guard([this] { FinishCallDialog(); });
     parts_.gmui.Release();

@@ -29,7 +29,8 @@ public:
 
     explicit Shutdown(const Parts& parts) : parts_(parts) {}
 
-    // False when the user cancelled or the settings could not be saved: the window stays.
+    // False when the user cancelled or the settings could not be saved: the window stays. Also
+    // when it is in progress already: its wait lets the user reach the window.
     [[nodiscard]] bool Unload();
 
 private:
@@ -37,6 +38,7 @@ private:
     void FinishCallDialog();
 
     Parts parts_;
+    bool unloading_ = false;
 };
 
 }  // namespace corvane

@@ -26,7 +26,11 @@ RunOutcome StartUp::Run() {
     form.setCaption(productName);
     if (!LoadConfiguration()) {
         parts_.boxes.Notify(configurationError, BoxIcon::Critical);
-        parts_.status.ResetRunNumber();
+        // A registry that cannot be read can seldom be written; the box has said enough.
+        static_cast<void>(Succeeds([this] {
+            parts_.status.ResetRunNumber();
+            return true;
+        }));
         return RunOutcome::End;
     }
     form.txtAbout.setText(AboutText(parts_.program, form.txtLogPath.text()));
@@ -34,7 +38,7 @@ RunOutcome StartUp::Run() {
     const ParsedParameters parsed = parts_.parameters.ParseCallParameters();
     if (!parsed.ParseOK)
         return RunOutcome::End;
-    if (!form.chkGlobalEnable.checked())
+    if (form.chkGlobalEnable.value() == CheckBox::unchecked)
         return StayDisabled(parsed.ParamsFound);
     if (!PrepareGoldMine(parsed.ParamsFound))
         return RunOutcome::End;

@@ -1,5 +1,7 @@
 #include "app/UserActions.h"
 
+#include <utility>
+
 #include "app/CallParameters.h"
 #include "app/ErrorReport.h"
 #include "app/Shutdown.h"
@@ -78,10 +80,23 @@ void UserActions::Activated() {
 }
 
 bool UserActions::MayClose() {
-    return parts_.shutdown.Unload();
+    if (parts_.dispatcher.processing()) {
+        closeAfterCall_ = true;
+        return false;
+    }
+    bool mayClose = false;
+    parts_.errors.Guard([&] { mayClose = parts_.shutdown.Unload(); });
+    return mayClose;
+}
+
+void UserActions::CallProcessed() {
+    if (std::exchange(closeAfterCall_, false))
+        CloseWindow();
 }
 
 void UserActions::ProcessCallByHand() {
+    if (parts_.dispatcher.processing())
+        return;
     if (!parts_.goldMineProcess.FindGoldMineExecutable()) {
         parts_.gmui.Release();
         parts_.boxes.Notify(L"Please start GoldMine before processing a call.");

@@ -57,12 +57,16 @@ public:
     void Activated() override;
     [[nodiscard]] bool MayClose() override;
 
+    // A call has been processed: a window that was asked to close meanwhile closes now.
+    void CallProcessed();
+
 private:
     void ProcessCallByHand();
     void CloseWindow();
 
     Parts parts_;
     std::function<void()> closeWindow_;
+    bool closeAfterCall_ = false;
 };
 
 }  // namespace corvane

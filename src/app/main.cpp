@@ -1,6 +1,8 @@
 // WinMain: builds the program out of its parts, runs start-up, the window's messages if there is
 // a window, and shutdown.
 
+#include <exception>
+#include <new>
 #include "app/CallParameters.h"
 #include "app/ErrorReport.h"
 #include "app/Shutdown.h"
@@ -41,6 +43,7 @@
 #include "ui/Form.h"
 #include "ui/MainWindow.h"
 #include "ui/SystemMessageBoxes.h"
+
 #include "Version.h"
 
 namespace corvane {
@@ -59,7 +62,15 @@ struct Program {
             [this](std::int32_t windowHandle) { dispatcher.FillInCallDialog(windowHandle); });
         boxes.setOwner([this] { return window.handle(); });
         actions.setCloseWindow([this] { window.Close(); });
+        dispatcher.setAfterCall([this] { actions.CallProcessed(); });
     }
+    ~Program() {
+        // GoldMine's last event must find nobody rather than what is being taken down.
+        goldMine.setWindowUpDownHandler(nullptr);
+        goldMine.Release();
+    }
+    Program(const Program&) = delete;
+    Program& operator=(const Program&) = delete;
 
     void Run() {
         RunOutcome outcome = RunOutcome::End;
@@ -128,12 +139,19 @@ struct Program {
 }  // namespace corvane
 
 int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR, int) {
+    // Before there is a status writer: COM, memory or the program's own path could not be had.
+    const auto tell = [](const corvane::RuntimeError& error) {
+        corvane::SystemMessageBoxes().Notify(corvane::RuntimeErrorText(error),
+                                             corvane::BoxIcon::Critical);
+    };
     try {
         corvane::Program(instance).Run();
     } catch (const corvane::RuntimeError& error) {
-        // Before there is a status writer: COM or the program's own path could not be had.
-        corvane::SystemMessageBoxes().Notify(corvane::RuntimeErrorText(error),
-                                             corvane::BoxIcon::Critical);
+        tell(error);
+    } catch (const std::bad_alloc&) {
+        tell(corvane::MakeRuntimeError(corvane::ErrorNumber::OutOfMemory));
+    } catch (const std::exception&) {
+        tell(corvane::MakeRuntimeError(corvane::ErrorNumber::InvalidProcedureCall));
     }
     // There is no meaning in exit codes.
     return 0;

@@ -9,6 +9,7 @@
 #include "ui/Form.h"
 #include "ui/MessageBoxes.h"
 #include "util/Conversions.h"
+#include "util/RuntimeError.h"
 #include "util/StatusWriter.h"
 #include "util/Text.h"
 
@@ -44,9 +45,15 @@ void CallHistory::OpenCompleteCallDialog() {
     const std::wstring command = PlainCommand(L"MenuCommand", CompleteCallCommand());
     windows_.RegisterWindowUpDown(completeCallWindow, true);
     status_.WriteStatus(L"Opening Complete Call dialog before saving in history.");
-    if (gmui_.GMUI_Execute(command) == SuccessReply(L"MenuCommand", L"The command was executed.")) {
-        return;
+    std::wstring reply;
+    try {
+        reply = gmui_.GMUI_Execute(command);
+    } catch (const RuntimeError&) {
+        windows_.StopWatchingCallDialog();  // no dialog will come
+        throw;
     }
+    if (reply == SuccessReply(L"MenuCommand", L"The command was executed."))
+        return;
     windows_.StopWatchingCallDialog();
     status_.WriteStatus(L"Could not open Complete Call dialog.");
 }

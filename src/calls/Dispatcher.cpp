@@ -1,7 +1,5 @@
 #include "calls/Dispatcher.h"
 
-#include <limits>
-
 #include "calls/CallHistory.h"
 #include "calls/HtmlNotes.h"
 #include "calls/RecordingLink.h"
@@ -57,6 +55,24 @@ Dispatcher::Dispatcher(Form& form, Dialer& dialer, ContactSearch& search, CallHi
       clock_(clock) {}
 
 void Dispatcher::ProcessCall() {
+    if (processing_)
+        return;
+    processing_ = true;
+    const auto finish = [this] {
+        processing_ = false;
+        if (afterCall_)
+            afterCall_();
+    };
+    try {
+        DialOrHandleEvent();
+    } catch (...) {
+        finish();
+        throw;
+    }
+    finish();
+}
+
+void Dispatcher::DialOrHandleEvent() {
     const double begin = clock_.Timer();
     if (form_.visible())
         form_.SelectTab(form_.tabstripOptions, OptionsTab::status);
@@ -175,7 +191,7 @@ void Dispatcher::PrepareLink() {
     if (form_.chkDelayAddingLink.checked()) {
         const std::wstring& seconds = form_.txtDelayAddingLinkSeconds.text();
         const std::int64_t milliseconds = std::int64_t{LongFromText(seconds)} * 1000;
-        if (milliseconds > std::numeric_limits<std::int32_t>::max()) {
+        if (milliseconds != static_cast<std::int32_t>(milliseconds)) {
             throw MakeRuntimeError(ErrorNumber::Overflow);
         }
         status_.WriteStatus(Join(L"Delaying adding link for ", seconds, L" seconds."));

@@ -24,13 +24,18 @@ public:
     Dispatcher(Form& form, Dialer& dialer, ContactSearch& search, CallHistory& history,
                RecordingLink& recordingLink, HtmlNotes& notes, StatusWriter& status, Clock& clock);
 
-    // Reads the parameter boxes and the settings; reports only by status lines.
+    // Reads the parameter boxes and the settings; reports only by status lines. The user can reach
+    // the window during its waits: a call that is asked for while one is processed is not begun.
     void ProcessCall();
+    [[nodiscard]] bool processing() const { return processing_; }
+    // Runs when the call has been processed, whatever came of it.
+    void setAfterCall(std::function<void()> afterCall) { afterCall_ = std::move(afterCall); }
 
     // GoldMine's Complete Call dialog came up: fills in what the last history prepared.
     void FillInCallDialog(std::int32_t windowHandle);
 
 private:
+    void DialOrHandleEvent();
     bool InboundSearch();
     void History(bool foundInThisRun);
     void CreateHistoryForEvent();
@@ -46,6 +51,8 @@ private:
     Clock& clock_;
     RecordingLinkState link_;
     std::wstring refText_;
+    bool processing_ = false;
+    std::function<void()> afterCall_;
 };
 
 }  // namespace corvane

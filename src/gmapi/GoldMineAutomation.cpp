@@ -39,15 +39,21 @@ void GoldMineAutomation::Connect() {
     ThrowIfFailed(CoCreateInstance(identifiers_->automationClass, nullptr, CLSCTX_LOCAL_SERVER,
                                    goldMineInterface,
                                    reinterpret_cast<void**>(object.GetAddressOf())));
-    if (identifiers_->windowUpDown != DISPID_UNKNOWN) {
+    // Set before listening begins: an event may come at once and send commands of its own.
+    object_ = std::move(object);
+    if (identifiers_->windowUpDown == DISPID_UNKNOWN)
+        return;
+    try {
         subscription_ = std::make_unique<WindowUpDownSubscription>(
-            *object.Get(), identifiers_->eventInterface, identifiers_->windowUpDown,
+            *object_.Get(), identifiers_->eventInterface, identifiers_->windowUpDown,
             [this](const std::wstring& windowName, bool up, std::int32_t windowHandle) {
                 if (handler_)
                     handler_(windowName, up, windowHandle);
             });
+    } catch (const RuntimeError&) {
+        Release();
+        throw;
     }
-    object_ = std::move(object);
 }
 
 std::wstring GoldMineAutomation::Send(const std::wstring& command) {

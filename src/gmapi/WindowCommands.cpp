@@ -16,16 +16,23 @@ std::wstring StatusDigit(const std::wstring& reply) {
     return reply.size() > position ? reply.substr(position, 1) : std::wstring();
 }
 
-// While the dialog is being filled in, GoldMine's commands let further events in.
-class Handling {
+// While the dialog is being filled in, GoldMine's commands let further events in. Afterwards it is
+// no longer awaited, even when filling it in failed.
+class HandledOnce {
 public:
-    explicit Handling(bool& flag) : flag_(flag) { flag_ = true; }
-    ~Handling() { flag_ = false; }
-    Handling(const Handling&) = delete;
-    Handling& operator=(const Handling&) = delete;
+    HandledOnce(bool& handling, bool& watching) : handling_(handling), watching_(watching) {
+        handling_ = true;
+    }
+    ~HandledOnce() {
+        handling_ = false;
+        watching_ = false;
+    }
+    HandledOnce(const HandledOnce&) = delete;
+    HandledOnce& operator=(const HandledOnce&) = delete;
 
 private:
-    bool& flag_;
+    bool& handling_;
+    bool& watching_;
 };
 
 }  // namespace
@@ -78,10 +85,11 @@ void WindowCommands::moGMUI_WindowUpDown(const std::wstring& windowName, bool up
         return;
     if (handlingCallDialog_)
         return;
-    const Handling once(handlingCallDialog_);
-    if (onCallDialog_)
-        onCallDialog_(windowHandle);
-    watchingCallDialog_ = false;
+    {
+        const HandledOnce once(handlingCallDialog_, watchingCallDialog_);
+        if (onCallDialog_)
+            onCallDialog_(windowHandle);
+    }
     status_.WriteStatus(L"Finished opening Complete Call dialog before saving in history.");
 }
 

@@ -1,7 +1,5 @@
 #include "gmapi/WindowUpDownSink.h"
 
-#include <new>
-
 #include "platform/Bstr.h"
 #include "platform/ComError.h"
 #include "platform/ComObject.h"
@@ -37,6 +35,8 @@ public:
         constexpr UINT argumentCount = 3;
         if (!parameters || parameters->cArgs < argumentCount)
             return DISP_E_BADPARAMCOUNT;
+        // The handler may end the subscription, and with it the last other reference.
+        const ComPtr<IDispatch> alive(this);
         // No exception may cross the COM border; the handler reports its own errors.
         try {
             // Arguments arrive in reverse order.
@@ -46,15 +46,17 @@ public:
             Variant handle;
             ThrowIfFailed(VariantChangeType(name.get(), last, 0, VT_BSTR));
             ThrowIfFailed(VariantChangeType(up.get(), last - 1, 0, VT_BOOL));
-            ThrowIfFailed(VariantChangeType(handle.get(), last - 2, 0, VT_I4));
+            // A handle has 32 significant bits, in whatever type it comes.
+            ThrowIfFailed(VariantChangeType(handle.get(), last - 2, 0, VT_I8));
             const std::wstring windowName(name->bstrVal ? name->bstrVal : L"",
                                           SysStringLen(name->bstrVal));
-            handler_(windowName, up->boolVal != VARIANT_FALSE, handle->lVal);
+            handler_(windowName, up->boolVal != VARIANT_FALSE,
+                     static_cast<std::int32_t>(handle->llVal));
             return S_OK;
         } catch (const RuntimeError&) {
             return DISP_E_TYPEMISMATCH;
-        } catch (const std::bad_alloc&) {
-            return E_OUTOFMEMORY;
+        } catch (...) {
+            return E_FAIL;
         }
     }
 

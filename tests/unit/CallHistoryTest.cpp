@@ -161,6 +161,17 @@ INSTANTIATE_TEST_SUITE_P(
         L"<GMAPI call=\"MenuCommand\"><status code=\"1\">The command was executed</status>"
         L"</GMAPI>"));
 
+TEST_F(CallHistoryTest, AMenuCommandThatRaisesIsNotWaitedForEither) {
+    form.optCompleteScheduledCall.setSelected(true);
+    goldMine.onSend = [&](const std::wstring& sent) {
+        if (sent.find(L"MenuCommand") != std::wstring::npos)
+            goldMine.sendError = CompleteError(91);
+    };
+    EXPECT_EQ(ErrorOf([&] { history.OpenCompleteCallDialog(); }).number, 91);
+    EXPECT_FALSE(windows.WatchingCallDialog());
+    EXPECT_TRUE(windows.CallDialogRegistered());
+}
+
 struct Direction {
     std::wstring callType;
     std::wstring command;

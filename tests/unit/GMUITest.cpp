@@ -160,6 +160,7 @@ TEST_F(GMUITest, AnyOtherErrorIsPassedOnWithTheProcedureBeforeItsSource) {
     EXPECT_EQ(error.number, -2147352567);
     EXPECT_EQ(error.source, L"GMUI_Execute: GoldMine.UI");
     EXPECT_EQ(error.description, L"something broke");
+    EXPECT_FALSE(goldMine.connected()) << "the next command creates the object afresh";
     EXPECT_EQ(error.helpFile, L"gm.hlp");
     EXPECT_EQ(error.helpContext, 1234);
     ExpectNoLines();

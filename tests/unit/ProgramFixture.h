@@ -111,6 +111,7 @@ struct TestProgram {
         windows.setCallDialogHandler(
             [this](std::int32_t windowHandle) { dispatcher.FillInCallDialog(windowHandle); });
         actions.setCloseWindow([this] { Close(); });
+        dispatcher.setAfterCall([this] { actions.CallProcessed(); });
     }
     ~TestProgram() { around.goldMine.setWindowUpDownHandler(nullptr); }
     TestProgram(const TestProgram&) = delete;

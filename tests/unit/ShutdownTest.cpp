@@ -153,6 +153,30 @@ TEST_F(ShutdownTest, AHandledDialogIsNotWaitedForButItsReportIsWithdrawn) {
     EXPECT_EQ(around.goldMine.commands, (Strings{watch, unwatch}));
 }
 
+TEST_F(ShutdownTest, ASecondCloseDuringTheWaitDoesNothing) {
+    TestProgram& made = Make();
+    around.RunGoldMine();
+    made.form.setVisible(true);
+    made.form.SettingsDirty = true;
+    around.boxes.answers = {BoxAnswer::No};
+    made.windows.RegisterWindowUpDown(L"DIALOGSCHEDULECOMPLETE", true);
+    around.clock.onPump = [&] { EXPECT_FALSE(made.actions.MayClose()); };
+    EXPECT_TRUE(made.shutdown.Unload());
+    EXPECT_EQ(around.boxes.Take(), std::vector<ShownBox>{saveQuestion});
+    EXPECT_EQ(Lines().size(), 11u);
+    EXPECT_EQ(around.goldMine.commands, (Strings{watch, unwatch}));
+}
+
+TEST_F(ShutdownTest, AfterCancelTheWindowCanBeClosedAgain) {
+    TestProgram& made = Make();
+    made.form.setVisible(true);
+    made.form.SettingsDirty = true;
+    around.boxes.answers = {BoxAnswer::Cancel, BoxAnswer::No};
+    EXPECT_FALSE(made.shutdown.Unload());
+    EXPECT_TRUE(made.shutdown.Unload());
+    EXPECT_EQ(around.boxes.Take().size(), 2u);
+}
+
 TEST_F(ShutdownTest, WhenGoldMineIsGoneNothingIsWithdrawn) {
     TestProgram& made = Make();
     made.windows.RegisterWindowUpDown(L"DIALOGSCHEDULECOMPLETE", true);

@@ -1,5 +1,7 @@
 #include "app/UserActions.h"
 
+#include <algorithm>
+
 #include "ProgramFixture.h"
 #include "StatusLines.h"
 
@@ -144,6 +146,41 @@ TEST_F(UserActionsTest, LeavingABoxRunsItsCheck) {
     EXPECT_TRUE(made.actions.MayLeave(made.form.txtCallType, true));
     EXPECT_EQ(made.form.txtCallType.text(), L"I");
     EXPECT_TRUE(made.form.cmdProcessCall.enabled());
+}
+
+TEST_F(UserActionsTest, WhileACallIsProcessedNoOtherBeginsAndTheWindowClosesAfterIt) {
+    around.RunGoldMine();
+    around.AnswerMacro(L"Phone1", L"(555)123-4567");
+    around.StoreOption(L"chkCreateHistory", L"1");
+    around.StoreOption(L"chkAutoOpenHistory", L"0");
+    around.StoreOption(L"chkCreateLink", L"1");
+    around.StoreOption(L"txtLinkedItemPath", L"C:\\Rec");
+    around.files.folders = {L"C:\\Rec"};
+    TestProgram& made = Make();
+    ASSERT_EQ(made.Run(), RunOutcome::WindowShown);
+    around.goldMine.answerAll = [](const std::wstring& command) {
+        const bool insert = command.find(L"InsHist") != std::wstring::npos;
+        const std::wstring call = insert ? L"InsHist" : L"Macro";
+        return L"<GMAPI call=\"" + call + L"\"><status code=\"1\">(555)123-4567</status></GMAPI>";
+    };
+    made.form.txtNotifType.setText(L"C");
+    made.form.txtCallType.setText(L"I");
+    made.form.txtCallerIDFormatted.setText(L"(555)123-4567");
+    made.form.cmdProcessCall.setEnabled(true);
+    // The delay before the recording link lets the user reach the window.
+    around.clock.onPump = [&] {
+        around.clock.onPump = nullptr;
+        made.actions.ButtonClicked(made.form.cmdProcessCall);
+        made.actions.ButtonClicked(made.form.cmdExit);
+        EXPECT_FALSE(made.closed);
+    };
+    made.actions.ButtonClicked(made.form.cmdProcessCall);
+
+    EXPECT_TRUE(made.closed);
+    const Strings lines = StatusLines(made.form);
+    EXPECT_EQ(std::count(lines.begin(), lines.end(), L"Creating history at connection of call."),
+              1);
+    EXPECT_EQ(lines.back(), L"Finished unloading form and closing program.");
 }
 
 TEST_F(UserActionsTest, ActivationBringsTheFocusToAnEnabledProcessCall) {

@@ -226,6 +226,7 @@ TEST_F(WindowCommandsTest, AnErrorWhileTheDialogIsFilledInGoesToTheCaller) {
     EXPECT_EQ(
         ErrorOf([&] { windows.moGMUI_WindowUpDown(L"DIALOGSCHEDULECOMPLETE", true, 1); }).number,
         13);
+    EXPECT_FALSE(windows.WatchingCallDialog()) << "it was handled, if without success";
     ExpectNoLines();
 }
 
