@@ -1,19 +1,22 @@
 #!/usr/bin/env bash
 # Takes a picture of every tab of the settings window, at 96 and at 192 dots per inch:
-# screenshots.sh [x86|x64] [folder]   (folder: build/screenshots)
+# screenshots.sh [x86|x64] [folder] [build folder]
 #
-# The build must have been made. The pictures in docs/images/ are copies of these.
+# The pictures go to build/screenshots unless a folder is named; the build, in
+# build/<architecture>-release unless another is named, must have been made. Fails when a picture
+# cannot be taken, has not the window's width, or shows next to nothing. The pictures in
+# docs/images/ are copies of these.
 set -euo pipefail
 # shellcheck source=scripts/wine-common.sh
 . "$(dirname "$0")/wine-common.sh"
 
 architecture=${1:-x86}
 folder=$(realpath -m "${2:-$top/build/screenshots}")
-build=$top/build/$architecture-release
+build=$(realpath -m "${3:-$top/build/$architecture-release}")
 [ -f "$build/tests/drive.exe" ] || fail "build $architecture-release first: ./test.sh $architecture"
 
 if [ "${CORVANE_DESKTOP:-}" != "$architecture" ]; then
-    exec "$top/scripts/with-desktop.sh" "$architecture" "$0" "$architecture" "$folder"
+    exec "$top/scripts/with-desktop.sh" "$architecture" "$0" "$architecture" "$folder" "$build"
 fi
 use_wine "$architecture"
 wine=$top/scripts/wine-$architecture.sh
@@ -37,13 +40,28 @@ set_text 'HKLM\SOFTWARE\3CX\CRM' CommandLineAPILogLevel ImportantEvents
 "$wine" reg delete 'HKCU\SOFTWARE\Halvorn Systems\CorvaneTo3CX' /f >/dev/null 2>&1 ||
     say "there were no settings yet"
 
-# picture <name>: the program's window without the desktop around it.
+# picture <name> <width in twips>: the program's window without the desktop around it.
 picture() {
-    sleep 0.5  # the window has to paint
-    local window
+    local window file=$folder/$1-$dpi.png expected width share=0
     window=$(xwininfo -root -tree | awk '/"Halvorn Corvane to 3CX"/ { print $1; exit }')
     [ -n "$window" ] || fail "the window is not there"
-    import -window "$window" "$folder/$1-$dpi.png"
+    # Until everything is painted, two pictures in a row differ.
+    local before='' now=
+    for _ in $(seq 20); do
+        sleep 0.2
+        import -window "$window" "$file"
+        now=$(identify -format '%#' "$file")
+        [ "$now" != "$before" ] || break
+        before=$now
+    done
+    expected=$(($2 * dpi / 1440))
+    width=$(identify -format '%w' "$file")
+    [ "$width" -ge "$expected" ] && [ "$width" -le $((expected + 1)) ] ||
+        fail "$file is $width pixels wide and not $expected"
+    share=$(convert "$file" -format '%c' histogram:info:- |
+        awk '{ count = $1 + 0; all += count; if (count > most) most = count }
+             END { printf "%d", 100 * most / all }')
+    [ "$share" -le 95 ] || fail "$file shows nothing: $share % of it are one colour"
 }
 
 program=
@@ -62,7 +80,7 @@ for dpi in 96 192; do
     tab=0
     for name in general callerid-handling goldmine-history advanced status about; do
         drive tab tabstripOptions "$tab"
-        picture "$name"
+        picture "$name" 7570
         tab=$((tab + 1))
     done
     drive tab tabstripOptions 0
@@ -70,7 +88,7 @@ for dpi in 96 192; do
     tab=0
     for name in params-from-goldmine params-from-3cx paths registry; do
         drive tab tabstripParams "$tab"
-        picture "$name"
+        picture "$name" 13920
         tab=$((tab + 1))
     done
     drive close

@@ -38,13 +38,17 @@ run_packages=(
     wine64
     xvfb
 )
+picture_packages=(
+    imagemagick
+    x11-utils
+)
 
 mode=${1:-}
 wanted=("${build_packages[@]}")
 case $mode in
 build) ;;
-test) wanted+=("${run_packages[@]}" clang-format) ;;
-demo) wanted+=("${run_packages[@]}" imagemagick) ;;
+test) wanted+=("${run_packages[@]}" "${picture_packages[@]}" clang-format) ;;
+demo) wanted+=("${run_packages[@]}" "${picture_packages[@]}") ;;
 *) echo "usage: ${0##*/} build|test|demo [x86]" >&2; exit 2 ;;
 esac
 # Node.js of any origin does, as long as it brings npm.
