@@ -1,0 +1,229 @@
+#include <map>
+
+#include "WindowTest.h"
+
+namespace end_to_end {
+namespace {
+
+const Box masterQuestion{
+    "The program must be reloaded to re-enable the link between GoldMine and 3CX. Okay to save "
+    "your settings and exit? You can then re-start the program.",
+    "Yes No"};
+const Box contactsQuestion{
+    "Has your system administrator added database indexes on the ContSupp.Phone and ContSupp.Fax "
+    "fields? This is required in order for this function to work efficiently.",
+    "Yes No"};
+
+// The boxes that rules look at.
+using State = std::map<std::string, bool>;
+const std::vector<std::string> controllingBoxes = {
+    "chkTrimOutboundPrefix", "chkIgnoreShortCallerID",
+    "chkPopOnInboundCall",   "chkCreateHistory",
+    "chkCreateLink",         "chkDelayAddingLink",
+    "chkAutoOpenHistory",    "chkConfirmRecentRecordingFile",
+    "chkAlwaysShowForm"};
+
+// Which controls have to be usable, from the rules as they are told to users.
+State Expected(const State& checked, bool openBeforeSaving) {
+    const bool history = checked.at("chkCreateHistory");
+    const bool link = history && checked.at("chkCreateLink");
+    const bool open = history && checked.at("chkAutoOpenHistory");
+    return {
+        {"txtOutboundMaxLength", checked.at("chkTrimOutboundPrefix")},
+        {"txtCallerIDMinLength", checked.at("chkIgnoreShortCallerID")},
+        {"optPopOnInboundCallStart", checked.at("chkPopOnInboundCall")},
+        {"optPopOnInboundCallConnect", checked.at("chkPopOnInboundCall")},
+        {"optProcessStart", history},
+        {"optProcessConnect", history},
+        {"optProcessEnd", history},
+        {"chkFillInRef", history},
+        {"chkAutoOpenHistory", history},
+        {"chkCreateLink", history},
+        {"txtLinkedItemPath", link},
+        {"chkDelayAddingLink", link},
+        {"chkConfirmRecentRecordingFile", link},
+        {"chkConfirmLinkCallIdentifier", link},
+        {"lblDelayAddingLinkSeconds", link},
+        {"lblRecordingFileMaxAgeSeconds", link},
+        {"txtDelayAddingLinkSeconds", link && checked.at("chkDelayAddingLink")},
+        {"txtRecordingFileMaxAgeSeconds", link && checked.at("chkConfirmRecentRecordingFile")},
+        {"optOpenHistoryBeforeSaving", open},
+        {"optOpenHistoryAfterSaving", open},
+        {"optCompleteScheduledCall", open && openBeforeSaving},
+        {"optCompleteUnscheduledCall", open && openBeforeSaving},
+        {"chkAutoProcess", checked.at("chkAlwaysShowForm")},
+    };
+}
+
+State Usable(HWND window, const State& controls) {
+    State usable;
+    for (const auto& each : controls) {
+        usable[each.first] = ControlEnabled(window, each.first);
+    }
+    return usable;
+}
+
+}  // namespace
+
+class WindowRulesTest : public WindowTest {};
+
+TEST_F(WindowRulesTest, EverySampledStateEnablesWhatTheRulesSay) {
+    // Neighbours in the sample differ in many boxes, so that chains go on and off as a whole.
+    constexpr unsigned step = 149;
+    constexpr int samples = 24;
+    GoldMine();
+    ProgramRun run = Start("");
+    const HWND window = Show(run);
+    unsigned bits = 0;
+
+    for (int sample = 0; sample < samples; ++sample, bits += step) {
+        State wanted;
+        for (size_t i = 0; i < controllingBoxes.size(); ++i) {
+            wanted[controllingBoxes[i]] = ((bits >> i) & 1u) != 0;
+        }
+        const bool before = ((bits >> 2) & 1u) != 0;
+        // Only what is usable can be clicked: parents are switched on for that.
+        for (const char* parent : {"chkCreateHistory", "chkCreateLink", "chkAutoOpenHistory"}) {
+            if (!Checked(window, parent)) {
+                Click(window, parent);
+            }
+        }
+        Click(window, before ? "optOpenHistoryBeforeSaving" : "optOpenHistoryAfterSaving");
+        for (const char* child :
+             {"chkDelayAddingLink", "chkConfirmRecentRecordingFile", "chkAutoOpenHistory",
+              "chkCreateLink", "chkCreateHistory", "chkTrimOutboundPrefix",
+              "chkIgnoreShortCallerID", "chkPopOnInboundCall", "chkAlwaysShowForm"}) {
+            if (Checked(window, child) != wanted.at(child)) {
+                Click(window, child);
+            }
+        }
+        const State expected = Expected(wanted, before);
+        EXPECT_EQ(Usable(window, expected), expected) << "sample " << sample;
+    }
+    Close(run, window);
+}
+
+TEST_F(WindowRulesTest, AnOptionClearsItsGroupAndNoOther) {
+    CloseGoldMine();
+    ProgramRun run = Start("");
+    const HWND window = Show(run);
+
+    Click(window, "optProcessEnd");
+
+    EXPECT_TRUE(Checked(window, "optProcessEnd"));
+    EXPECT_FALSE(Checked(window, "optProcessStart"));
+    EXPECT_FALSE(Checked(window, "optProcessConnect"));
+    EXPECT_TRUE(Checked(window, "optPopOnInboundCallStart"));
+    EXPECT_TRUE(Checked(window, "optPopNewWindow"));
+    EXPECT_TRUE(Checked(window, "optPhone123"));
+    EXPECT_TRUE(Checked(window, "optOpenHistoryBeforeSaving"));
+    Close(run, window);
+}
+
+TEST_F(WindowRulesTest, TheMasterSwitchLeavesOnlyItselfSaveAndExit) {
+    CloseGoldMine();
+    ProgramRun run = Start("");
+    const HWND window = Show(run);
+
+    Click(window, "chkGlobalEnable");
+
+    for (const char* usable : {"chkGlobalEnable", "frameGlobal", "cmdSaveSettings", "cmdExit"}) {
+        EXPECT_TRUE(ControlEnabled(window, usable)) << usable;
+    }
+    for (const char* disabled :
+         {"tabstripOptions", "chkTrimOutboundPrefix", "txtOutboundMaxLength", "cmdParams",
+          "cmdDefaults", "cmdProcessCall", "chkCreateHistory", "txtStatus"}) {
+        EXPECT_FALSE(ControlEnabled(window, disabled)) << disabled;
+    }
+    Close(run, window);
+}
+
+TEST_F(WindowRulesTest, TheMasterSwitchAnsweredNoStaysOff) {
+    CloseGoldMine();
+    Set("chkGlobalEnable", "0");
+    ProgramRun run = Start("");
+    const HWND window = Show(run);
+
+    PressControl(window, "chkGlobalEnable");
+    run.Answer("No");
+
+    EXPECT_FALSE(Checked(window, "chkGlobalEnable"));
+    PostMessageW(window, WM_CLOSE, 0, 0);
+    // No question at the end: nothing counts as changed.
+    EXPECT_EQ(Finish(run).boxes, Boxes{masterQuestion});
+    EXPECT_EQ(OwnValue("chkGlobalEnable"), "0");
+}
+
+TEST_F(WindowRulesTest, TheMasterSwitchAnsweredYesSavesAndEnds) {
+    CloseGoldMine();
+    Set("chkGlobalEnable", "0");
+    ProgramRun run = Start("");
+    const HWND window = Show(run);
+
+    PressControl(window, "chkGlobalEnable");
+
+    EXPECT_EQ(Finish(run, {"Yes"}).boxes, Boxes{masterQuestion});
+    EXPECT_EQ(OwnValue("chkGlobalEnable"), "1");
+}
+
+TEST_F(WindowRulesTest, AdditionalContactsAreSearchedOnlyAfterYes) {
+    CloseGoldMine();
+    ProgramRun run = Start("");
+    const HWND window = Show(run);
+
+    PressControl(window, "chkSearchInAddlContacts");
+    run.Answer("No");
+    EXPECT_FALSE(Checked(window, "chkSearchInAddlContacts"));
+    PressControl(window, "chkSearchInAddlContacts");
+    run.Answer("Yes");
+    EXPECT_TRUE(Checked(window, "chkSearchInAddlContacts"));
+    Click(window, "chkSearchInAddlContacts");
+    EXPECT_FALSE(Checked(window, "chkSearchInAddlContacts"));
+
+    // Yes counted as a change.
+    EXPECT_EQ(
+        Close(run, window).boxes,
+        (Boxes{contactsQuestion,
+               contactsQuestion,
+               {"Do you want to save configuration changes before exiting?", "Yes No Cancel"}}));
+}
+
+TEST_F(WindowRulesTest, RestoringDefaultsSparesTheMasterSwitchAndSavesNothing) {
+    CloseGoldMine();
+    SetAll({{"txtOutboundMaxLength", "7"},
+            {"chkFormatCallerID", "0"},
+            {"optProcessEnd", "True"},
+            {"chkWriteLog", "1"}});
+    ProgramRun run = Start("");
+    const HWND window = Show(run);
+
+    Click(window, "cmdDefaults");
+
+    EXPECT_EQ(ControlText(window, "txtOutboundMaxLength"), "10");
+    EXPECT_TRUE(Checked(window, "chkFormatCallerID"));
+    EXPECT_TRUE(Checked(window, "optProcessConnect"));
+    EXPECT_FALSE(Checked(window, "optProcessEnd"));
+    EXPECT_FALSE(Checked(window, "chkWriteLog"));
+    EXPECT_TRUE(Checked(window, "chkGlobalEnable"));
+    Close(run, window);
+    EXPECT_EQ(OwnValue("txtOutboundMaxLength"), "7");
+    EXPECT_EQ(OwnValue("chkFormatCallerID"), "0");
+}
+
+TEST_F(WindowRulesTest, SavingStoresWhatTheWindowShows) {
+    CloseGoldMine();
+    ProgramRun run = Start("");
+    const HWND window = Show(run);
+
+    Type(window, "txtCallerIDFormat", L" ##-## ");
+    Click(window, "optPhone1Only");
+    Click(window, "cmdSaveSettings");
+
+    EXPECT_EQ(OwnValue("txtCallerIDFormat"), " ##-## ");
+    EXPECT_EQ(OwnValue("optPhone1Only"), "True");
+    EXPECT_EQ(OwnValue("optPhone123"), "False");
+    PostMessageW(window, WM_CLOSE, 0, 0);
+    EXPECT_EQ(Finish(run).boxes, Boxes{}) << "all is saved";
+}
+
+}  // namespace end_to_end

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <string>
+
+#include "EndToEndTest.h"
+
+namespace end_to_end {
+
+// The program's settings window, used as a person at the screen would: by its controls.
+class WindowTest : public EndToEndTest {
+protected:
+    // A settings run beside the practice GoldMine, or without one.
+    HWND Show(ProgramRun& run);
+    // Without answering the exit prompt with anything but No.
+    Outcome Close(ProgramRun& run, HWND window);
+
+    static bool Checked(HWND window, const std::string& control);
+    // Clicks and waits until the program has done with it.
+    static void Click(HWND window, const std::string& control);
+    static void Type(HWND window, const std::string& control, const std::wstring& text);
+    static void SelectTab(HWND window, const std::string& strip, int tab);
+    // Gives the focus; the box that had it is left.
+    static void Focus(HWND window, const std::string& control);
+    static bool HasFocus(HWND window, const std::string& control);
+    static bool TextIs(HWND window, const std::string& control, const std::string& text);
+};
+
+}  // namespace end_to_end
