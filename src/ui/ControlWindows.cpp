@@ -136,9 +136,12 @@ void ControlWindows::CreateControl(const Control& control) {
     }
     if (spec.kind == ControlKind::TabStrip)
         AddTabs(static_cast<const TabStrip&>(control));
-    // The system's limit of 32K is lifted.
-    if (spec.kind == ControlKind::TextBox)
-        SendMessageW(native, EM_SETLIMITTEXT, 0, 0);
+    if (spec.kind == ControlKind::TextBox) {
+        // Longer lines than any path are no input, and more than the system can draw.
+        constexpr WPARAM longestLine = 32767;
+        const WPARAM limit = spec.has(ControlTrait::multiLine) ? 0 : longestLine;
+        SendMessageW(native, EM_SETLIMITTEXT, limit, 0);
+    }
     if (&control == &form_.txtStatus)
         status_.Attach(native);
     if (spec.kind == ControlKind::TextBox)

@@ -27,8 +27,10 @@ void LogBox::Attach(HWND native) {
 void LogBox::ShowText() {
     busy_ = true;
     SetWindowTextW(native_, model_.text().c_str());
-    busy_ = false;
     shown_ = model_.text().size();
+    SendMessageW(native_, EM_SETSEL, shown_, static_cast<LPARAM>(shown_));
+    SendMessageW(native_, EM_SCROLLCARET, 0, 0);
+    busy_ = false;
 }
 
 void LogBox::ShowAppended() {

@@ -14,7 +14,7 @@ namespace corvane {
 namespace {
 
 constexpr wchar_t windowClass[] = L"frmCorvaneTo3CX";
-constexpr UINT leaveBox = WM_APP + 1;  // wParam: the row of the box that lost the focus
+constexpr UINT focusSettled = WM_APP + 1;  // after a box lost the focus
 
 }  // namespace
 
@@ -145,8 +145,30 @@ void MainWindow::RunMessageLoop() {
 }
 
 bool MainWindow::OnKey(const MSG& message) {
-    if (message.message != WM_KEYDOWN || GetKeyState(VK_CONTROL) >= 0)
+    if (message.message != WM_KEYDOWN)
         return false;
+    return GetKeyState(VK_CONTROL) < 0 ? OnControlKey(message) : OnKeyInManyLines(message);
+}
+
+// A box of many lines would keep these keys for itself.
+bool MainWindow::OnKeyInManyLines(const MSG& message) {
+    const Control* control = controls_.FindById(GetDlgCtrlID(message.hwnd));
+    if (!control || control->spec().kind != ControlKind::TextBox ||
+        !control->spec().has(ControlTrait::multiLine))
+        return false;
+    if (message.wParam == VK_TAB) {
+        const BOOL backwards = GetKeyState(VK_SHIFT) < 0;
+        ::SetFocus(GetNextDlgTabItem(window_, message.hwnd, backwards));
+        return true;
+    }
+    if (message.wParam == VK_ESCAPE) {
+        OnCommand(IDCANCEL, 0);
+        return true;
+    }
+    return false;
+}
+
+bool MainWindow::OnControlKey(const MSG& message) {
     switch (message.wParam) {
         case VK_TAB:
             StepThroughTabs(message.hwnd, GetKeyState(VK_SHIFT) < 0 ? -1 : 1);
@@ -189,7 +211,12 @@ LRESULT CALLBACK MainWindow::WindowProcedure(HWND window, UINT message, WPARAM w
     auto* self = reinterpret_cast<MainWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
     if (!self)
         return DefWindowProcW(window, message, wParam, lParam);
-    return self->OnMessage(message, wParam, lParam);
+    try {
+        return self->OnMessage(message, wParam, lParam);
+    } catch (...) {
+        // Actions report their own errors; what is left here is want of memory for a text.
+        return 0;
+    }
 }
 
 LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -203,8 +230,8 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
                 OnTabSelected(header.hwndFrom);
             return 0;
         }
-        case leaveBox:
-            OnLeave(static_cast<TextBox&>(*form_.controls()[wParam]));
+        case focusSettled:
+            OnFocusSettled();
             return 0;
         case WM_ACTIVATE:
             OnActivate(LOWORD(wParam) != WA_INACTIVE);
@@ -224,12 +251,13 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             }
             break;
         case WM_CLOSE:
-            if (actions_.MayClose())
+            if (LeaveBox() && actions_.MayClose())
                 DestroyWindow(window_);
             return 0;
         case WM_DESTROY: {
             const HWND destroyed = std::exchange(window_, nullptr);
             SetWindowLongPtrW(destroyed, GWLP_USERDATA, 0);
+            form_.setVisible(false);
             PostQuitMessage(0);
             return 0;
         }
@@ -265,7 +293,8 @@ void MainWindow::OnDpiChanged(const RECT& suggested) {
 void MainWindow::OnCommand(int controlId, int notification) {
     if (controlId == IDCANCEL) {
         // Esc closes like the Exit button.
-        actions_.ButtonClicked(form_.cmdExit);
+        if (LeaveBox())
+            actions_.ButtonClicked(form_.cmdExit);
         return;
     }
     Control* control = controls_.FindById(controlId);
@@ -279,7 +308,9 @@ void MainWindow::OnCommand(int controlId, int notification) {
         return;
     switch (control->spec().kind) {
         case ControlKind::CommandButton:
-            actions_.ButtonClicked(static_cast<CommandButton&>(*control));
+            // A mnemonic presses the button before the focus has settled on it.
+            if (LeaveBox())
+                actions_.ButtonClicked(static_cast<CommandButton&>(*control));
             break;
         case ControlKind::CheckBox:
             actions_.CheckBoxClicked(static_cast<CheckBox&>(*control));
@@ -297,7 +328,7 @@ void MainWindow::OnTextBox(TextBox& box, int notification) {
         return;
     switch (notification) {
         case EN_SETFOCUS:
-            textOnEntry_.try_emplace(box.row(), box.text());
+            Enter(box);
             break;
         case EN_CHANGE:
             typedInto_ = &box;  // the window shows it already
@@ -305,22 +336,52 @@ void MainWindow::OnTextBox(TextBox& box, int notification) {
             typedInto_ = nullptr;
             break;
         case EN_KILLFOCUS:
-            // Checked when the focus has settled: the check may show a message box.
-            PostMessageW(window_, leaveBox, box.row(), 0);
+            // Decided when the focus has settled, and not for the focus moves of a check.
+            if (&box == entered_ && !leaving_)
+                PostMessageW(window_, focusSettled, 0, 0);
             break;
         default:
             break;
     }
 }
 
-void MainWindow::OnLeave(TextBox& box) {
-    const auto entry = textOnEntry_.find(box.row());
-    const bool changed = entry != textOnEntry_.end() && entry->second != box.text();
-    if (actions_.MayLeave(box, changed)) {
-        textOnEntry_.erase(box.row());
-    } else {
+// A box that is still to be left keeps the visit until its check is done.
+void MainWindow::Enter(TextBox& box) {
+    if (entered_)
+        return;
+    entered_ = &box;
+    textOnEntry_ = box.text();
+}
+
+// The user went on to another control. Another program's window is no leaving: the check would
+// pull the user back with a message box.
+void MainWindow::OnFocusSettled() {
+    const HWND focus = GetFocus();
+    if (!entered_ || focus == controls_.of(*entered_) || !IsChild(window_, focus))
+        return;
+    if (!LeaveBox())
+        return;
+    Control* control = controls_.FindById(GetDlgCtrlID(GetFocus()));
+    if (control && control->spec().kind == ControlKind::TextBox &&
+        !control->spec().has(ControlTrait::readOnly))
+        Enter(static_cast<TextBox&>(*control));
+}
+
+// Checks the box that the user is in; false keeps the focus there.
+bool MainWindow::LeaveBox() {
+    if (!entered_)
+        return true;
+    if (leaving_)
+        return false;
+    leaving_ = true;
+    TextBox& box = *entered_;
+    const bool left = actions_.MayLeave(box, textOnEntry_ != box.text());
+    if (left)
+        entered_ = nullptr;
+    else
         form_.SetFocus(box);
-    }
+    leaving_ = false;
+    return left;
 }
 
 void MainWindow::OnTabSelected(HWND strip) {

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <string>
-#include <unordered_map>
 
 #include "ui/ControlWindows.h"
 #include "ui/Form.h"
@@ -39,10 +38,14 @@ private:
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
     void OnCommand(int controlId, int notification);
     void OnTextBox(TextBox& box, int notification);
-    void OnLeave(TextBox& box);
+    void Enter(TextBox& box);
+    void OnFocusSettled();
+    bool LeaveBox();
     void OnTabSelected(HWND strip);
     // Keys that belong to the window as a whole; false leaves the message to the dialog keyboard.
     bool OnKey(const MSG& message);
+    bool OnControlKey(const MSG& message);
+    bool OnKeyInManyLines(const MSG& message);
     void StepThroughTabs(HWND focused, int step);
     void KeepFocusUsable(const Control& changed, HWND before);
     [[nodiscard]] TabStrip& StripBeside(HWND native) const;
@@ -59,9 +62,10 @@ private:
     HWND window_ = nullptr;
     UINT dpi_ = 96;
     ControlWindows controls_;
-    HWND lastFocus_ = nullptr;  // comes back when the window becomes active again
-    // The text of each box when the focus came to it.
-    std::unordered_map<std::size_t, std::wstring> textOnEntry_;
+    HWND lastFocus_ = nullptr;    // comes back when the window becomes active again
+    TextBox* entered_ = nullptr;  // the box the user is in, or whose check is still to be done
+    std::wstring textOnEntry_;    // what it held then
+    bool leaving_ = false;        // its check runs: the focus moves of its boxes are no leaving
     const Control* typedInto_ = nullptr;
     bool showing_ = false;  // the form is being shown: what the controls tell is no input
 };

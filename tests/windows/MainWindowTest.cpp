@@ -84,6 +84,11 @@ protected:
         }
     }
 
+    static void PumpWhatIsPending() {
+        int rounds = 0;
+        static_cast<void>(PumpUntil([&rounds] { return ++rounds > 10; }));
+    }
+
     void Show() {
         form.setVisible(true);
         ASSERT_NE(window->handle(), nullptr);
@@ -418,6 +423,74 @@ TEST_F(MainWindowTest, BoxWhoseCheckFailsKeepsTheFocusUntilItPasses) {
     EXPECT_EQ(GetFocus(), Native(form.chkGlobalEnable));
 }
 
+TEST_F(MainWindowTest, TwoBoxesWhoseChecksFailDoNotFightForTheFocus) {
+    Show();
+    actions.mayLeave = false;
+    SetFocus(Native(form.txtOutboundMaxLength));
+    Type(form.txtOutboundMaxLength, L"x");
+    SetFocus(Native(form.txtCallerIDFormat));
+
+    ASSERT_TRUE(PumpUntil([this] { return !actions.told.empty(); }));
+    PumpWhatIsPending();
+
+    EXPECT_EQ(actions.told, (std::vector<std::wstring>{L"leave txtOutboundMaxLength changed"}));
+    EXPECT_EQ(GetFocus(), Native(form.txtOutboundMaxLength));
+}
+
+TEST_F(MainWindowTest, FromBoxToBoxEachIsLeftOnce) {
+    Show();
+    SetFocus(Native(form.txtOutboundMaxLength));
+    SetFocus(Native(form.txtCallerIDFormat));
+    ASSERT_TRUE(PumpUntil([this] { return actions.told.size() == 1; }));
+    Type(form.txtCallerIDFormat, L"#");
+    SetFocus(Native(form.cmdExit));
+    ASSERT_TRUE(PumpUntil([this] { return actions.told.size() == 2; }));
+    PumpWhatIsPending();
+    EXPECT_EQ(actions.told, (std::vector<std::wstring>{L"leave txtOutboundMaxLength unchanged",
+                                                       L"leave txtCallerIDFormat changed"}));
+}
+
+TEST_F(MainWindowTest, GoingToAnotherWindowIsNoLeaving) {
+    Show();
+    actions.mayLeave = false;
+    SetFocus(Native(form.txtOutboundMaxLength));
+    Type(form.txtOutboundMaxLength, L"x");
+    SetFocus(nullptr);
+    PumpWhatIsPending();
+    EXPECT_TRUE(actions.told.empty());
+    SetFocus(Native(form.txtOutboundMaxLength));
+    actions.mayLeave = true;
+    SetFocus(Native(form.cmdExit));
+    ASSERT_TRUE(PumpUntil([this] { return !actions.told.empty(); }));
+    EXPECT_EQ(actions.told, (std::vector<std::wstring>{L"leave txtOutboundMaxLength changed"}));
+}
+
+TEST_F(MainWindowTest, AButtonActsOnlyAfterTheCheckOfTheBoxThatTheUserIsIn) {
+    Show();
+    actions.mayLeave = false;
+    SetFocus(Native(form.txtOutboundMaxLength));
+    Type(form.txtOutboundMaxLength, L"x");
+    SendMessageW(window->handle(), WM_COMMAND,
+                 MAKEWPARAM(ControlId(form.cmdSaveSettings.row()), BN_CLICKED), 0);
+    EXPECT_EQ(actions.told, (std::vector<std::wstring>{L"leave txtOutboundMaxLength changed"}));
+
+    actions.mayLeave = true;
+    SendMessageW(window->handle(), WM_COMMAND,
+                 MAKEWPARAM(ControlId(form.cmdSaveSettings.row()), BN_CLICKED), 0);
+    EXPECT_EQ(actions.told, (std::vector<std::wstring>{L"leave txtOutboundMaxLength changed",
+                                                       L"leave txtOutboundMaxLength changed",
+                                                       L"button cmdSaveSettings"}));
+}
+
+TEST_F(MainWindowTest, AWindowWithABoxWhoseCheckFailsDoesNotClose) {
+    Show();
+    actions.mayLeave = false;
+    SetFocus(Native(form.txtOutboundMaxLength));
+    SendMessageW(window->handle(), WM_CLOSE, 0, 0);
+    EXPECT_EQ(actions.closeQuestions, 0);
+    EXPECT_NE(window->handle(), nullptr);
+}
+
 TEST_F(MainWindowTest, FocusGoesWhereTheFormWantsIt) {
     Show();
     form.SetFocus(form.cmdProcessCall);
@@ -583,6 +656,7 @@ TEST_F(MainWindowTest, FormMayChangeAfterTheWindowHasGone) {
     form.setCaption(L"still named");
 
     EXPECT_EQ(form.txtStatus.text(), L"still said");
+    EXPECT_EQ(window->handle(), nullptr) << "the window stays gone";
 }
 
 }  // namespace
