@@ -1,0 +1,236 @@
+#include <cstring>
+
+#include "WindowTest.h"
+
+namespace end_to_end {
+namespace {
+
+struct FieldCase {
+    const char* name;
+    const char* field;
+    int tab;
+    const wchar_t* refused;
+    const char* message;
+    const wchar_t* accepted;
+};
+
+void PutOnClipboard(HWND window, const std::wstring& text) {
+    ASSERT_TRUE(WaitUntil([&] { return OpenClipboard(window) != 0; }));
+    EmptyClipboard();
+    const size_t bytes = (text.size() + 1) * sizeof(wchar_t);
+    const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, bytes);
+    std::memcpy(GlobalLock(memory), text.c_str(), bytes);
+    GlobalUnlock(memory);
+    EXPECT_NE(SetClipboardData(CF_UNICODETEXT, memory), nullptr);  // the clipboard's from now on
+    CloseClipboard();
+}
+
+}  // namespace
+
+class WindowFieldsTest : public WindowTest {};
+
+class FieldCheckTest : public WindowTest, public testing::WithParamInterface<FieldCase> {};
+
+TEST_P(FieldCheckTest, KeepsTheFocusUntilTheTextIsRight) {
+    const FieldCase& each = GetParam();
+    CloseGoldMine();
+    Set("chkCreateLink", "1");
+    Set("txtLinkedItemPath", "C:\\");
+    ProgramRun run = Start("");
+    const HWND window = Show(run);
+    SelectTab(window, "tabstripOptions", each.tab);
+
+    Focus(window, each.field);
+    Type(window, each.field, each.refused);
+    Focus(window, "cmdExit");
+    run.Answer("OK");
+    EXPECT_TRUE(HasFocus(window, each.field));
+    Type(window, each.field, each.accepted);
+    Focus(window, "cmdExit");
+    EXPECT_TRUE(HasFocus(window, "cmdExit"));
+
+    const Outcome outcome = Close(run, window);
+    ASSERT_FALSE(outcome.boxes.empty());
+    EXPECT_EQ(outcome.boxes.front(), (Box{each.message}));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Fields, FieldCheckTest,
+    testing::Values(FieldCase{"OutboundLength", "txtOutboundMaxLength", 0, L"21",
+                              "Please enter a numeric value from 1 to 20", L"20"},
+                    FieldCase{"CallerIDLength", "txtCallerIDMinLength", 1, L"0",
+                              "Please enter a numeric value from 1 to 20", L"1"},
+                    FieldCase{"Delay", "txtDelayAddingLinkSeconds", 2, L"abc",
+                              "Please provide a numeric value in seconds", L"1000"},
+                    FieldCase{"RecordingAge", "txtRecordingFileMaxAgeSeconds", 2, L"",
+                              "Please provide a numeric value in seconds", L"1e1"},
+                    FieldCase{"ComDuration", "txtCOMDurationSeconds", 3, L"100",
+                              "Please provide a numeric value between 0 and 99 seconds", L"99"},
+                    FieldCase{"Folder", "txtLinkedItemPath", 2, L"C:\\no such folder",
+                              "Folder not found. Please specify a valid folder that you have "
+                              "permission to access, e.g. \\\\Server\\Share\\Folder or X:\\Folder.",
+                              L"C:\\"}),
+    NameOf);
+
+TEST_F(WindowFieldsTest, AZeroDelayUnchecksItsBox) {
+    CloseGoldMine();
+    SetAll({{"chkCreateLink", "1"}, {"txtLinkedItemPath", "C:\\"}});
+    ProgramRun run = Start("");
+    const HWND window = Show(run);
+    SelectTab(window, "tabstripOptions", 2);
+    Focus(window, "txtDelayAddingLinkSeconds");
+    Type(window, "txtDelayAddingLinkSeconds", L"0");
+    Focus(window, "cmdExit");
+    EXPECT_TRUE(WaitUntil([&] { return !Checked(window, "chkDelayAddingLink"); }));
+    EXPECT_FALSE(ControlEnabled(window, "txtDelayAddingLinkSeconds"));
+    Close(run, window);
+}
+
+TEST_F(WindowFieldsTest, LettersOfTheTwoCallBoxesBecomeCapitals) {
+    CloseGoldMine();
+    ProgramRun run = Start("");
+    const HWND window = Show(run);
+    Click(window, "cmdParams");
+    SelectTab(window, "tabstripParams", 1);
+
+    for (const char* box : {"txtNotifType", "txtCallType"}) {
+        Focus(window, box);
+        Type(window, box, L"s");
+        Focus(window, "cmdExit");
+        EXPECT_TRUE(TextIs(window, box, "S")) << box;
+    }
+    EXPECT_TRUE(ControlEnabled(window, "cmdProcessCall"));
+    PostMessageW(window, WM_CLOSE, 0, 0);
+    EXPECT_EQ(Finish(run).boxes, Boxes{}) << "parameters are no settings";
+}
+
+TEST_F(WindowFieldsTest, TheParametersPanelHasTwoWidths) {
+    CloseGoldMine();
+    ProgramRun run = Start("");
+    const HWND window = Show(run);
+    const auto twips = [&] {
+        RECT place{};
+        GetWindowRect(window, &place);
+        return (place.right - place.left) * 1440 / 96;
+    };
+
+    Click(window, "cmdParams");
+    EXPECT_EQ(twips(), 13920);
+    EXPECT_EQ(ControlText(window, "cmdParams"), "<< &Params");
+    EXPECT_TRUE(IsWindowVisible(ControlNamed(window, "tabstripParams")));
+    Click(window, "cmdParams");
+    EXPECT_EQ(twips(), 7800);
+    EXPECT_EQ(ControlText(window, "cmdParams"), "&Params >>");
+    EXPECT_FALSE(IsWindowVisible(ControlNamed(window, "tabstripParams")));
+    Close(run, window);
+}
+
+TEST_F(WindowFieldsTest, ACallBringsUpTheStatusTab) {
+    GoldMine();
+    SetAll({{"chkAlwaysShowForm", "1"}, {"chkAutoProcess", "0"}, {"chkCreateHistory", "0"}});
+    ProgramRun run = Start("/N:S /C:5551234567 /T:I /I:7");
+    const HWND window = Show(run);
+    EXPECT_FALSE(IsWindowVisible(ControlNamed(window, "txtStatus")));
+
+    PressControl(window, "cmdProcessCall");
+
+    EXPECT_TRUE(WaitUntil([&] { return IsWindowVisible(ControlNamed(window, "txtStatus")) != 0; }));
+    Close(run, window);
+}
+
+TEST_F(WindowFieldsTest, OpenButtonsSayWhichFileIsMissing) {
+    CloseGoldMine();
+    Set("chkWriteLog", "0");
+    ProgramRun run = Start("");
+    const HWND window = Show(run);
+    Click(window, "cmdParams");
+    SelectTab(window, "tabstripParams", 2);
+
+    const std::vector<std::pair<std::string, std::string>> buttons = {
+        {"cmdOpenUserINI", "<user>.INI file does not exist"},
+        {"cmdOpenGMINI", "GM.INI file does not exist"},
+        {"cmdOpenLog",
+         "Log file does not exist. In the Advanced box to the left, check \"Write Status messages "
+         "to a log file\"."},
+        {"cmdOpenPluginLog", "3CX Command Line API Plugin log file does not exist."}};
+    Boxes expected;
+    for (const auto& [button, message] : buttons) {
+        PressControl(window, button);
+        run.Answer("OK");
+        expected.push_back(Box{message});
+    }
+    EXPECT_EQ(Close(run, window).boxes, expected);
+}
+
+TEST_F(WindowFieldsTest, TheLogLevelOfThePluginGoesThereAndBack) {
+    CloseGoldMine();
+    const Box restart{
+        "Please exit and re-start 3CXPhone to complete changing the 3CX Command Line API Plugin "
+        "log level."};
+    ProgramRun run = Start("");
+    const HWND window = Show(run);
+    Click(window, "cmdParams");
+    SelectTab(window, "tabstripParams", 2);
+
+    PressControl(window, "cmdChangeLogLevel");
+    run.Answer("OK");
+    EXPECT_TRUE(TextIs(window, "txtCommandLineAPILogLevel", "AllEvents"));
+    EXPECT_EQ(ControlText(window, "cmdChangeLogLevel"), "Set to log only ImportantEvents");
+    EXPECT_EQ(RegistryText(HKEY_LOCAL_MACHINE, crmKey, "CommandLineAPILogLevel"), "AllEvents");
+    PressControl(window, "cmdChangeLogLevel");
+    run.Answer("OK");
+    EXPECT_TRUE(TextIs(window, "txtCommandLineAPILogLevel", "ImportantEvents"));
+    EXPECT_EQ(ControlText(window, "cmdChangeLogLevel"), "Set to log AllEvents");
+    EXPECT_EQ(Close(run, window).boxes, (Boxes{restart, restart}));
+}
+
+struct OddText {
+    const char* name;
+    std::wstring text;
+};
+
+class OddTextTest : public WindowTest, public testing::WithParamInterface<OddText> {};
+
+TEST_P(OddTextTest, IsKeptAsTyped) {
+    CloseGoldMine();
+    ProgramRun run = Start("");
+    const HWND window = Show(run);
+
+    Type(window, "txtCallerIDFormat", GetParam().text);
+
+    EXPECT_EQ(WindowTextOf(ControlNamed(window, "txtCallerIDFormat")), GetParam().text);
+    Close(run, window);
+}
+
+INSTANTIATE_TEST_SUITE_P(Texts, OddTextTest,
+                         testing::Values(OddText{"ControlCharacters", L"a\x01\x02\x1b\x7f\tb"},
+                                         OddText{"RightToLeft", L"\x05e9\x05dc\x05d5\x05dd ###"}),
+                         NameOf);
+
+TEST_F(WindowFieldsTest, OfAPastedMegabyteABoxTakesWhatALineMayHold) {
+    CloseGoldMine();
+    ProgramRun run = Start("");
+    const HWND window = Show(run);
+    PutOnClipboard(window, std::wstring(1 << 20, L'5'));
+    SendMessageW(ControlNamed(window, "txtCallerIDFormat"), EM_SETSEL, 0, -1);
+    SendMessageW(ControlNamed(window, "txtCallerIDFormat"), WM_PASTE, 0, 0);
+    EXPECT_EQ(ControlText(window, "txtCallerIDFormat").size(), 32767u);
+    Close(run, window);
+}
+
+TEST_F(WindowFieldsTest, AFolderPathOf32000CharactersIsRefused) {
+    CloseGoldMine();
+    SetAll({{"chkCreateLink", "1"}, {"txtLinkedItemPath", "C:\\"}});
+    ProgramRun run = Start("");
+    const HWND window = Show(run);
+    SelectTab(window, "tabstripOptions", 2);
+    Focus(window, "txtLinkedItemPath");
+    Type(window, "txtLinkedItemPath", L"C:\\" + std::wstring(32000, L'f'));
+    Focus(window, "cmdExit");
+    run.Answer("OK");
+    EXPECT_TRUE(HasFocus(window, "txtLinkedItemPath"));
+    Type(window, "txtLinkedItemPath", L"C:\\");
+    Close(run, window);
+}
+
+}  // namespace end_to_end
