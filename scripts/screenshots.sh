@@ -28,7 +28,7 @@ set_dpi() {
     "$wine" reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d "$1" /f >/dev/null
 }
 
-# A program folder wired with 3CX, so that the window comes up without warnings.
+# A program folder wired with 3CX, so that the window comes up without warnings and names no user.
 place=$prefix/drive_c/CorvaneTo3CX
 mkdir -p "$place" "$folder"
 cp "$build/CorvaneTo3CX.exe" "$build/standin/CallTriggerCmd.exe" "$place"
@@ -37,6 +37,7 @@ program_path='C:\CorvaneTo3CX\CorvaneTo3CX.exe'
 set_text 'HKLM\SOFTWARE\3CX\3CXPhone for Windows' Path 'C:\CorvaneTo3CX\'
 set_text 'HKLM\SOFTWARE\3CX\CRM' CallNotifierPath "$program_path"
 set_text 'HKLM\SOFTWARE\3CX\CRM' CommandLineAPILogLevel ImportantEvents
+set_text 'HKLM\SOFTWARE\3CX\CRM' CommandLineAPILogPath 'C:\CorvaneTo3CX\Logs\'
 "$wine" reg delete 'HKCU\SOFTWARE\Halvorn Systems\CorvaneTo3CX' /f >/dev/null 2>&1 ||
     say "there were no settings yet"
 
