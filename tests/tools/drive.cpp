@@ -50,19 +50,18 @@ struct Search {
     HWND found;
 };
 
+BOOL CALLBACK CompareId(HWND child, LPARAM parameter) {
+    auto& search = *reinterpret_cast<Search*>(parameter);
+    if (GetDlgCtrlID(child) != search.id)
+        return TRUE;
+    search.found = child;
+    return FALSE;
+}
+
 // Controls stand inside frames, so the whole tree is searched.
 HWND FindControlWindow(HWND window, int id) {
     Search search{id, nullptr};
-    EnumChildWindows(
-        window,
-        [](HWND child, LPARAM parameter) -> BOOL {
-            auto& wanted = *reinterpret_cast<Search*>(parameter);
-            if (GetDlgCtrlID(child) != wanted.id)
-                return TRUE;
-            wanted.found = child;
-            return FALSE;
-        },
-        reinterpret_cast<LPARAM>(&search));
+    EnumChildWindows(window, &CompareId, reinterpret_cast<LPARAM>(&search));
     return search.found;
 }
 
