@@ -28,12 +28,8 @@ void LogBox::ShowText() {
     busy_ = true;
     SetWindowTextW(native_, model_.text().c_str());
     shown_ = model_.text().size();
-    // Painted once, not for each line that scrolls by.
-    SendMessageW(native_, WM_SETREDRAW, FALSE, 0);
     SendMessageW(native_, EM_SETSEL, shown_, static_cast<LPARAM>(shown_));
     SendMessageW(native_, EM_SCROLLCARET, 0, 0);
-    SendMessageW(native_, WM_SETREDRAW, TRUE, 0);
-    RedrawWindow(native_, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW | RDW_FRAME);
     busy_ = false;
 }
 
@@ -49,13 +45,9 @@ void LogBox::Flush() {
     if (shown_ == text.size())
         return;
     busy_ = true;
-    // Painted once, not for each line that scrolls by.
-    SendMessageW(native_, WM_SETREDRAW, FALSE, 0);
     SendMessageW(native_, EM_SETSEL, shown_, static_cast<LPARAM>(shown_));
     SendMessageW(native_, EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(text.c_str() + shown_));
     SendMessageW(native_, EM_SCROLLCARET, 0, 0);
-    SendMessageW(native_, WM_SETREDRAW, TRUE, 0);
-    RedrawWindow(native_, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW | RDW_FRAME);
     busy_ = false;
     shown_ = text.size();
     lastFlush_ = GetTickCount64();
