@@ -156,7 +156,7 @@ class StatusSpeedTest : public testing::TestWithParam<int> {};
 TEST_P(StatusSpeedTest, TheTenThousandthStatusLineCostsAsMuchAsTheFirst) {
     constexpr int thousands = 10;
     constexpr double allowedRatio = 2;
-    constexpr double floorMilliseconds = 250;  // a quarter of a millisecond a line is fast
+    constexpr double floorMilliseconds = 100;  // a tenth of a millisecond a line is fast
     ShownWindow shown;
     shown.form.SelectTab(shown.form.tabstripOptions, GetParam());
     ServeWaitingMessages();
