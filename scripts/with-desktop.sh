@@ -54,7 +54,8 @@ read -r -t 30 display <"$work/display" || fail "Xvfb did not start: $(cat "$work
 export DISPLAY=:$display
 unset XAUTHORITY
 
-made=$prefix/made-for-corvane
+# A prefix with other settings than those below is made anew.
+made=$prefix/made-for-corvane-1920x1200
 [ -f "$made" ] || rm -rf "$prefix"
 mkdir -p "$prefix/home"
 "${enclose[@]}" "$server" -p || fail "another Wine server runs on $prefix"
