@@ -68,9 +68,10 @@ ParsedParameters CallParameters::ParseCallParameters() {
         const std::wstring& token = tokens[index];
         const std::wstring_view name = std::wstring_view(token).substr(0, 2);
         constexpr std::size_t valueBegin = 3;  // behind the separator, whatever it is
-        const std::wstring_view value = token.size() > valueBegin
-                                            ? TrimTrailingBlanks(std::wstring_view(token).substr(3))
-                                            : std::wstring_view();
+        const std::wstring_view value =
+            token.size() > valueBegin
+                ? TrimTrailingBlanks(std::wstring_view(token).substr(valueBegin))
+                : std::wstring_view();
         if (name == L"/N") {
             form_.txtNotifType.setText(value);
         } else if (name == L"/C") {
