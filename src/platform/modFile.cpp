@@ -35,6 +35,29 @@ using UniqueFind = std::unique_ptr<std::remove_pointer_t<HANDLE>, FindCloseLater
     throw ErrorFromHResult(HRESULT_FROM_WIN32(code));
 }
 
+// One writer at a time, across processes: Windows appends whole texts by itself, but a file server
+// (or Wine) may look for the end first and write second, and then two calls at once would write
+// over each other. The locked byte lies far behind any text, so that readers are never kept out.
+class AppendTurn {
+public:
+    explicit AppendTurn(HANDLE file) : file_(file) {
+        place_.OffsetHigh = 0x7FFFFFFF;
+        // A file system without locks leaves the line as safe as it can make it.
+        locked_ = LockFileEx(file_, LOCKFILE_EXCLUSIVE_LOCK, 0, 1, 0, &place_) != FALSE;
+    }
+    AppendTurn(const AppendTurn&) = delete;
+    AppendTurn& operator=(const AppendTurn&) = delete;
+    ~AppendTurn() {
+        if (locked_)
+            UnlockFileEx(file_, 0, 1, 0, &place_);
+    }
+
+private:
+    HANDLE file_;
+    OVERLAPPED place_{};
+    bool locked_;
+};
+
 bool Attributes(const std::wstring& path, DWORD& attributes) {
     attributes = GetFileAttributesW(path.c_str());
     return attributes != INVALID_FILE_ATTRIBUTES;
@@ -66,13 +89,15 @@ bool FolderExists(const std::wstring& path) {
 }
 
 void AppendToFile(const std::wstring& path, std::wstring_view text) {
-    const HANDLE opened =
-        CreateFileW(path.c_str(), FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
-                    OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+    // Reading is asked for because a lock needs it.
+    const HANDLE opened = CreateFileW(path.c_str(), FILE_APPEND_DATA | FILE_READ_DATA,
+                                      FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_ALWAYS,
+                                      FILE_ATTRIBUTE_NORMAL, nullptr);
     if (opened == INVALID_HANDLE_VALUE)
         ThrowLastError();
     const UniqueHandle file(opened);
     const std::string ansi = AnsiFromText(text);
+    const AppendTurn turn(file.get());
     DWORD written = 0;
     if (!WriteFile(file.get(), ansi.data(), static_cast<DWORD>(ansi.size()), &written, nullptr)) {
         ThrowLastError();
