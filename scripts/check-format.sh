@@ -3,7 +3,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 folders=()
-for folder in src standin tests bench; do
+for folder in src standin tests; do
     [ ! -d "$folder" ] || folders+=("$folder")
 done
 find "${folders[@]}" \( -name '*.cpp' -o -name '*.h' \) -print0 |

@@ -1,5 +1,7 @@
 #include "ui/LogBox.h"
 
+#include <algorithm>
+
 #include <commctrl.h>
 
 namespace corvane {
@@ -8,7 +10,19 @@ namespace {
 
 constexpr UINT_PTR flushTimer = 0x4C42;
 constexpr UINT flushMilliseconds = 50;
-constexpr int linesShownAtOnce = 40;  // more than a call writes
+constexpr LONGLONG restAfterShowing = 19;  // times what the showing took: a share of 5 percent
+
+LONGLONG Now() {
+    LARGE_INTEGER counter;
+    QueryPerformanceCounter(&counter);
+    return counter.QuadPart;
+}
+
+LONGLONG OneSecond() {
+    LARGE_INTEGER frequency;
+    QueryPerformanceFrequency(&frequency);
+    return frequency.QuadPart;
+}
 
 // Whether the answer to the message depends on the text.
 bool LooksAtText(UINT message) {
@@ -34,23 +48,27 @@ void LogBox::ShowText() {
 }
 
 void LogBox::ShowAppended() {
-    if (shownAtOnce_ < linesShownAtOnce || GetTickCount64() - lastFlush_ >= flushMilliseconds)
+    if (Now() >= nextFlush_)
         Flush();
-    if (++shownAtOnce_ == 1)
-        SetTimer(native_, flushTimer, flushMilliseconds, nullptr);
+    else if (!timerRuns_)
+        timerRuns_ = SetTimer(native_, flushTimer, flushMilliseconds, nullptr) != 0;
 }
 
 void LogBox::Flush() {
     const std::wstring& text = model_.text();
     if (shown_ == text.size())
         return;
+    const LONGLONG begin = Now();
     busy_ = true;
     SendMessageW(native_, EM_SETSEL, shown_, static_cast<LPARAM>(shown_));
     SendMessageW(native_, EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(text.c_str() + shown_));
     SendMessageW(native_, EM_SCROLLCARET, 0, 0);
+    UpdateWindow(native_);
     busy_ = false;
     shown_ = text.size();
-    lastFlush_ = GetTickCount64();
+    const LONGLONG end = Now();
+    // One showing that the machine held up must not keep the next lines back for long.
+    nextFlush_ = end + std::min(restAfterShowing * (end - begin), OneSecond());
 }
 
 LRESULT CALLBACK LogBox::Procedure(HWND native, UINT message, WPARAM wParam, LPARAM lParam,
@@ -60,7 +78,7 @@ LRESULT CALLBACK LogBox::Procedure(HWND native, UINT message, WPARAM wParam, LPA
         RemoveWindowSubclass(native, &LogBox::Procedure, id);
     if (message == WM_TIMER && wParam == flushTimer) {
         KillTimer(native, flushTimer);
-        box.shownAtOnce_ = 0;
+        box.timerRuns_ = false;
         box.Flush();
         return 0;
     }

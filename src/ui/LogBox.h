@@ -5,9 +5,11 @@
 
 namespace corvane {
 
-// Shows a text box that only ever grows at its end. A few lines are shown as they come, so that a
-// call can be watched; a flood of them is shown many at once, because each showing costs more than
-// the line itself. Whoever reads the native box gets all of it.
+// Shows a text box that only ever grows at its end. Lines are shown and painted as they come, so
+// that a call can be watched. Showing costs more the longer the text is; so that a flood of lines
+// costs no more per line at its end than at its beginning, showing takes a small share of the time
+// at most, and the lines between two showings are shown together. Whoever reads the native box gets
+// all of it.
 class LogBox {
 public:
     explicit LogBox(const TextBox& model) : model_(model) {}
@@ -29,10 +31,10 @@ private:
 
     const TextBox& model_;
     HWND native_ = nullptr;
-    std::size_t shown_ = 0;    // characters of the model's text that the native box holds
-    int shownAtOnce_ = 0;      // lines since the program last served its messages
-    ULONGLONG lastFlush_ = 0;  // milliseconds, of GetTickCount64
-    bool busy_ = false;        // the messages come from here
+    std::size_t shown_ = 0;   // characters of the model's text that the native box holds
+    LONGLONG nextFlush_ = 0;  // not before; of QueryPerformanceCounter
+    bool timerRuns_ = false;
+    bool busy_ = false;  // the messages come from here
 };
 
 }  // namespace corvane
