@@ -1,3 +1,5 @@
+#include <functional>
+
 #include "EndToEndTest.h"
 #include "Files.h"
 
@@ -11,6 +13,23 @@ struct Case {
     std::string dialled;
 };
 
+const std::map<std::string, std::string> untrimmed = {{"chkTrimOutboundPrefix", "0"}};
+
+// So many characters, over and over those of the pattern.
+std::string Repeated(const std::string& pattern, size_t length) {
+    std::string text;
+    while (text.size() < length) {
+        text += pattern[text.size() % pattern.size()];
+    }
+    return text;
+}
+
+Lines DialledLog(const std::string& phone, const std::string& dialled) {
+    return RunLog(phone, "",
+                  {versionDetected, "Dialed " + dialled + " using 3CX.",
+                   "Call processing completed in <seconds> seconds."});
+}
+
 }  // namespace
 
 class DialingTest : public EndToEndTest, public testing::WithParamInterface<Case> {};
@@ -22,10 +41,7 @@ TEST_P(DialingTest, AsksTheCallTriggerForTheDigits) {
 
     const Outcome run = Run(each.phone);
 
-    Check(run, {.log = RunLog(each.phone, "",
-                              {versionDetected, "Dialed " + each.dialled + " using 3CX.",
-                               "Call processing completed in <seconds> seconds."}),
-                .commands = startUpCommands});
+    Check(run, {.log = DialledLog(each.phone, each.dialled), .commands = startUpCommands});
     EXPECT_TRUE(WaitUntil([] { return !Dialled().empty(); }));
     EXPECT_EQ(Dialled(),
               Lines{"\"C:\\corvane-e2e\\app\\CallTriggerCmd.exe\" -cmd makecall:" + each.dialled});
@@ -34,38 +50,201 @@ TEST_P(DialingTest, AsksTheCallTriggerForTheDigits) {
 INSTANTIATE_TEST_SUITE_P(
     Numbers, DialingTest,
     testing::Values(
-        Case{"Formatted", {{"chkTrimOutboundPrefix", "0"}}, "(555) 123-4567", "5551234567"},
-        Case{"CountryCode", {{"chkTrimOutboundPrefix", "0"}}, "+1 555.123.4567", "15551234567"},
+        Case{"Formatted", untrimmed, "(555) 123-4567", "5551234567"},
+        Case{"CountryCode", untrimmed, "+1 555.123.4567", "15551234567"},
         Case{"Trimmed", {}, "915551234567", "5551234567"},
         Case{"TrimmedToAnotherLength", {{"txtOutboundMaxLength", "4"}}, "5551234567", "4567"},
         Case{"ShorterThanTheLength", {}, "5551234", "5551234"},
         Case{"DialCode", {}, "*67 555 1234", "*675551234"},
-        Case{"Pound", {{"chkTrimOutboundPrefix", "0"}}, "#31#5551234", "#31#5551234"},
+        Case{"Pound", untrimmed, "#31#5551234", "#31#5551234"},
         Case{"TrimmingCountsEveryDialCharacter", {}, "#31#5551234", "31#5551234"},
         Case{"OneDigit", {}, "0", "0"},
         Case{"LettersAreDropped", {}, "call 555-1234 now", "5551234"},
         Case{"ShellCharactersAreDropped", {}, "555&1234|calc>x%PATH%\"", "5551234"},
+        Case{"ShellCharactersAloneAreDropped", untrimmed, "5^5;5'5`5$(5){5}[5]<5!5~5@5=5\\5",
+             "55555555555555"},
+        Case{"PercentSignsAreDropped", untrimmed, "%COMSPEC%%1%n%s5%%5%20x", "15520"},
+        Case{"TabsAreDropped", untrimmed, "555\t12\t34", "5551234"},
+        Case{"AWholeCommandIsOneNumber", untrimmed, "5551234\" -cmd \"makecall:999", "5551234999"},
+        Case{"RaisedFiguresAreDropped", untrimmed, "5\u00b25\u00b35\u00b9", "555"},
+        Case{"ThreeHundredDigits", untrimmed, Repeated("0123456789", 300),
+             Repeated("0123456789", 300)},
+        Case{"ThreeHundredCharacters", untrimmed, Repeated("(1*)-2 #x3", 300),
+             Repeated("1*2#3", 150)},
+        Case{"TheLastOfThreeHundred", {}, Repeated("0123456789", 300), "0123456789"},
+        Case{"TheLengthMayBeLongerThanTheBoxTakes",
+             {{"txtOutboundMaxLength", "299"}},
+             Repeated("0123456789", 300),
+             Repeated("1234567890", 299)},
+        Case{"OneDigitIsLeft", {{"txtOutboundMaxLength", "1"}}, "555-1234", "4"},
+        Case{"StarAlone", {}, "*", "*"}, Case{"NumberSignAlone", {}, "#", "#"},
         Case{"ASwitchAlone", {}, "/N:5", "5"}),
     NameOf);
 
-class DialingFailureTest : public EndToEndTest {};
+class DialingRunTest : public EndToEndTest {};
 
-TEST_F(DialingFailureTest, ANumberWithoutDigitsIsTold) {
+TEST_F(DialingRunTest, ACallTriggerBelowAFolderWithBlanksIsStarted) {
     GoldMine();
+    const std::wstring folder = L"C:\\corvane-e2e\\3CX Phone for Windows\\";
+    EmptyFolder(folder);
+    CopyFileTo(StandinFile("CallTriggerCmd.exe"), folder + L"CallTriggerCmd.exe");
+    WriteFileText(folder + L"CommandLineAPIPlugin.dll", "");
+    SetRegistryText(HKEY_LOCAL_MACHINE, phoneKey, "Path", Utf8(folder));
 
-    const Outcome run = Run("CALLME");
+    const Outcome run = Run("5551234");
 
-    Check(run, {.log = RunLog("CALLME", "",
-                              {versionDetected,
-                               "Number to dial \"CALLME\" contains no digits. Call processing "
-                               "terminated."}),
-                .commands = startUpCommands,
-                .boxes = {{"Number to dial \"CALLME\" contains no digits. For USA Format numbers, "
-                           "GoldMine requires at least 7 digits for outbound dialing.\r\n"}}});
+    EXPECT_TRUE(WaitUntil([&] { return !Dialled(folder).empty(); }));
+    EXPECT_EQ(Dialled(folder), Lines{"\"C:\\corvane-e2e\\3CX Phone for Windows\\CallTriggerCmd.exe"
+                                     "\" -cmd makecall:5551234"});
+    Check(run, {.log = DialledLog("5551234", "5551234"), .commands = startUpCommands});
+    EXPECT_TRUE(WaitUntil([&] { return HoldFileAlone(folder + L"CallTriggerCmd.exe").valid(); }));
+    RemoveFolder(folder);
+}
+
+TEST_F(DialingRunTest, TheCallTriggersEndIsNotWaitedFor) {
+    GoldMine();
+    const std::wstring delay = std::wstring(appFolder) + L"CallTriggerCmd.delay";
+    WriteFileText(delay, "600000");  // longer than any wait of these tests
+
+    ProgramRun run = Start("5551234");
+    const Outcome outcome = Finish(run);
+
+    Process trigger = Process::ChildOf(run.processId());
+    EXPECT_TRUE(trigger.running());
+    EXPECT_TRUE(WaitUntil([] { return !Dialled().empty(); }));
+    EXPECT_TRUE(trigger.running());
+    trigger.Terminate();
+    DeleteFileW(delay.c_str());
+    Check(outcome, {.log = DialledLog("5551234", "5551234"), .commands = startUpCommands});
+}
+
+TEST_F(DialingRunTest, GoldMineDialsByTheInstructionThatTheProgramWrote) {
+    GoldMine();
+    WriteFileText(std::wstring(dataFolder) + L"MASTER.INI", "[Modem]\r\n");
+    ProgramRun settings = Start("");
+    for (const char* answer : {"Yes", "Yes", "Yes", "OK"}) {
+        settings.Answer(answer);
+    }
+    PostMessageW(settings.WaitForWindow(), WM_CLOSE, 0, 0);
+    Finish(settings);
+
+    EXPECT_EQ(RunToEnd(StandinFile(ordinaryGoldMine),
+                       L"/Data:" + std::wstring(dataFolder) + L" \"/Dial:(555)123-4567\""),
+              0u);
+
+    EXPECT_TRUE(WaitUntil([] { return !Dialled().empty(); }));
+    EXPECT_EQ(Dialled(), Lines{"\"C:\\corvane-e2e\\app\\CallTriggerCmd.exe\" "
+                               "-cmd makecall:5551234567"});
+    EXPECT_TRUE(WaitUntil([] { return HoldFileAlone(Wide(programPath)).valid(); }));
+    EXPECT_NE(LogText().find("started with param(s): (555)123-4567.\r\n"), std::string::npos)
+        << LogText();
+}
+
+class NoDigitsTest : public EndToEndTest, public testing::WithParamInterface<Case> {};
+
+TEST_P(NoDigitsTest, NothingIsStarted) {
+    const Case& each = GetParam();
+    GoldMine();
+    SetAll(each.options);
+
+    const Outcome run = Run(each.phone);
+
+    const std::string message = "Number to dial \"" + each.phone + "\" contains no digits.";
+    Check(
+        run,
+        {.log = RunLog(each.phone, "", {versionDetected, message + " Call processing terminated."}),
+         .commands = startUpCommands,
+         .boxes = {{message + " For USA Format numbers, GoldMine requires at least 7 digits for "
+                              "outbound dialing.\r\n"}}});
     EXPECT_EQ(Dialled(), Lines{});
 }
 
-TEST_F(DialingFailureTest, ACallTriggerThatCannotBeStartedIsTold) {
+INSTANTIATE_TEST_SUITE_P(
+    Numbers, NoDigitsTest,
+    testing::Values(Case{"Letters", {}, "CALLME", ""}, Case{"SignsOnly", {}, "+-() .%&\"", ""},
+                    Case{"TrimmedToNothing", {{"txtOutboundMaxLength", "0"}}, "555-1234", ""}),
+    NameOf);
+
+TEST_F(DialingRunTest, FiguresOfOtherScriptsAreNoDigits) {
+    GoldMine();
+
+    const Outcome run = Run("\u0665\u096b\u0be7");
+
+    // The log's code page lacks them, the box does not.
+    Check(run, {.log = RunLog("???", "",
+                              {versionDetected,
+                               "Number to dial \"???\" contains no digits. Call processing "
+                               "terminated."}),
+                .commands = startUpCommands,
+                .boxes = {{"Number to dial \"\u0665\u096b\u0be7\" contains no digits. For USA "
+                           "Format numbers, GoldMine requires at least 7 digits for outbound "
+                           "dialing.\r\n"}}});
+}
+
+// A place in which no call trigger can be started, and what is said of it when it is looked for.
+struct Place {
+    const char* name;
+    std::string path;
+    std::function<void()> prepare;
+    Boxes findings;
+};
+
+Box NotFound(const std::string& path) {
+    return {"The 3CX MyPhone Outbound Call Notifier program (" + path +
+            ") could not be found. Please re-install the 3CX MyPhone Desktop Components."};
+}
+
+class DialingFailureTest : public EndToEndTest, public testing::WithParamInterface<Place> {};
+
+TEST_P(DialingFailureTest, IsTold) {
+    const Place& each = GetParam();
+    GoldMine();
+    EmptyFolder(L"C:\\corvane-e2e\\3cx\\");
+    SetRegistryText(HKEY_LOCAL_MACHINE, myPhoneKey, "CallNotifier", each.path);
+    each.prepare();
+
+    const Outcome run = Run("555-1234");
+
+    const std::string command = "\"" + each.path + "\" -cmd makecall:5551234";
+    Boxes boxes = each.findings;
+    boxes.push_back({"Call to number 5551234 failed.\r\nCommand: " + command});
+    Check(run,
+          {.log = RunLog("555-1234", "",
+                         {versionDetected, "Call to number 5551234 failed. Command:  " + command}),
+           .commands = startUpCommands,
+           .boxes = boxes});
+    RemoveFolder(L"C:\\corvane-e2e\\3cx\\");
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Places, DialingFailureTest,
+    testing::Values(
+        Place{"Nothing",
+              "C:\\corvane-e2e\\3cx\\CallTriggerCmd.exe",
+              [] {},
+              {NotFound("C:\\corvane-e2e\\3cx\\CallTriggerCmd.exe")}},
+        Place{"AFolder",
+              "C:\\corvane-e2e\\3cx\\CallTriggerCmd.exe",
+              [] { EmptyFolder(L"C:\\corvane-e2e\\3cx\\CallTriggerCmd.exe\\"); },
+              {NotFound("C:\\corvane-e2e\\3cx\\CallTriggerCmd.exe")}},
+        Place{"AFileThatIsNoProgram",
+              "C:\\corvane-e2e\\3cx\\CallTriggerCmd.exe",
+              [] { WriteFileText(L"C:\\corvane-e2e\\3cx\\CallTriggerCmd.exe", "no program"); },
+              {}},
+        Place{"AnotherProgramWhereTheBlankCutsThePath",
+              "C:\\corvane-e2e\\3cx\\Call Trigger\\CallTriggerCmd.exe",
+              [] {
+                  CopyFileTo(StandinFile("CallTriggerCmd.exe"), L"C:\\corvane-e2e\\3cx\\Call.exe");
+              },
+              {NotFound("C:\\corvane-e2e\\3cx\\Call Trigger\\CallTriggerCmd.exe")}},
+        Place{"No3CX",
+              "",
+              [] { RegDeleteTreeW(HKEY_LOCAL_MACHINE, L"SOFTWARE\\3CX"); },
+              {{"Please install either 3CXPhone or, for 3CX 11, the 3CX MyPhone Desktop "
+                "Components before running Corvane to 3CX."}}}),
+    NameOf);
+
+TEST_F(DialingRunTest, AMissingCallTriggerOf3CXPhoneIsTold) {
     GoldMine();
     SetRegistryText(HKEY_LOCAL_MACHINE, phoneKey, "Path", "C:\\corvane-e2e\\missing\\");
 
@@ -84,24 +263,6 @@ TEST_F(DialingFailureTest, ACallTriggerThatCannotBeStartedIsTold) {
                       "CallTriggerCmd.exe) could not be found. Please re-install 3CXPhone "
                       "for Windows."},
                      {"Call to number 5551234 failed.\r\nCommand: " + command}}});
-}
-
-TEST_F(DialingFailureTest, TheCallTriggersEndIsNotWaitedFor) {
-    GoldMine();
-    const std::wstring delay = std::wstring(appFolder) + L"CallTriggerCmd.delay";
-    WriteFileText(delay, "3000");
-    const ULONGLONG begin = GetTickCount64();
-
-    const Outcome run = Run("5551234");
-
-    const ULONGLONG taken = GetTickCount64() - begin;
-    EXPECT_TRUE(WaitUntil([] { return !Dialled().empty(); }));
-    DeleteFileW(delay.c_str());
-    // Its file can be written again once it has ended.
-    const std::wstring trigger = std::wstring(appFolder) + L"CallTriggerCmd.exe";
-    EXPECT_TRUE(WaitUntil([&] { return HoldFileAlone(trigger).valid(); }));
-    EXPECT_LT(taken, 3000u);
-    EXPECT_EQ(run.boxes, Boxes{});
 }
 
 }  // namespace end_to_end

@@ -146,8 +146,8 @@ std::string EndToEndTest::LogText() {
     return Utf8FromAnsi(ReadFileText(logFile()).value_or(""));
 }
 
-Lines EndToEndTest::Dialled() {
-    const std::wstring file = std::wstring(appFolder) + L"CallTriggerCmd.log";
+Lines EndToEndTest::Dialled(const std::wstring& folder) {
+    const std::wstring file = folder + L"CallTriggerCmd.log";
     Lines lines = SplitLines(ReadFileText(file).value_or(""), "\n");
     for (std::string& line : lines) {
         line = Unescaped(line);

@@ -68,7 +68,8 @@ protected:
     // The commands since the last Start.
     Lines Commands() const;
     static std::string LogText();
-    static Lines Dialled();  // what CallTriggerCmd.exe was started with, one command line each
+    // What the CallTriggerCmd.exe of this folder was started with, one command line each.
+    static Lines Dialled(const std::wstring& folder = appFolder);
 
     static std::wstring logFile();
 

@@ -81,16 +81,25 @@ void EmptyFolder(const std::wstring& path) {
         if ((entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0) {
             DeleteFileW((path + name).c_str());
         } else if (name != L"." && name != L"..") {
-            EmptyFolder(path + name + L"\\");
-            RemoveDirectoryW((path + name).c_str());
+            RemoveFolder(path + name + L"\\");
         }
     } while (FindNextFileW(find, &entry));
     FindClose(find);
 }
 
+void RemoveFolder(const std::wstring& path) {
+    EmptyFolder(path);
+    RemoveDirectoryW(path.c_str());
+}
+
 KernelHandle HoldFileAlone(const std::wstring& path) {
     return KernelHandle(CreateFileW(path.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr,
                                     OPEN_ALWAYS, 0, nullptr));
+}
+
+KernelHandle HoldFileAgainstWriting(const std::wstring& path) {
+    return KernelHandle(CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
+                                    OPEN_EXISTING, 0, nullptr));
 }
 
 void AgeFile(const std::wstring& path, long long seconds) {

@@ -19,8 +19,12 @@ bool FileIsThere(const std::wstring& path);
 void MakeFolder(const std::wstring& path);
 // The folder is there and empty afterwards; sub-folders go too.
 void EmptyFolder(const std::wstring& path);
+// The folder is gone afterwards with all that stood in it.
+void RemoveFolder(const std::wstring& path);
 // Nobody else can open the file while the handle lives.
 KernelHandle HoldFileAlone(const std::wstring& path);
+// Others can read the file but not write to it while the handle lives.
+KernelHandle HoldFileAgainstWriting(const std::wstring& path);
 // Sets the last-write time to so many seconds before now.
 void AgeFile(const std::wstring& path, long long seconds);
 

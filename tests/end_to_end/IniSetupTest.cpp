@@ -45,6 +45,9 @@ std::string ModemValue(const wchar_t* key) {
     return Utf8({text, length});
 }
 
+const Boxes allQuestions = {askModem, askDial, askTapi, restart};
+const std::vector<std::string> allAgreed = {"Yes", "Yes", "Yes", "OK"};
+const std::string allSet = "DeviceID=0\r\nDDEDial=" + dial + "\r\nTAPITranslation=0\r\n";
 const std::string rightDial = "DDEDial=" + dial + "\r\n";
 const Lines processed = {versionDetected, "History creation:  requested at _connection_ of call.",
                          "History creation:  call end event ignored.",
@@ -72,8 +75,10 @@ TEST_P(ModemSectionTest, IsCompletedAsTheUserAgrees) {
                   ModemValue(L"TAPITranslation"),
               each.modemAfterwards);
 
+    EXPECT_EQ(OwnValue("PreviousStatus"), "18");
+
     // What was set is not asked again.
-    if (!refused) {
+    if (!refused && !each.boxes.empty()) {
         EXPECT_EQ(Run(call).boxes, Boxes{});
     }
 }
@@ -81,11 +86,37 @@ TEST_P(ModemSectionTest, IsCompletedAsTheUserAgrees) {
 INSTANTIATE_TEST_SUITE_P(
     Sections, ModemSectionTest,
     testing::Values(
-        Case{"EmptyAndAllAgreed",
-             "",
-             {"Yes", "Yes", "Yes", "OK"},
-             {askModem, askDial, askTapi, restart},
+        Case{"EmptyAndAllAgreed", "", allAgreed, allQuestions, "0|" + dial + "|0"},
+        Case{"KeysWithoutValues", "DeviceID=\r\nDDEDial=\r\nTAPITranslation=\r\n", allAgreed,
+             allQuestions, "0|" + dial + "|0"},
+        Case{"AllRightIsLeftAlone", allSet, {}, {}, "0|" + dial + "|0"},
+        Case{"LetterCaseOfTheKeysDoesNotMatter",
+             "deviceid=5\r\nDDEDIAL=" + dial + "\r\ntapitranslation=2\r\n",
+             {},
+             {},
+             "5|" + dial + "|2"},
+        Case{"LongValuesAreAccepted",
+             "DeviceID=" + std::string(300, '5') + "\r\n" + rightDial +
+                 "TAPITranslation=" + std::string(300, '1') + "\r\n",
+             {},
+             {},
+             std::string(300, '5') + "|" + dial + "|" + std::string(300, '1')},
+        Case{"ALongInstructionIsShownUpTo254Characters",
+             "DeviceID=0\r\nDDEDial=" + std::string(253, 'x') + "yz" + std::string(45, 'z') +
+                 "\r\nTAPITranslation=0\r\n",
+             {"Yes", "OK"},
+             {AskToChangeDial(std::string(253, 'x') + "y"), restart},
              "0|" + dial + "|0"},
+        Case{"AnInstructionWithMoreBehindItIsAnother",
+             "DeviceID=0\r\nDDEDial=" + dial + " %s\r\nTAPITranslation=0\r\n",
+             {"No", "OK"},
+             {AskToChangeDial(dial + " %s"), loadingFailed},
+             "0|" + dial + " %s|0"},
+        Case{"RefusedTelephonyKeepsWhatWasWritten",
+             "TAPITranslation=1\r\n",
+             {"Yes", "Yes", "No", "OK"},
+             {askModem, askDial, askTapi, loadingFailed},
+             "0|" + dial + "|1"},
         Case{"NoModem",
              "DeviceID=-1\r\n" + rightDial + "TAPITranslation=0\r\n",
              {"Yes", "OK"},
@@ -180,5 +211,106 @@ TEST_F(IniSetupTest, WithoutGoldMinesFileTheRunGoesOn) {
                                  "C:\\corvane-e2e\\goldmine\\GM.INI",
                                  "OK", "exclamation"}}});
 }
+
+TEST_F(IniSetupTest, AFileWithoutTheSectionGetsItAndKeepsTheRest) {
+    GoldMine();
+    const std::string others = "; the user's own\r\n[GoldMine]\r\nDeviceID=7\r\n";
+    WriteFileText(userIni, others);
+
+    Check(
+        Run(call, allAgreed),
+        {.log = RunLog(call, "7", processed), .commands = startUpCommands, .boxes = allQuestions});
+
+    EXPECT_EQ(ReadFileText(userIni), others + "[Modem]\r\n" + allSet);
+}
+
+TEST_F(IniSetupTest, ARefusedQuestionEndsASettingsRunBeforeItsWindow) {
+    GoldMine();
+    WriteFileText(userIni, "[Modem]\r\n");
+
+    const Outcome run = Run("", {"No", "OK"});
+
+    Check(run, {.log = RunLog("", "", {versionDetected}),
+                .commands = startUpCommands,
+                .boxes = {askModem, loadingFailed},
+                .window = false});
+    EXPECT_EQ(ReadFileText(userIni), "[Modem]\r\n");
+}
+
+TEST_F(IniSetupTest, AFileThatTakesNoWritingCountsAsWrittenAndIsAskedForAgain) {
+    GoldMine();
+    WriteFileText(userIni, "[Modem]\r\n");
+    const KernelHandle held = HoldFileAgainstWriting(userIni);
+
+    for (int run = 0; run < 2; ++run) {
+        Check(Run(call, allAgreed), {.log = RunLog(call, "7", processed),
+                                     .commands = startUpCommands,
+                                     .boxes = allQuestions});
+    }
+    EXPECT_EQ(ReadFileText(userIni), "[Modem]\r\n");
+}
+
+TEST_F(IniSetupTest, AFolderInPlaceOfTheUsersFileIsNoFile) {
+    GoldMine();
+    DeleteFileW(userIni.c_str());
+    EmptyFolder(userIni + L"\\");
+
+    const Boxes boxes = Run(call).boxes;
+    RemoveFolder(userIni + L"\\");
+
+    EXPECT_EQ(boxes, (Boxes{{"Could not find GoldMine <user>.INI file\r\n"
+                             "C:\\corvane-e2e\\goldmine\\MASTER.INI",
+                             "OK", "exclamation"},
+                            loadingFailed}));
+}
+
+struct Name {
+    const char* name;
+    std::string folder;  // below the tests' own
+    std::string user;
+    bool inCodePage = true;
+};
+
+class IniNamesTest : public IniSetupTest, public testing::WithParamInterface<Name> {
+protected:
+    void SetUp() override {
+        IniSetupTest::SetUp();
+        EmptyFolder(folder());
+        WriteFileText(folder() + L"GM.INI", "[GoldMine]\r\nHTML_Cal_Notes=0\r\n");
+        WriteFileText(file(), "[Modem]\r\n");
+        CloseGoldMine();
+        GoldMine("\"/Data:C:\\corvane-e2e\\" + GetParam().folder + "\" \"/User:" + GetParam().user +
+                 "\"");
+    }
+    void TearDown() override {
+        CloseGoldMine();
+        RemoveFolder(folder());
+    }
+
+    static std::wstring folder() { return Wide("C:\\corvane-e2e\\" + GetParam().folder + "\\"); }
+    static std::wstring file() { return folder() + Wide(GetParam().user) + L".INI"; }
+};
+
+TEST_P(IniNamesTest, AreReadAndWrittenInTheSystemsCodePage) {
+    EXPECT_EQ(Run(call, allAgreed).boxes, allQuestions);
+
+    const Boxes second = Run(call, allAgreed).boxes;
+    if (GetParam().inCodePage) {
+        EXPECT_EQ(ReadFileText(file()), "[Modem]\r\n" + allSet);
+        EXPECT_EQ(second, Boxes{});
+    } else {
+        // INI files are read and written in the system's code page, which has no such name.
+        EXPECT_EQ(ReadFileText(file()), "[Modem]\r\n");
+        EXPECT_EQ(second, allQuestions);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Names, IniNamesTest,
+    testing::Values(Name{"BlanksAccentsAndSigns", "Gr\u00f6\u00dfe [a;b] \u00e9t\u00e9",
+                         "J\u00fcrgen x=y;[z]"},
+                    Name{"UserInAnotherScript", "GoldMine data", "\u0410\u043d\u043d\u0430", false},
+                    Name{"FolderInAnotherScript", "\u30c7\u30fc\u30bf", "ANN", false}),
+    NameOf);
 
 }  // namespace end_to_end

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tlhelp32.h>
+
 #include "Text.h"
 
 namespace end_to_end {
@@ -46,6 +48,22 @@ Process::Process(const std::wstring& program, const std::wstring& arguments) {
         id_ = information.dwProcessId;
     }
     EXPECT_TRUE(started()) << Utf8(line);
+}
+
+Process Process::ChildOf(DWORD parent) {
+    const KernelHandle snapshot(CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0));
+    PROCESSENTRY32W entry{};
+    entry.dwSize = sizeof entry;
+    Process child;
+    for (BOOL more = Process32FirstW(snapshot.get(), &entry); more && !child.running();
+         more = Process32NextW(snapshot.get(), &entry)) {
+        if (entry.th32ParentProcessID == parent) {
+            constexpr DWORD rights = PROCESS_TERMINATE | PROCESS_QUERY_INFORMATION | SYNCHRONIZE;
+            child.handle_ = KernelHandle(OpenProcess(rights, FALSE, entry.th32ProcessID));
+            child.id_ = entry.th32ProcessID;
+        }
+    }
+    return child;
 }
 
 Process::~Process() {

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <utility>
 
 #include "Text.h"
@@ -51,6 +52,28 @@ void CopyKey(HKEY fromRoot, const std::wstring& from, HKEY toRoot, const std::ws
     EXPECT_EQ(RegCopyTreeW(source.get(), nullptr, target.get()), ERROR_SUCCESS) << Utf8(from);
 }
 
+// Everybody may do everything to the key but what is denied.
+void SetAccess(HKEY root, const std::wstring& path, REGSAM denied) {
+    std::array<BYTE, SECURITY_MAX_SID_SIZE> everybody{};
+    DWORD size = static_cast<DWORD>(everybody.size());
+    ASSERT_TRUE(CreateWellKnownSid(WinWorldSid, nullptr, everybody.data(), &size));
+    alignas(ACL) std::array<BYTE, 256> space{};
+    const auto list = reinterpret_cast<ACL*>(space.data());
+    ASSERT_TRUE(InitializeAcl(list, static_cast<DWORD>(space.size()), ACL_REVISION));
+    if (denied != 0) {
+        ASSERT_TRUE(AddAccessDeniedAce(list, ACL_REVISION, denied, everybody.data()));
+    }
+    ASSERT_TRUE(AddAccessAllowedAce(list, ACL_REVISION, KEY_ALL_ACCESS, everybody.data()));
+    SECURITY_DESCRIPTOR descriptor{};
+    ASSERT_TRUE(InitializeSecurityDescriptor(&descriptor, SECURITY_DESCRIPTOR_REVISION));
+    ASSERT_TRUE(SetSecurityDescriptorDacl(&descriptor, TRUE, list, FALSE));
+
+    HKEY key = nullptr;
+    ASSERT_EQ(RegOpenKeyExW(root, path.c_str(), 0, WRITE_DAC, &key), ERROR_SUCCESS) << Utf8(path);
+    EXPECT_EQ(RegSetKeySecurity(key, DACL_SECURITY_INFORMATION, &descriptor), ERROR_SUCCESS);
+    RegCloseKey(key);
+}
+
 }  // namespace
 
 ClearedKey::ClearedKey(HKEY root, std::wstring path)
@@ -77,15 +100,33 @@ void ClearedKey::Clear() {
     EXPECT_FALSE(RegistryKeyExists(root_, path_)) << Utf8(path_);
 }
 
-void SetRegistryText(HKEY root, const std::wstring& path, const std::string& name,
-                     const std::string& text) {
+DeniedAccess::DeniedAccess(HKEY root, std::wstring path, REGSAM access)
+    : root_(root), path_(std::move(path)) {
+    SetAccess(root_, path_, access);
+    HKEY key = nullptr;
+    EXPECT_EQ(RegOpenKeyExW(root_, path_.c_str(), 0, access, &key), ERROR_ACCESS_DENIED);
+}
+
+DeniedAccess::~DeniedAccess() {
+    SetAccess(root_, path_, 0);
+}
+
+void SetRegistryBytes(HKEY root, const std::wstring& path, const std::string& name, DWORD type,
+                      const std::string& bytes) {
     const OpenKey key(root, path, true);
-    const std::wstring data = Wide(text);
-    ASSERT_EQ(RegSetValueExW(key.get(), Wide(name).c_str(), 0, REG_SZ,
-                             reinterpret_cast<const BYTE*>(data.c_str()),
-                             static_cast<DWORD>((data.size() + 1) * sizeof(wchar_t))),
+    ASSERT_EQ(RegSetValueExW(key.get(), Wide(name).c_str(), 0, type,
+                             reinterpret_cast<const BYTE*>(bytes.data()),
+                             static_cast<DWORD>(bytes.size())),
               ERROR_SUCCESS)
         << Utf8(path) << ": " << name;
+}
+
+void SetRegistryText(HKEY root, const std::wstring& path, const std::string& name,
+                     const std::string& text) {
+    const std::wstring data = Wide(text);
+    SetRegistryBytes(
+        root, path, name, REG_SZ,
+        {reinterpret_cast<const char*>(data.c_str()), (data.size() + 1) * sizeof(wchar_t)});
 }
 
 std::optional<std::string> RegistryText(HKEY root, const std::wstring& path,

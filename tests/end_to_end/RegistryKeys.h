@@ -26,6 +26,22 @@ private:
     bool existed_ = false;
 };
 
+// Nobody may do this to the key for its lifetime, whoever he is: KEY_SET_VALUE, say.
+class DeniedAccess {
+public:
+    DeniedAccess(HKEY root, std::wstring path, REGSAM access);
+    DeniedAccess(const DeniedAccess&) = delete;
+    DeniedAccess& operator=(const DeniedAccess&) = delete;
+    ~DeniedAccess();
+
+private:
+    HKEY root_;
+    std::wstring path_;
+};
+
+// A value as it stands in the registry, whatever it means.
+void SetRegistryBytes(HKEY root, const std::wstring& path, const std::string& name, DWORD type,
+                      const std::string& bytes);
 // Text values of one key, UTF-8.
 void SetRegistryText(HKEY root, const std::wstring& path, const std::string& name,
                      const std::string& text);

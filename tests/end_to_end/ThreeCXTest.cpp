@@ -99,8 +99,7 @@ TEST_F(ProgramPlaceTest, AFolderWithBlanksIsTold) {
 
     ProgramRun run(folder + L"CorvaneTo3CX.exe", call);
     run.Finish();
-    EmptyFolder(folder);
-    RemoveDirectoryW(folder.c_str());
+    RemoveFolder(folder);
 
     EXPECT_EQ(run.boxes(),
               (Boxes{{"The path to this program:\r\n\r\nC:\\corvane-e2e\\with blanks\r\n\r\n"
