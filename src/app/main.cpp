@@ -62,6 +62,7 @@ struct Program {
             [this](std::int32_t windowHandle) { dispatcher.FillInCallDialog(windowHandle); });
         boxes.setOwner([this] { return window.handle(); });
         actions.setCloseWindow([this] { window.Close(); });
+        clock.setTranslator([this](MSG& message) { return window.TranslateKey(message); });
         dispatcher.setAfterCall([this] { actions.CallProcessed(); });
     }
     ~Program() {

@@ -1,7 +1,5 @@
 #include "platform/SystemClock.h"
 
-#include "util/Windows.h"
-
 namespace corvane {
 
 LocalTimeMs SystemClock::GetLocalTimeMs() const {
@@ -30,6 +28,8 @@ void SystemClock::PumpEvents() {
             PostQuitMessage(static_cast<int>(message.wParam));
             return;
         }
+        if (translator_ && translator_(message))
+            continue;
         TranslateMessage(&message);
         DispatchMessageW(&message);
     }

@@ -4,6 +4,7 @@
 
 #include "ui/AccessibleName.h"
 #include "ui/Dpi.h"
+#include "ui/PasteLimit.h"
 
 #include <commctrl.h>
 #include <oleacc.h>
@@ -39,7 +40,7 @@ NativeKind KindOf(const ControlSpec& spec) {
             return {WC_BUTTONW, WS_TABSTOP | BS_3STATE | BS_NOTIFY, 0};
         case ControlKind::OptionButton: {
             const DWORD wrap = multiLine ? DWORD{BS_MULTILINE | BS_TOP} : 0;
-            return {WC_BUTTONW, BS_AUTORADIOBUTTON | BS_NOTIFY | wrap, 0};
+            return {WC_BUTTONW, BS_RADIOBUTTON | BS_NOTIFY | wrap, 0};
         }
         case ControlKind::CommandButton: {
             const DWORD push = spec.has(ControlTrait::byDefault) ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON;
@@ -104,6 +105,8 @@ void ControlWindows::Create(HWND window, UINT dpi) {
     TakeFont();
     for (const Control* control : form_.controls())
         CreateControl(*control);
+    for (const Control* control : form_.controls())
+        MarkTabStops(*control);
     CutOutPages();
     NameForScreenReaders();
 }
@@ -141,7 +144,10 @@ void ControlWindows::CreateControl(const Control& control) {
         constexpr WPARAM longestLine = 32767;
         const WPARAM limit = spec.has(ControlTrait::multiLine) ? 0 : longestLine;
         SendMessageW(native, EM_SETLIMITTEXT, limit, 0);
+        RefusePastesBeyondLimit(native);
     }
+    if (spec.kind == ControlKind::OptionButton)
+        SetWindowSubclass(native, &OptionProcedure, 0, reinterpret_cast<DWORD_PTR>(this));
     if (&control == &form_.txtStatus)
         status_.Attach(native);
     if (spec.kind == ControlKind::TextBox)
@@ -270,9 +276,11 @@ void ControlWindows::Show(const Control& control, ControlAspect aspect) {
             break;
         case ControlAspect::Value:
             ShowValue(control);
+            MarkTabStops(control);
             break;
         case ControlAspect::Enabled:
             EnableWindow(of(control), control.enabled());
+            MarkTabStops(control);
             break;
         case ControlAspect::Tooltip:
             AddTooltip(control, TTM_UPDATETIPTEXTW);
@@ -316,6 +324,34 @@ void ControlWindows::ShowValue(const Control& control) const {
         default:
             break;
     }
+}
+
+// Tab goes to the selected option of a group, or to the first usable one where that cannot be.
+void ControlWindows::MarkTabStops(const Control& changed) const {
+    if (changed.spec().kind != ControlKind::OptionButton)
+        return;
+    const auto members = form_.GroupOf(static_cast<const OptionButton&>(changed));
+    const OptionButton* stop = nullptr;
+    for (const OptionButton* member : members) {
+        if (member->enabled() && (!stop || member->selected()))
+            stop = member;
+    }
+    for (const OptionButton* member : members) {
+        const LONG_PTR style = GetWindowLongPtrW(of(*member), GWL_STYLE);
+        const LONG_PTR wanted = member == stop ? style | WS_TABSTOP : style & ~LONG_PTR{WS_TABSTOP};
+        SetWindowLongPtrW(of(*member), GWL_STYLE, wanted);
+    }
+}
+
+LRESULT CALLBACK ControlWindows::OptionProcedure(HWND option, UINT message, WPARAM wParam,
+                                                 LPARAM lParam, UINT_PTR id, DWORD_PTR self) {
+    auto& controls = *reinterpret_cast<ControlWindows*>(self);
+    if (message == WM_NCDESTROY)
+        RemoveWindowSubclass(option, &OptionProcedure, id);
+    const bool arrived = std::exchange(controls.focusArrives_, message == WM_SETFOCUS);
+    const LRESULT result = DefSubclassProc(option, message, wParam, lParam);
+    controls.focusArrives_ = arrived;
+    return result;
 }
 
 Control* ControlWindows::FindById(int controlId) const {

@@ -31,6 +31,9 @@ public:
     [[nodiscard]] Control* FindById(int controlId) const;
     [[nodiscard]] static std::wstring TextOf(HWND window);
 
+    // An option button is just getting the focus; Windows tells that as a click.
+    [[nodiscard]] bool focusArrives() const { return focusArrives_; }
+
 private:
     struct DeleteGdiObject {
         void operator()(HGDIOBJ object) const { DeleteObject(object); }
@@ -38,6 +41,8 @@ private:
     using UniqueFont = std::unique_ptr<std::remove_pointer_t<HFONT>, DeleteGdiObject>;
 
     static LRESULT CALLBACK FrameProcedure(HWND frame, UINT message, WPARAM wParam, LPARAM lParam);
+    static LRESULT CALLBACK OptionProcedure(HWND option, UINT message, WPARAM wParam, LPARAM lParam,
+                                            UINT_PTR id, DWORD_PTR self);
     void CreateControl(const Control& control);
     void AddTabs(const TabStrip& strip);
     void AddTooltip(const Control& control, UINT message);
@@ -48,6 +53,7 @@ private:
     void CutOutPage(const Control& strip, const Control& page);
     void ShowText(const Control& control);
     void ShowValue(const Control& control) const;
+    void MarkTabStops(const Control& changed) const;
     [[nodiscard]] int Pixels(int twips) const;
     [[nodiscard]] bool IsShown(const Control& control) const;
     [[nodiscard]] bool IsInParamsArea(const Control& control) const;
@@ -59,6 +65,7 @@ private:
     UINT dpi_ = 96;
     UniqueFont font_;
     bool paramsShown_ = false;
+    bool focusArrives_ = false;
     LogBox status_;
     std::vector<HWND> windows_;  // in the order of the catalogue
     std::vector<HWND> borders_;  // the group box of a frame with a border

@@ -75,12 +75,9 @@ void OptionButton::setSelected(bool selected) {
         return;
     selected_ = selected;
     if (selected) {
-        for (Control* other : form_.controls_) {
-            if (other == this || other->spec().kind != kind)
-                continue;
-            if (other->spec().group != spec().group)
-                continue;
-            static_cast<OptionButton*>(other)->setSelected(false);
+        for (OptionButton* other : form_.GroupOf(*this)) {
+            if (other != this)
+                other->setSelected(false);
         }
     }
     Changed(ControlAspect::Value);
@@ -112,6 +109,16 @@ Control& Form::control(std::wstring_view name, int index) const {
     if (row == noControl)
         throw std::logic_error("no such control");
     return *controls_[row];
+}
+
+std::vector<OptionButton*> Form::GroupOf(const OptionButton& option) const {
+    std::vector<OptionButton*> members;
+    for (Control* each : controls_) {
+        if (each->spec().kind == ControlKind::OptionButton &&
+            each->spec().group == option.spec().group)
+            members.push_back(static_cast<OptionButton*>(each));
+    }
+    return members;
 }
 
 std::wstring_view Form::FramesOf(const TabStrip& strip) {

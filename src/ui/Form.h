@@ -268,6 +268,9 @@ public:
     [[nodiscard]] Control& frameOptions(int index) const { return control(L"frameOptions", index); }
     [[nodiscard]] Control& frameParams(int index) const { return control(L"frameParams", index); }
 
+    // The options that exclude each other, this one among them, in the order of the catalogue.
+    [[nodiscard]] std::vector<OptionButton*> GroupOf(const OptionButton& option) const;
+
     // The name of the frames that a strip switches between.
     [[nodiscard]] static std::wstring_view FramesOf(const TabStrip& strip);
 

@@ -1,6 +1,8 @@
 #include "ui/MainWindow.h"
 
+#include <algorithm>
 #include <utility>
+#include <vector>
 
 #include "resources/ResourceIds.h"
 #include "ui/Dpi.h"
@@ -137,17 +139,44 @@ void MainWindow::Close() {
 void MainWindow::RunMessageLoop() {
     MSG message;
     while (window_ && GetMessageW(&message, nullptr, 0, 0) > 0) {
-        if (OnKey(message) || IsDialogMessageW(window_, &message))
+        if (TranslateKey(message))
             continue;
         TranslateMessage(&message);
         DispatchMessageW(&message);
     }
 }
 
+bool MainWindow::TranslateKey(MSG& message) {
+    return window_ && (OnKey(message) || IsDialogMessageW(window_, &message));
+}
+
 bool MainWindow::OnKey(const MSG& message) {
     if (message.message != WM_KEYDOWN)
         return false;
-    return GetKeyState(VK_CONTROL) < 0 ? OnControlKey(message) : OnKeyInManyLines(message);
+    if (GetKeyState(VK_CONTROL) < 0)
+        return OnControlKey(message);
+    return OnArrow(message) || OnKeyInManyLines(message);
+}
+
+// Round the usable members of the group, which need not stand side by side in the window.
+bool MainWindow::OnArrow(const MSG& message) {
+    const bool back = message.wParam == VK_LEFT || message.wParam == VK_UP;
+    if (!back && message.wParam != VK_RIGHT && message.wParam != VK_DOWN)
+        return false;
+    const Control* from = controls_.FindById(GetDlgCtrlID(message.hwnd));
+    if (!from || from->spec().kind != ControlKind::OptionButton)
+        return false;
+    std::vector<OptionButton*> members = form_.GroupOf(static_cast<const OptionButton&>(*from));
+    if (back)
+        std::reverse(members.begin(), members.end());
+    std::rotate(members.begin(), std::find(members.begin(), members.end(), from), members.end());
+    const auto next = std::find_if(members.begin() + 1, members.end(),
+                                   [](const OptionButton* member) { return member->enabled(); });
+    if (next == members.end())
+        return true;
+    actions_.OptionClicked(**next);
+    ::SetFocus(controls_.of(**next));
+    return true;
 }
 
 // A box of many lines would keep these keys for itself.
@@ -237,12 +266,9 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             OnActivate(LOWORD(wParam) != WA_INACTIVE);
             return 0;
         case DM_GETDEFID:
-            // Enter presses the default button while it can be pressed.
-            return form_.cmdProcessCall.enabled()
-                       ? MAKELRESULT(ControlId(form_.cmdProcessCall.row()), DC_HASDEFID)
-                       : 0;
+            return DefaultButton();
         case WM_DPICHANGED:
-            OnDpiChanged(*reinterpret_cast<const RECT*>(lParam));
+            OnDpiChanged(LOWORD(wParam), *reinterpret_cast<const RECT*>(lParam));
             return 0;
         case WM_SETCURSOR:
             if (form_.waiting()) {
@@ -281,8 +307,16 @@ void MainWindow::OnActivate(bool active) {
     }
 }
 
-void MainWindow::OnDpiChanged(const RECT& suggested) {
-    dpi_ = DpiOfWindow(window_);
+// Enter presses the button that has the focus, else the default button while it can be pressed.
+LRESULT MainWindow::DefaultButton() const {
+    const Control* button = controls_.FindById(GetDlgCtrlID(GetFocus()));
+    if (!button || button->spec().kind != ControlKind::CommandButton)
+        button = &form_.cmdProcessCall;
+    return button->enabled() ? MAKELRESULT(ControlId(button->row()), DC_HASDEFID) : 0;
+}
+
+void MainWindow::OnDpiChanged(UINT dpi, const RECT& suggested) {
+    dpi_ = dpi;
     controls_.Layout(dpi_);
     SetWindowPos(window_, nullptr, suggested.left, suggested.top, 0, 0,
                  SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
@@ -316,7 +350,9 @@ void MainWindow::OnCommand(int controlId, int notification) {
             actions_.CheckBoxClicked(static_cast<CheckBox&>(*control));
             break;
         case ControlKind::OptionButton:
-            actions_.OptionClicked(static_cast<OptionButton&>(*control));
+            // Where none is selected, going there by Tab selects nothing.
+            if (!controls_.focusArrives())
+                actions_.OptionClicked(static_cast<OptionButton&>(*control));
             break;
         default:
             break;

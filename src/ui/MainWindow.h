@@ -25,6 +25,10 @@ public:
     // Serves messages until the window has gone.
     void RunMessageLoop();
 
+    // What the keyboard does in the window as a whole; true when the message is done with. Every
+    // loop that serves the window's messages asks it first.
+    bool TranslateKey(MSG& message);
+
     // Asks to close, as the close box does.
     void Close();
 
@@ -45,12 +49,14 @@ private:
     // Keys that belong to the window as a whole; false leaves the message to the dialog keyboard.
     bool OnKey(const MSG& message);
     bool OnControlKey(const MSG& message);
+    bool OnArrow(const MSG& message);
     bool OnKeyInManyLines(const MSG& message);
     void StepThroughTabs(HWND focused, int step);
     void KeepFocusUsable(const Control& changed, HWND before);
     [[nodiscard]] TabStrip& StripBeside(HWND native) const;
     void OnActivate(bool active);
-    void OnDpiChanged(const RECT& suggested);
+    [[nodiscard]] LRESULT DefaultButton() const;
+    void OnDpiChanged(UINT dpi, const RECT& suggested);
 
     void Create();
     void Size();

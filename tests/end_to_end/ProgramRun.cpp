@@ -23,6 +23,11 @@ std::map<std::string, int> ReadControlTable() {
     return ids;
 }
 
+const std::map<std::string, int>& ControlIds() {
+    static const std::map<std::string, int> ids = ReadControlTable();
+    return ids;
+}
+
 struct ControlSearch {
     int id;
     HWND found;
@@ -104,7 +109,7 @@ void ProgramRun::Finish(const std::vector<std::string>& answers) {
 }
 
 HWND ControlNamed(HWND mainWindow, const std::string& name) {
-    static const std::map<std::string, int> ids = ReadControlTable();
+    const std::map<std::string, int>& ids = ControlIds();
     const auto known = ids.find(name);
     EXPECT_NE(known, ids.end()) << "no control has this name: " << name;
     if (known == ids.end()) {
@@ -114,6 +119,15 @@ HWND ControlNamed(HWND mainWindow, const std::string& name) {
     EnumChildWindows(mainWindow, CheckControl, reinterpret_cast<LPARAM>(&search));
     EXPECT_NE(search.found, nullptr) << "the window has no control " << name;
     return search.found;
+}
+
+std::string NameOfControl(HWND control) {
+    for (const auto& [name, id] : ControlIds()) {
+        if (control != nullptr && GetDlgCtrlID(control) == id) {
+            return name;
+        }
+    }
+    return {};
 }
 
 std::string ControlText(HWND mainWindow, const std::string& name) {

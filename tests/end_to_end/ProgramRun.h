@@ -36,6 +36,7 @@ private:
 
 // The main window's controls, by their names.
 HWND ControlNamed(HWND mainWindow, const std::string& name);
+std::string NameOfControl(HWND control);  // empty for what is none
 std::string ControlText(HWND mainWindow, const std::string& name);
 bool ControlEnabled(HWND mainWindow, const std::string& name);
 void PressControl(HWND mainWindow, const std::string& name);

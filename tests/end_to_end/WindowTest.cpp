@@ -55,6 +55,10 @@ void WindowTest::Focus(HWND window, const std::string& control) {
     AttachThreadInput(GetCurrentThreadId(), ThreadOf(window), FALSE);
 }
 
+std::string WindowTest::FocusedControl(HWND window) {
+    return NameOfControl(FocusOf(window));
+}
+
 bool WindowTest::HasFocus(HWND window, const std::string& control) {
     const HWND wanted = ControlNamed(window, control);
     return WaitUntil([&] { return FocusOf(window) == wanted; });

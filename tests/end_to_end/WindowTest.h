@@ -21,6 +21,8 @@ protected:
     static void SelectTab(HWND window, const std::string& strip, int tab);
     // Gives the focus; the box that had it is left.
     static void Focus(HWND window, const std::string& control);
+    // The name of the control that has the focus; empty for none.
+    static std::string FocusedControl(HWND window);
     static bool HasFocus(HWND window, const std::string& control);
     static bool TextIs(HWND window, const std::string& control, const std::string& text);
 };

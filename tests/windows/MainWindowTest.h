@@ -1,0 +1,137 @@
+#pragma once
+
+#include "ui/MainWindow.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "ui/Form.h"
+#include "ui/FormActions.h"
+#include "windows/NativeWindow.h"
+#include "windows/PumpUntil.h"
+
+#include <commctrl.h>
+
+namespace corvane::test {
+
+// Does to the form what the program does, and keeps what it was told.
+class RecordedActions final : public FormActions {
+public:
+    void ButtonClicked(CommandButton& button) override {
+        told.push_back(L"button " + button.name());
+        if (button.name() == L"cmdParams" && form)
+            form->ToggleParams();
+        if (onButton)
+            onButton();
+    }
+    void CheckBoxClicked(CheckBox& box) override {
+        told.push_back(L"check " + box.name());
+        box.setChecked(!box.checked());
+    }
+    void OptionClicked(OptionButton& option) override {
+        told.push_back(L"option " + option.name());
+        option.setSelected(true);
+    }
+    bool MayLeave(TextBox& box, bool changed) override {
+        told.push_back(L"leave " + box.name() + (changed ? L" changed" : L" unchanged"));
+        return mayLeave;
+    }
+    void Activated() override { ++activations; }
+    bool MayClose() override {
+        ++closeQuestions;
+        if (onClose)
+            onClose();
+        return mayClose;
+    }
+
+    Form* form = nullptr;
+    std::vector<std::wstring> told;
+    std::function<void()> onButton;
+    std::function<void()> onClose;
+    bool mayLeave = true;
+    bool mayClose = true;
+    int activations = 0;
+    int closeQuestions = 0;
+};
+
+struct IdSearch {
+    int id = 0;
+    HWND found = nullptr;
+    int count = 0;
+};
+
+inline BOOL CALLBACK CompareId(HWND window, LPARAM parameter) {
+    auto* search = reinterpret_cast<IdSearch*>(parameter);
+    if (GetDlgCtrlID(window) == search->id) {
+        search->found = window;
+        ++search->count;
+    }
+    return TRUE;
+}
+
+class MainWindowTest : public testing::Test {
+protected:
+    MainWindowTest() { actions.form = &form; }
+    ~MainWindowTest() override {
+        window.reset();
+        // A window that ended asks its loop to end: the next test has its own.
+        MSG message;
+        while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+        }
+    }
+
+    static void PumpWhatIsPending() {
+        int rounds = 0;
+        static_cast<void>(PumpUntil([&rounds] { return ++rounds > 10; }));
+    }
+
+    void Show() {
+        form.setVisible(true);
+        ASSERT_NE(window->handle(), nullptr);
+        ASSERT_TRUE(PumpUntil([this] { return actions.activations > 0; }));
+    }
+    [[nodiscard]] HWND Native(const Control& control) const {
+        IdSearch search;
+        search.id = 1001 + static_cast<int>(control.row());
+        EnumChildWindows(window->handle(), &CompareId, reinterpret_cast<LPARAM>(&search));
+        EXPECT_EQ(search.count, 1) << search.id;
+        return search.found;
+    }
+    void Click(const Control& control) const { SendMessageW(Native(control), BM_CLICK, 0, 0); }
+    void Type(const Control& control, const std::wstring& text) const {
+        for (const wchar_t character : text)
+            SendMessageW(Native(control), WM_CHAR, character, 1);
+    }
+    void ClickTab(const Control& strip, int tab) const {
+        RECT place{};
+        SendMessageW(Native(strip), TCM_GETITEMRECT, static_cast<WPARAM>(tab),
+                     reinterpret_cast<LPARAM>(&place));
+        const LPARAM point =
+            MAKELPARAM((place.left + place.right) / 2, (place.top + place.bottom) / 2);
+        SendMessageW(Native(strip), WM_LBUTTONDOWN, MK_LBUTTON, point);
+        SendMessageW(Native(strip), WM_LBUTTONUP, 0, point);
+    }
+    // Keys reach the dialog keyboard only through the window's own loop; the window has to close.
+    void PressInLoop(HWND focused, WPARAM key) {
+        SetFocus(focused);
+        PostMessageW(focused, WM_KEYDOWN, key, 1);
+        SetTimer(window->handle(), 1, patience, &MainWindowTest::GiveUp);
+        window->RunMessageLoop();
+    }
+    static void CALLBACK GiveUp(HWND window, UINT, UINT_PTR, DWORD) {
+        ADD_FAILURE() << "the key did nothing";
+        DestroyWindow(window);
+    }
+    static LRESULT CheckState(HWND window) { return SendMessageW(window, BM_GETCHECK, 0, 0); }
+
+    Form form;
+    RecordedActions actions;
+    std::unique_ptr<MainWindow> window =
+        std::make_unique<MainWindow>(form, actions, GetModuleHandleW(nullptr));
+};
+
+}  // namespace corvane::test
