@@ -42,7 +42,8 @@ void HtmlNotes::AddRefAndNotesToOpenCallDialog(std::int32_t windowHandle,
         std::wstring addition = form_.NotesAreHTML ? link.LinkHTML : link.RecordingPathOrReason;
         if (!refText.empty()) {
             if (TrimBlanks(windows_.GetControlText(window, refControl)).empty()) {
-                windows_.SetControlText(window, refControl, refText);
+                if (!windows_.SetControlText(window, refControl, refText))
+                    status_.WriteStatus(L"Could not fill in Ref of Complete Call dialog.");
             } else if (!addition.empty()) {
                 addition = Join(refText, form_.NotesAreHTML ? L"<br>" : lineBreak, addition);
             } else {
@@ -52,7 +53,10 @@ void HtmlNotes::AddRefAndNotesToOpenCallDialog(std::int32_t windowHandle,
         if (addition.empty())
             return;
         const std::wstring notes = windows_.GetControlText(window, notesControl);
-        windows_.SetControlText(window, notesControl, Escape(NotesWithAddition(notes, addition)));
+        if (!windows_.SetControlText(window, notesControl,
+                                     Escape(NotesWithAddition(notes, addition)))) {
+            status_.WriteStatus(L"Could not fill in Notes of Complete Call dialog.");
+        }
     });
 }
 

@@ -4,6 +4,7 @@
 
 #include "calls/RecordingLinkState.h"
 #include "fakes/FakeHtmlDocument.h"
+#include "gmapi/Envelope.h"
 #include "GoldMineFixture.h"
 #include "platform/BuiltInHtmlDocument.h"
 
@@ -27,7 +28,7 @@ protected:
                 return WindowsList();
             EXPECT_TRUE(command.starts_with(L"<GMAPI call=\"SetControlText\">"));
             written.push_back(command);
-            return Reply(L"GMUI_SetControlText", L"1", L"Success");
+            return Reply(L"GMUI_SetControlText", writable ? L"1" : L"0", L"Success");
         };
     }
     [[nodiscard]] std::wstring WindowsList() const {
@@ -52,6 +53,7 @@ protected:
     std::wstring ref;       // as it stands in the reply
     std::wstring oldNotes;  // as it stands in the reply
     Lines written;
+    bool writable = true;
     HtmlScript html;
     bool builtIn = false;
     RecordingLinkState link;
@@ -110,6 +112,42 @@ INSTANTIATE_TEST_SUITE_P(
               L"",
               L"",
               {SetCommand(L"1017", L"No files found &quot;x&quot;.")}}));
+
+TEST_F(HtmlNotesTest, AFieldThatCannotBeWrittenIsTold) {
+    writable = false;
+    FillIn(L"call");
+    EXPECT_EQ(written,
+              (Lines{SetCommand(L"1016", L"call"), SetCommand(L"1017", L"C:\\Rec\\a&amp;b.wav")}));
+    EXPECT_EQ(status.lines, (Lines{L"Could not fill in Ref of Complete Call dialog.",
+                                   L"Could not fill in Notes of Complete Call dialog."}));
+}
+
+TEST_F(HtmlNotesTest, FieldsThatAreWrittenNeedNoLine) {
+    FillIn(L"call");
+    ExpectNoLines();
+}
+
+// Five megabytes: what the dialog held comes back unchanged behind the link.
+TEST_F(HtmlNotesTest, NotesOfAnyLengthAreKept) {
+    const std::wstring piece = L"<p>Called back, left a message; asked for 5 catalogues.</p>";
+    std::wstring text;
+    while (text.size() < 5 * 1024 * 1024)
+        text += piece;
+    oldNotes = Escape(text);
+    for (const bool asHtml : {false, true}) {
+        written.clear();
+        form.NotesAreHTML = asHtml;
+        builtIn = asHtml;
+        FillIn(L"");
+        const std::wstring expected =
+            asHtml ? L"<HTML><HEAD></HEAD>\r\n<BODY><P><FONT size=2 face='Segoe UI,Tahoma'>"
+                     L"<A>link</A></FONT></P><br>" +
+                         text + L"</BODY></HTML>"
+                   : L"C:\\Rec\\a&b.wav\r\n\r\n" + text;
+        ASSERT_EQ(written.size(), 1U);
+        EXPECT_TRUE(written[0] == SetCommand(L"1017", Escape(expected))) << asHtml;
+    }
+}
 
 TEST_F(HtmlNotesTest, TheHandleIsWrittenAsADecimalNumber) {
     goldMine.answerAll = nullptr;
