@@ -109,37 +109,4 @@ TEST_F(ProgramPlaceTest, AFolderWithBlanksIsTold) {
         << LogText();
 }
 
-TEST_F(ProgramPlaceTest, TheWindowShowsWhereEverythingLives) {
-    CloseGoldMine();
-    SetMachine(crmKey, "CommandLineAPILogLevel", "AllEvents");
-    SetMachine(crmKey, "CommandLineAPILogPath", "C:\\logs");
-
-    ProgramRun run = Start("");
-    const HWND window = run.WaitForWindow();
-    const auto shows = [&](const std::string& name, const std::string& text) {
-        EXPECT_EQ(ControlText(window, name), text) << name;
-    };
-    shows("txtAppPath", "C:\\corvane-e2e\\app\\CorvaneTo3CX.exe");
-    shows("txtGMInstallDir", "C:\\corvane-e2e\\goldmine\\");
-    shows("txt3CXOutboundCallNotifierPath", "C:\\corvane-e2e\\app\\CallTriggerCmd.exe");
-    shows("txtCommandLineAPIPluginDLLPath", "C:\\corvane-e2e\\app\\CommandLineAPIPlugin.dll");
-    shows("txtCommandLineAPILogLevel", "AllEvents");
-    shows("txtCommandLineAPILogPath", "C:\\logs\\3CXCommandLineAPIPlugin.log");
-    shows("txt3CXCRMCallNotifierPath", "C:\\corvane-e2e\\app\\CorvaneTo3CX.exe");
-    shows("lbl3CXInfo", "3CXPhone defined in registry. Assuming 3CX 14 or later.");
-    shows("cmdChangeLogLevel", "Set to log only ImportantEvents");
-    shows("txtLogPath", "C:\\ProgramData\\Halvorn Systems\\CorvaneTo3CX\\CorvaneTo3CX.log");
-    PressControl(window, "cmdChangeLogLevel");
-    run.Answer("OK");
-    shows("txtCommandLineAPILogLevel", "ImportantEvents");
-    shows("cmdChangeLogLevel", "Set to log AllEvents");
-    PostMessageW(window, WM_CLOSE, 0, 0);
-    const Outcome outcome = Finish(run);
-
-    EXPECT_EQ(outcome.boxes, (Boxes{{"Please exit and re-start 3CXPhone to complete changing the "
-                                     "3CX Command Line API Plugin log level."}}));
-    EXPECT_EQ(RegistryText(HKEY_LOCAL_MACHINE, crmKey, "CommandLineAPILogLevel"),
-              "ImportantEvents");
-}
-
 }  // namespace end_to_end

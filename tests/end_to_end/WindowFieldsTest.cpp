@@ -175,6 +175,7 @@ TEST_F(WindowFieldsTest, TheLogLevelOfThePluginGoesThereAndBack) {
     PressControl(window, "cmdChangeLogLevel");
     run.Answer("OK");
     EXPECT_TRUE(TextIs(window, "txtCommandLineAPILogLevel", "AllEvents"));
+    EXPECT_TRUE(HasFocus(window, "txtCommandLineAPILogLevel"));
     EXPECT_EQ(ControlText(window, "cmdChangeLogLevel"), "Set to log only ImportantEvents");
     EXPECT_EQ(RegistryText(HKEY_LOCAL_MACHINE, crmKey, "CommandLineAPILogLevel"), "AllEvents");
     PressControl(window, "cmdChangeLogLevel");
