@@ -2,7 +2,9 @@
 
 #include <utility>
 
+#include "Files.h"
 #include "ResourceIds.h"
+#include "Text.h"
 #include "WindowList.h"
 
 namespace practice {
@@ -20,6 +22,25 @@ const wchar_t* KindText(CallKind kind) {
     return L"";
 }
 
+struct CallTexts {
+    std::wstring reference;
+    std::wstring notes;
+};
+
+// The file's first line and all behind it; nothing when there is no file.
+CallTexts ReadCallTexts(const std::wstring& file) {
+    const std::wstring text = FromUtf8(ReadWholeFile(file).value_or(""));
+    const size_t lineFeed = text.find(L'\n');
+    CallTexts texts{text.substr(0, lineFeed), L""};
+    if (!texts.reference.empty() && texts.reference.back() == L'\r') {
+        texts.reference.pop_back();
+    }
+    if (lineFeed != std::wstring::npos) {
+        texts.notes = WithControlLineEnds(std::wstring_view(text).substr(lineFeed + 1));
+    }
+    return texts;
+}
+
 }  // namespace
 
 CompleteCallDialog::CompleteCallDialog(Desk& desk, HWND owner, CallKind kind, std::wstring account)
@@ -35,6 +56,9 @@ CompleteCallDialog::CompleteCallDialog(Desk& desk, HWND owner, CallKind kind, st
         const Row& row = contact.rows.front();
         SetText(IDC_CALL_CONTACT, (row[0] + L", " + row[1]).c_str());
     }
+    const CallTexts texts = ReadCallTexts(desk_.options().dataFolder + L"complete-call.txt");
+    SetText(IDC_REFERENCE, texts.reference.c_str());
+    SetText(IDC_NOTES, texts.notes.c_str());
     Show();
     SetFocus(GetDlgItem(handle(), IDC_REFERENCE));
 }

@@ -20,10 +20,10 @@ struct StatementCloser {
 using Statement = std::unique_ptr<sqlite3_stmt, StatementCloser>;
 
 std::wstring ColumnText(sqlite3_stmt* statement, int column) {
-    const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement, column));
-    return text == nullptr
-               ? std::wstring()
-               : FromUtf8({text, static_cast<size_t>(sqlite3_column_bytes(statement, column))});
+    const auto* text = static_cast<const wchar_t*>(sqlite3_column_text16(statement, column));
+    const int bytes = sqlite3_column_bytes16(statement, column);
+    return text == nullptr ? std::wstring()
+                           : std::wstring(text, static_cast<size_t>(bytes) / sizeof(wchar_t));
 }
 
 // GoldMine's record ids are no numbers: letters, digits and signs. The letter in front keeps every
@@ -63,6 +63,9 @@ Database::Database(const std::wstring& file, bool fresh) {
     // A practice database may be lost with the power; it must be quick.
     RunScript("PRAGMA synchronous=OFF; PRAGMA journal_mode=MEMORY;");
     if (isNew) {
+        // Texts stay in UTF-16, so that one that comes in pieces is whole in the end: a piece may
+        // end within a character.
+        RunScript("PRAGMA encoding='UTF-16le';");
         RunScript(SampleContacts().c_str());
     }
 }
@@ -104,9 +107,9 @@ Table Database::Run(std::wstring_view sql, const Parameters& parameters, bool re
         throw DatabaseError("Only queries can be run.");
     }
     for (size_t i = 0; i < parameters.size(); ++i) {
-        const std::string value = ToUtf8(parameters[i]);
-        sqlite3_bind_text(statement.get(), static_cast<int>(i) + 1, value.data(),
-                          static_cast<int>(value.size()), SQLITE_TRANSIENT);
+        const std::wstring& value = parameters[i];
+        sqlite3_bind_text16(statement.get(), static_cast<int>(i) + 1, value.data(),
+                            static_cast<int>(value.size() * sizeof(wchar_t)), SQLITE_TRANSIENT);
     }
 
     Table table;

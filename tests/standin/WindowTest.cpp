@@ -221,6 +221,26 @@ TEST_F(WindowTest, ControlsCanBeReadAndSetAndCompletingStoresThem) {
     }
 }
 
+TEST_F(WindowTest, CompleteCallOpensWithTheTextsOfItsFile) {
+    struct Case {
+        const char* file;
+        const char* row;  // what completing stores
+    };
+    const Case cases[] = {
+        {"asked for <Ann> & Bob\r\nfirst \xF0\x9F\x98\x80 line\nsecond\r\n\r\n",
+         "asked for <Ann> & Bob\tfirst \xF0\x9F\x98\x80 line\\r\\nsecond\\r\\n\\r\\n\n"},
+        {"only Ref", "only Ref\t\n"},
+    };
+    Start();
+    for (const Case& entry : cases) {
+        WriteFileText(DataFile(L"complete-call.txt"), entry.file);
+        Client client;
+        PressAndWaitUntilGone(OpenCompleteCall(client, L"CompleteScheduledCall"), IDOK);
+
+        EXPECT_EQ(Sql(L"select Ref, Notes from ContHist order by rowid desc limit 1"), entry.row);
+    }
+}
+
 TEST_F(WindowTest, SettingTheTextOfWhatIsNotThereFails) {
     Start();
     Client client;
