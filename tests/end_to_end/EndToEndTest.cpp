@@ -58,6 +58,7 @@ void EndToEndTest::SetUp() {
     WriteFileText(std::wstring(appFolder) + L"CommandLineAPIPlugin.dll", "");
     MakeFolder(dataFolder);
     DeleteFileW((std::wstring(dataFolder) + L"faults.txt").c_str());
+    DeleteFileW((std::wstring(dataFolder) + L"complete-call.txt").c_str());
     WriteFileText(std::wstring(dataFolder) + L"GM.INI", "[GoldMine]\r\nHTML_Cal_Notes=0\r\n");
     WriteFileText(std::wstring(dataFolder) + L"MASTER.INI",
                   "[GoldMine]\r\n\r\n[Modem]\r\nDeviceID=0\r\nDDEDial=&Dial,," +

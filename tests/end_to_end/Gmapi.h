@@ -6,6 +6,32 @@
 // command as they are given here, so a test writes them escaped.
 namespace end_to_end::gmapi {
 
+inline std::string Escaped(const std::string& text) {
+    std::string result;
+    for (const char each : text) {
+        switch (each) {
+            case '&':
+                result += "&amp;";
+                break;
+            case '"':
+                result += "&quot;";
+                break;
+            case '\'':
+                result += "&apos;";
+                break;
+            case '<':
+                result += "&lt;";
+                break;
+            case '>':
+                result += "&gt;";
+                break;
+            default:
+                result += each;
+        }
+    }
+    return result;
+}
+
 inline std::string Data(const std::string& name, const std::string& value) {
     return "<data name=\"" + name + "\">" + value + "</data>";
 }

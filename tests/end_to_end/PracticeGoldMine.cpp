@@ -110,4 +110,9 @@ Lines PracticeGoldMine::Sql(const std::string& statement) const {
     return UnescapedLines(out);
 }
 
+std::string PracticeGoldMine::NewestHistory(const std::string& columns) const {
+    const Lines rows = Sql("select " + columns + " from ContHist order by rowid desc limit 1");
+    return rows.empty() ? "" : rows[0];
+}
+
 }  // namespace end_to_end

@@ -38,6 +38,9 @@ public:
     Lines Journal() const;
     // The rows of a statement: columns separated by tabs.
     Lines Sql(const std::string& statement) const;
+    // These columns of the history item that was added last, separated by tabs; "" when there is
+    // none.
+    std::string NewestHistory(const std::string& columns) const;
 
 private:
     std::wstring program_;

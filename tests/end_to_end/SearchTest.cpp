@@ -382,23 +382,30 @@ const Lines positioning = {
     gmapi::RecordObj("SetObject", ""), gmapi::RecordObj("SetRecord", "Primary"),
     gmapi::RecordObj("SetOrder", "ContAcc"), gmapi::RecordObj("Seek", "A0011")};
 
+const std::string queryFailed =
+    "Error calling DataStream Query function for this SQL query:\r\nselect AccountNo from ContSupp "
+    "where RecType = 'C' and (phone = '(206)555-0150' or fax = '(206)555-0150')\r\nResult:\r\n";
+
+std::string ReplyOfRows(int count) {
+    std::string rows = "3000-" + std::to_string(count);
+    for (int row = 0; row < count; ++row) {
+        rows += "\\nA" + std::to_string(row) + "&#13;x";
+    }
+    return "<GMAPI call=\"DataStream\"><status code=\"1\">1</status><data name=\"Return\">"
+           "<data name=\"Rows\"><data name=\"RawReturn\">" +
+           rows + "</data></data></data></GMAPI>";
+}
+const std::string thousandsOfRows = ReplyOfRows(5000);
+
 INSTANTIATE_TEST_SUITE_P(
     Faults, DataStreamFaultTest,
     testing::Values(
         StreamFault{"Query",
                     "DataStream:Query status 0 Refused\n",
-                    {"Error calling DataStream Query function for this SQL query:\r\nselect "
-                     "AccountNo from ContSupp where RecType = 'C' and (phone = '(206)555-0150' or "
-                     "fax = '(206)555-0150')\r\nResult:\r\n" +
-                         refused,
-                     NotFound("(206)555-0150")},
+                    {queryFailed + refused, NotFound("(206)555-0150")},
                     {SqlOfAll("(206)555-0150")},
                     {NotFoundMsg("(206)555-0150")},
-                    {{"Error calling DataStream Query function for this SQL query:\r\nselect "
-                      "AccountNo from ContSupp where RecType = 'C' and (phone = '(206)555-0150' or "
-                      "fax = '(206)555-0150')\r\nResult:\r\n" +
-                          refused,
-                      "OK", "exclamation"}}},
+                    {{queryFailed + refused, "OK", "exclamation"}}},
         StreamFault{"Fetch",
                     "DataStream:Fetch status 0 Refused\n",
                     {"Error calling DataStream Fetch function. Result:\r\n" + refused,
@@ -415,6 +422,33 @@ INSTANTIATE_TEST_SUITE_P(
                     positioning,
                     {{"Error calling DataStream Close function. Result:\r\n" + refused, "OK",
                       "exclamation"}}},
+        StreamFault{"QueryWithoutAReply",
+                    "DataStream:Query reply\n",
+                    {queryFailed, NotFound("(206)555-0150")},
+                    {SqlOfAll("(206)555-0150")},
+                    {NotFoundMsg("(206)555-0150")},
+                    {{queryFailed, "OK", "exclamation"}}},
+        StreamFault{"QueryWithoutAnArea",
+                    "DataStream:Query reply <GMAPI call=\"DataStream\"><status code=\"1\">7\n"
+                    "DataStream:Fetch status 0 Refused\n",
+                    {"Error calling DataStream Fetch function. Result:\r\n" + refused,
+                     NotFound("(206)555-0150")},
+                    {SqlOfAll("(206)555-0150"), gmapi::Fetch("")},
+                    {NotFoundMsg("(206)555-0150")},
+                    {{"Error calling DataStream Fetch function. Result:\r\n" + refused, "OK",
+                      "exclamation"}}},
+        StreamFault{"ThousandsOfRows",
+                    "DataStream:Fetch reply " + thousandsOfRows + "\n",
+                    {NotFound("(206)555-0150")},
+                    Fetched(SqlOfAll("(206)555-0150"), "1"),
+                    {NotFoundMsg("(206)555-0150")},
+                    {}},
+        StreamFault{"SeekWithoutAReply",
+                    "RecordObj:Seek reply\n",
+                    {"Found (206)555-0150 in an Additional Contact record.", PositionFailed(".")},
+                    Fetched(SqlOfAll("(206)555-0150"), "1"),
+                    Joined({positioning, {gmapi::StatusMsg(PositionFailed("."))}}),
+                    {}},
         StreamFault{"PositioningStopsAtTheFirstRefusal",
                     "RecordObj:SetOrder status 0\n",
                     {"Found (206)555-0150 in an Additional Contact record.", PositionFailed(".")},
@@ -423,5 +457,34 @@ INSTANTIATE_TEST_SUITE_P(
                      gmapi::StatusMsg(PositionFailed("."))},
                     {}}),
     NameOf);
+
+class UnreadableFetchTest : public FailedSearchTest,
+                            public testing::WithParamInterface<const char*> {};
+
+TEST_P(UnreadableFetchTest, IsARuntimeErrorAfterTheStreamWasClosed) {
+    GoldMine("/NoRecord").SetFaults(std::string("DataStream:Fetch reply ") + GetParam() + "\n");
+    const std::string commandLine = "/N:S /C:2065550150 /T:I /I:5";
+
+    const Outcome run = Run(commandLine);
+
+    Check(run,
+          {.log = RunLog(commandLine, "5",
+                         {versionDetected,
+                          "Inbound call search for CallerID:  requested while inbound call is "
+                          "_ringing_.",
+                          "Inbound call search for CallerID:  searching while incoming call is "
+                          "ringing.",
+                          "Run-time error '13':  Type mismatch"}),
+           .commands = Joined({startUpCommands,
+                               phone1,
+                               {gmapi::CallerID("(206)555-0150", "1", "1")},
+                               Fetched(SqlOfAll("(206)555-0150"), "1")}),
+           .boxes = {{"Run-time error '13':\r\n\r\nType mismatch", "OK", "critical"}}});
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Replies, UnreadableFetchTest,
+    testing::Values("<GMAPI call=\"DataStream\"><status code=\"1\">1</status><data",
+                    "<GMAPI call=\"DataStream\"><status code=\"1\">1</status></GMAPI>"));
 
 }  // namespace end_to_end

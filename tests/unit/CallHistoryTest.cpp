@@ -343,6 +343,25 @@ TEST_F(NotesTest, PiecesAreCutBeforeTheyAreEscaped) {
     EXPECT_EQ(pieces, (Lines{std::wstring(199, L'x') + L"&amp;", L"&lt;"}));
 }
 
+// The border of two pieces may lie within a line end or a character.
+TEST_F(NotesTest, PiecesJoinToTheNotesWhateverStandsAtTheirBorder) {
+    const std::wstring ends[] = {L"\r\n", L"\n", std::wstring{wchar_t{0xD83D}, wchar_t{0xDE00}}};
+    for (const std::wstring& end : ends) {
+        for (const std::size_t before : {198U, 199U, 200U}) {
+            const std::wstring notes = std::wstring(before, L'x') + end + std::wstring(250, L'y');
+            link.RecordingPathOrReason = notes;
+            pieces.clear();
+            CollectPieces();
+
+            Save();
+
+            ASSERT_EQ(pieces.size(), 3U);
+            EXPECT_EQ(pieces[0], notes.substr(0, 200));
+            EXPECT_EQ(pieces[0] + pieces[1] + pieces[2], notes);
+        }
+    }
+}
+
 struct FailingStep {
     std::wstring command;
     std::wstring reply;

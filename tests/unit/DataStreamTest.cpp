@@ -114,6 +114,38 @@ TEST_F(DataStreamTest, AnEmptyRowIsReportedAndIsNoSuccess) {
         L"There is no field number 1 delimited by a Carriage Return in the following record:\r\n");
 }
 
+TEST_F(DataStreamTest, ACountWithoutRowsIsReportedLikeAnEmptyRow) {
+    SetPacket(L"3000-0001");
+    EXPECT_EQ(dataStream.FirstFieldOfQuery(sql), std::nullopt);
+    ExpectReported(
+        L"There is no field number 1 delimited by a Carriage Return in the following record:\r\n");
+}
+
+TEST_F(DataStreamTest, OfThousandsOfRowsTheHeaderCountsAndTheFirstIsTaken) {
+    std::wstring packet = L"0000-1";
+    for (int row = 0; row < 5000; ++row)
+        packet += L"&#10;A" + std::to_wstring(row) + L"&#13;x";
+    SetPacket(packet);
+    EXPECT_EQ(dataStream.FirstFieldOfQuery(sql), L"A0");
+    ExpectNoLines();
+}
+
+class UnreadableReplyTest : public DataStreamTest,
+                            public testing::WithParamInterface<std::wstring> {};
+
+TEST_P(UnreadableReplyTest, OfAFetchHasNoCountAndIsATypeMismatchAfterTheClose) {
+    goldMine.answers[fetch] = GetParam();
+    EXPECT_EQ(ErrorOf([&] { static_cast<void>(dataStream.FirstFieldOfQuery(sql)); }).number, 13);
+    EXPECT_EQ(goldMine.commands, (Lines{query, fetch, close}));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Replies, UnreadableReplyTest,
+    testing::Values(L"<GMAPI call=\"DataStream\"><status code=\"1\">",
+                    L"<GMAPI call=\"DataStream\"><status "
+                    L"code=\"1\">1</status><data name=\"Return\"><data name=\"Rows\"></GMAPI>",
+                    L"<GMAPI call=\"DataStream\"><status code=\"1\">1</status></GMAPI>"));
+
 TEST_F(DataStreamTest, TheFirstFieldIsUnescaped) {
     SetPacket(L"3000-0001&#10;A &amp;amp; B&#13;x");
     EXPECT_EQ(dataStream.FirstFieldOfQuery(sql), L"A & B");
