@@ -148,6 +148,22 @@ TEST_F(MshtmlDocumentTest, FragmentIsInsertedInTheOrderThatTheEngineNeeds) {
                   L"body.insertadjacenthtml [afterBegin] [<A href=\"x\">new</A>]", L"close"}));
 }
 
+TEST_F(MshtmlDocumentTest, ADocumentIsReadAfterItIsReady) {
+    script.texts[L"readystate"] = L"complete";
+    script.texts[L"documentelement.outerhtml"] = L"<HTML>all</HTML>";
+    const auto document = MshtmlDocument::Create();
+    ASSERT_TRUE(document);
+
+    document->InsertAtStartOfBody(L"old", L"new");
+    EXPECT_TRUE(document->Complete());
+    EXPECT_EQ(document->Serialise(), L"<HTML>all</HTML>");
+
+    EXPECT_EQ(script.calls,
+              (std::vector<std::wstring>{L"open [about:blank]", L"write [old]",
+                                         L"body.insertadjacenthtml [afterBegin] [new]", L"close",
+                                         L"readystate", L"documentelement.outerhtml"}));
+}
+
 TEST_F(MshtmlDocumentTest, OnlyTheReadyStateCompleteIsComplete) {
     const auto document = MshtmlDocument::Create();
     ASSERT_TRUE(document);
