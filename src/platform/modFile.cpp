@@ -35,27 +35,29 @@ using UniqueFind = std::unique_ptr<std::remove_pointer_t<HANDLE>, FindCloseLater
     throw ErrorFromHResult(HRESULT_FROM_WIN32(code));
 }
 
-// One writer at a time, across processes: Windows appends whole texts by itself, but a file server
-// (or Wine) may look for the end first and write second, and then two calls at once would write
-// over each other. The locked byte lies far behind any text, so that readers are never kept out.
+// One writer at a time: Windows appends whole texts by itself, but Wine and some file servers look
+// for the end first and write second, and then two runs at once would write over each other. The
+// turn is a matter of the program's own instances; the file itself is locked for nobody, and an
+// instance that hangs keeps the others waiting for a moment only.
 class AppendTurn {
 public:
-    explicit AppendTurn(HANDLE file) : file_(file) {
-        place_.OffsetHigh = 0x7FFFFFFF;
-        // A file system without locks leaves the line as safe as it can make it.
-        locked_ = LockFileEx(file_, LOCKFILE_EXCLUSIVE_LOCK, 0, 1, 0, &place_) != FALSE;
+    AppendTurn() : mutex_(CreateMutexW(nullptr, FALSE, L"Local\\CorvaneTo3CX.AppendToFile")) {
+        constexpr DWORD longestWaitMilliseconds = 100;
+        if (mutex_) {
+            const DWORD answer = WaitForSingleObject(mutex_.get(), longestWaitMilliseconds);
+            owned_ = answer == WAIT_OBJECT_0 || answer == WAIT_ABANDONED;
+        }
     }
     AppendTurn(const AppendTurn&) = delete;
     AppendTurn& operator=(const AppendTurn&) = delete;
     ~AppendTurn() {
-        if (locked_)
-            UnlockFileEx(file_, 0, 1, 0, &place_);
+        if (owned_)
+            ReleaseMutex(mutex_.get());
     }
 
 private:
-    HANDLE file_;
-    OVERLAPPED place_{};
-    bool locked_;
+    UniqueHandle mutex_;
+    bool owned_ = false;
 };
 
 bool Attributes(const std::wstring& path, DWORD& attributes) {
@@ -97,7 +99,7 @@ void AppendToFile(const std::wstring& path, std::wstring_view text) {
         ThrowLastError();
     const UniqueHandle file(opened);
     const std::string ansi = AnsiFromText(text);
-    const AppendTurn turn(file.get());
+    const AppendTurn turn;
     DWORD written = 0;
     if (!WriteFile(file.get(), ansi.data(), static_cast<DWORD>(ansi.size()), &written, nullptr)) {
         ThrowLastError();
