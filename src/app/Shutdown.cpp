@@ -24,7 +24,9 @@ bool Shutdown::Unload() {
     if (unloading_)
         return false;
     unloading_ = true;
-    if (!SaveBeforeExit()) {
+    bool goesOn = false;
+    parts_.errors.Guard([&] { goesOn = SaveBeforeExit(); });
+    if (!goesOn) {
         unloading_ = false;
         return false;
     }
@@ -65,7 +67,8 @@ void Shutdown::FinishCallDialog() {
     }
     parts_.clock.PumpEvents();
     if (parts_.goldMineProcess.FindGoldMineExecutable()) {
-        windows.RegisterWindowUpDown(completeCallWindow, false);
+        // A refusal changes nothing: the program ends.
+        static_cast<void>(windows.RegisterWindowUpDown(completeCallWindow, false));
     }
 }
 

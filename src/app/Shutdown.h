@@ -32,6 +32,8 @@ public:
     // False when the user cancelled or the settings could not be saved: the window stays. Also
     // when it is in progress already: its wait lets the user reach the window.
     [[nodiscard]] bool Unload();
+    // From the user's wish to close until the program ends or the user decides otherwise.
+    [[nodiscard]] bool unloading() const { return unloading_; }
 
 private:
     [[nodiscard]] bool SaveBeforeExit();

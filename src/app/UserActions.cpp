@@ -95,7 +95,7 @@ void UserActions::CallProcessed() {
 }
 
 void UserActions::ProcessCallByHand() {
-    if (parts_.dispatcher.processing())
+    if (parts_.dispatcher.processing() || parts_.shutdown.unloading())
         return;
     if (!parts_.goldMineProcess.FindGoldMineExecutable()) {
         parts_.gmui.Release();

@@ -55,16 +55,21 @@ Dispatcher::Dispatcher(Form& form, Dialer& dialer, ContactSearch& search, CallHi
       clock_(clock) {}
 
 void Dispatcher::ProcessCall() {
-    if (processing_)
-        return;
-    processing_ = true;
+    if (!processing())
+        WhileProcessing([this] { DialOrHandleEvent(); });
+}
+
+// GoldMine's event can begin within a call and end after it, so the two are counted.
+template <class Work>
+void Dispatcher::WhileProcessing(Work work) {
     const auto finish = [this] {
-        processing_ = false;
-        if (afterCall_)
+        --processing_;
+        if (!processing() && afterCall_)
             afterCall_();
     };
+    ++processing_;
     try {
-        DialOrHandleEvent();
+        work();
     } catch (...) {
         finish();
         throw;
@@ -204,7 +209,7 @@ void Dispatcher::PrepareLink() {
 }
 
 void Dispatcher::FillInCallDialog(std::int32_t windowHandle) {
-    notes_.AddRefAndNotesToOpenCallDialog(windowHandle, refText_, link_);
+    WhileProcessing([&] { notes_.AddRefAndNotesToOpenCallDialog(windowHandle, refText_, link_); });
 }
 
 }  // namespace corvane

@@ -27,14 +27,17 @@ public:
     // Reads the parameter boxes and the settings; reports only by status lines. The user can reach
     // the window during its waits: a call that is asked for while one is processed is not begun.
     void ProcessCall();
-    [[nodiscard]] bool processing() const { return processing_; }
-    // Runs when the call has been processed, whatever came of it.
+    // Also while GoldMine's dialog is being filled in, which may come after the call.
+    [[nodiscard]] bool processing() const { return processing_ > 0; }
+    // Runs when the call has been processed or the dialog filled in, whatever came of it.
     void setAfterCall(std::function<void()> afterCall) { afterCall_ = std::move(afterCall); }
 
     // GoldMine's Complete Call dialog came up: fills in what the last history prepared.
     void FillInCallDialog(std::int32_t windowHandle);
 
 private:
+    template <class Work>
+    void WhileProcessing(Work work);
     void DialOrHandleEvent();
     bool InboundSearch();
     void History(bool foundInThisRun);
@@ -51,7 +54,7 @@ private:
     Clock& clock_;
     RecordingLinkState link_;
     std::wstring refText_;
-    bool processing_ = false;
+    int processing_ = 0;
     std::function<void()> afterCall_;
 };
 

@@ -30,9 +30,9 @@ public:
     [[nodiscard]] std::wstring RecordObj(std::wstring_view command, std::wstring_view argument);
 
     // Turns the report about a window on or off, and the call-dialog watch flag with it.
-    bool RegisterWindowUpDown(std::wstring_view window, bool monitor);
+    [[nodiscard]] bool RegisterWindowUpDown(std::wstring_view window, bool monitor);
 
-    // Whether the Complete Call dialog is still to come up and be filled in.
+    // Whether the Complete Call dialog is still to come up, or is being filled in.
     [[nodiscard]] bool WatchingCallDialog() const { return watchingCallDialog_; }
     void StopWatchingCallDialog() { watchingCallDialog_ = false; }
     // Whether a report about the Complete Call dialog was asked for and not withdrawn since.
@@ -49,8 +49,8 @@ public:
     [[nodiscard]] std::wstring GetControlText(std::wstring_view windowHandle,
                                               std::wstring_view controlId);
     // The text goes into the command as it is: the caller has escaped what needs it.
-    bool SetControlText(std::wstring_view windowHandle, std::wstring_view controlId,
-                        std::wstring_view text);
+    [[nodiscard]] bool SetControlText(std::wstring_view windowHandle, std::wstring_view controlId,
+                                      std::wstring_view text);
 
 private:
     GMUI& gmui_;

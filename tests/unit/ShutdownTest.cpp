@@ -116,7 +116,7 @@ TEST_F(ShutdownTest, ASaveThatFailsInTheRegistryIsToldAndKeepsTheWindow) {
 TEST_F(ShutdownTest, AFollowUpThatNeverComesIsWaitedForTenSecondsAndWithdrawn) {
     TestProgram& made = Make();
     around.RunGoldMine();
-    made.windows.RegisterWindowUpDown(L"DIALOGSCHEDULECOMPLETE", true);
+    static_cast<void>(made.windows.RegisterWindowUpDown(L"DIALOGSCHEDULECOMPLETE", true));
     EXPECT_TRUE(made.shutdown.Unload());
     Strings expected = Waiting(10);
     expected.push_back(finished);
@@ -129,7 +129,7 @@ TEST_F(ShutdownTest, AFollowUpThatNeverComesIsWaitedForTenSecondsAndWithdrawn) {
 TEST_F(ShutdownTest, WaitingEndsWhenTheDialogHasBeenFilledIn) {
     TestProgram& made = Make();
     around.RunGoldMine();
-    made.windows.RegisterWindowUpDown(L"DIALOGSCHEDULECOMPLETE", true);
+    static_cast<void>(made.windows.RegisterWindowUpDown(L"DIALOGSCHEDULECOMPLETE", true));
     around.clock.onPump = [&] {
         if (around.clock.pumps == 3)
             around.goldMine.RaiseWindowUpDown(L"DIALOGSCHEDULECOMPLETE", true, 4711);
@@ -146,7 +146,7 @@ TEST_F(ShutdownTest, WaitingEndsWhenTheDialogHasBeenFilledIn) {
 TEST_F(ShutdownTest, AHandledDialogIsNotWaitedForButItsReportIsWithdrawn) {
     TestProgram& made = Make();
     around.RunGoldMine();
-    made.windows.RegisterWindowUpDown(L"DIALOGSCHEDULECOMPLETE", true);
+    static_cast<void>(made.windows.RegisterWindowUpDown(L"DIALOGSCHEDULECOMPLETE", true));
     around.goldMine.RaiseWindowUpDown(L"DIALOGSCHEDULECOMPLETE", true, 4711);
     EXPECT_TRUE(made.shutdown.Unload());
     EXPECT_EQ(around.clock.sleeps.size(), 0u);
@@ -159,12 +159,26 @@ TEST_F(ShutdownTest, ASecondCloseDuringTheWaitDoesNothing) {
     made.form.setVisible(true);
     made.form.SettingsDirty = true;
     around.boxes.answers = {BoxAnswer::No};
-    made.windows.RegisterWindowUpDown(L"DIALOGSCHEDULECOMPLETE", true);
+    static_cast<void>(made.windows.RegisterWindowUpDown(L"DIALOGSCHEDULECOMPLETE", true));
     around.clock.onPump = [&] { EXPECT_FALSE(made.actions.MayClose()); };
     EXPECT_TRUE(made.shutdown.Unload());
     EXPECT_EQ(around.boxes.Take(), std::vector<ShownBox>{saveQuestion});
     EXPECT_EQ(Lines().size(), 11u);
     EXPECT_EQ(around.goldMine.commands, (Strings{watch, unwatch}));
+}
+
+TEST_F(ShutdownTest, NoCallBeginsDuringTheWait) {
+    TestProgram& made = Make();
+    around.RunGoldMine();
+    made.form.setVisible(true);
+    made.form.txtOutboundPhone.setText(L"5551234");
+    static_cast<void>(made.windows.RegisterWindowUpDown(L"DIALOGSCHEDULECOMPLETE", true));
+    around.clock.onPump = [&] { made.actions.ButtonClicked(made.form.cmdProcessCall); };
+    EXPECT_TRUE(made.shutdown.Unload());
+    Strings expected = Waiting(10);
+    expected.push_back(finished);
+    EXPECT_EQ(Lines(), expected);
+    EXPECT_TRUE(around.processes.started.empty());
 }
 
 TEST_F(ShutdownTest, AfterCancelTheWindowCanBeClosedAgain) {
@@ -179,7 +193,7 @@ TEST_F(ShutdownTest, AfterCancelTheWindowCanBeClosedAgain) {
 
 TEST_F(ShutdownTest, WhenGoldMineIsGoneNothingIsWithdrawn) {
     TestProgram& made = Make();
-    made.windows.RegisterWindowUpDown(L"DIALOGSCHEDULECOMPLETE", true);
+    static_cast<void>(made.windows.RegisterWindowUpDown(L"DIALOGSCHEDULECOMPLETE", true));
     around.goldMine.RaiseWindowUpDown(L"DIALOGSCHEDULECOMPLETE", true, 4711);
     EXPECT_TRUE(made.shutdown.Unload());
     EXPECT_EQ(around.goldMine.commands, Strings{watch});
@@ -189,7 +203,7 @@ TEST_F(ShutdownTest, WhenGoldMineIsGoneNothingIsWithdrawn) {
 TEST_F(ShutdownTest, AnErrorOfGoldMinesDoesNotKeepTheProgram) {
     TestProgram& made = Make();
     around.RunGoldMine();
-    made.windows.RegisterWindowUpDown(L"DIALOGSCHEDULECOMPLETE", true);
+    static_cast<void>(made.windows.RegisterWindowUpDown(L"DIALOGSCHEDULECOMPLETE", true));
     made.windows.StopWatchingCallDialog();
     around.goldMine.sendError = RuntimeError{91, L"GM", L"broken", L"", 0};
     EXPECT_TRUE(made.shutdown.Unload());

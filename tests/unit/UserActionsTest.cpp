@@ -183,6 +183,62 @@ TEST_F(UserActionsTest, WhileACallIsProcessedNoOtherBeginsAndTheWindowClosesAfte
     EXPECT_EQ(lines.back(), L"Finished unloading form and closing program.");
 }
 
+// GoldMine may report its dialog when the call is long over, and the HTML engine may keep the
+// filling-in waiting.
+TEST_F(UserActionsTest, WhileTheDialogIsFilledInNoCallBeginsAndTheWindowClosesAfterIt) {
+    around.RunGoldMine();
+    around.StoreOption(L"chkCreateHistory", L"1");
+    around.StoreOption(L"chkAutoOpenHistory", L"1");
+    around.StoreOption(L"optOpenHistoryBeforeSaving", L"True");
+    TestProgram& made = Make();
+    ASSERT_EQ(made.Run(), RunOutcome::WindowShown);
+    around.goldMine.answerAll = [](const std::wstring& command) -> std::wstring {
+        if (command.find(L"RegisterWindowUpDown") != std::wstring::npos)
+            return L"<GMAPI call=\"RegisterWindowUpDown\"><status "
+                   L"code=\"1\">Success</status></GMAPI>";
+        if (command.find(L"MenuCommand") != std::wstring::npos)
+            return L"<GMAPI call=\"MenuCommand\"><status code=\"1\">The command was "
+                   L"executed.</status></GMAPI>";
+        if (command.find(L"SetControlText") != std::wstring::npos)
+            return L"<GMAPI call=\"GMUI_SetControlText\"><status "
+                   L"code=\"1\">Success</status></GMAPI>";
+        return L"<GMAPI call=\"Macro\"><status code=\"1\">(555)123-4567</status></GMAPI>";
+    };
+    made.form.NotesAreHTML = true;
+    around.html.pollsUntilComplete = 2;
+    made.form.txtNotifType.setText(L"C");
+    made.form.txtCallType.setText(L"I");
+    made.form.txtCallerIDFormatted.setText(L"(555)123-4567");
+    made.form.chkFillInRef.setChecked(true);
+    made.form.chkCreateLink.setChecked(true);
+    made.form.chkDelayAddingLink.setChecked(false);
+    made.form.chkConfirmRecentRecordingFile.setChecked(false);
+    made.form.txtLinkedItemPath.setText(L"C:\\Rec");
+    around.files.folders = {L"C:\\Rec"};
+    around.files.newest.name = L"a.wav";
+    made.form.cmdProcessCall.setEnabled(true);
+    made.form.SettingsDirty = false;
+    made.actions.ButtonClicked(made.form.cmdProcessCall);
+    ASSERT_TRUE(made.windows.WatchingCallDialog());
+    Strings expected = StatusLines(made.form);
+    int closeRequests = 0;
+    made.actions.setCloseWindow([&] { ++closeRequests; });
+
+    int pumps = 0;
+    around.clock.onPump = [&] {
+        ++pumps;
+        made.actions.ButtonClicked(made.form.cmdProcessCall);
+        EXPECT_FALSE(made.actions.MayClose());
+        EXPECT_EQ(closeRequests, 0);
+    };
+    around.goldMine.RaiseWindowUpDown(L"DIALOGSCHEDULECOMPLETE", true, 4711);
+
+    EXPECT_EQ(pumps, 2);
+    EXPECT_EQ(closeRequests, 1);
+    expected.push_back(L"Finished opening Complete Call dialog before saving in history.");
+    EXPECT_EQ(StatusLines(made.form), expected);
+}
+
 TEST_F(UserActionsTest, ActivationBringsTheFocusToAnEnabledProcessCall) {
     TestProgram& made = Shown();
     made.actions.Activated();

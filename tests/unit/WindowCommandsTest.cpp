@@ -187,7 +187,7 @@ INSTANTIATE_TEST_SUITE_P(
         L"<GMAPI call=\"RegisterWindowUpDown\"><status code=\"1\">Success</status></GMAPI>\r\n"));
 
 TEST_F(WindowCommandsTest, TheAwaitedDialogIsHandledOnce) {
-    windows.RegisterWindowUpDown(L"DIALOGSCHEDULECOMPLETE", true);
+    static_cast<void>(windows.RegisterWindowUpDown(L"DIALOGSCHEDULECOMPLETE", true));
     windows.moGMUI_WindowUpDown(L"DIALOGSCHEDULECOMPLETE", true, 4711);
     windows.moGMUI_WindowUpDown(L"DIALOGSCHEDULECOMPLETE", true, 4712);
     EXPECT_EQ(handled, std::vector<std::int32_t>{4711});
@@ -202,7 +202,7 @@ TEST_F(WindowCommandsTest, TheWatchFlagIsClearedAndTheLineWrittenAfterTheDialogW
         watchingInside = windows.WatchingCallDialog();
         linesInside = status.lines;
     });
-    windows.RegisterWindowUpDown(L"DIALOGSCHEDULECOMPLETE", true);
+    static_cast<void>(windows.RegisterWindowUpDown(L"DIALOGSCHEDULECOMPLETE", true));
     windows.moGMUI_WindowUpDown(L"DIALOGSCHEDULECOMPLETE", true, 1);
     EXPECT_TRUE(watchingInside);
     EXPECT_EQ(linesInside, Lines{});
@@ -214,7 +214,7 @@ TEST_F(WindowCommandsTest, AnEventWhileTheDialogIsFilledInDoesNotFillItTwice) {
         if (handled.size() < 5)
             windows.moGMUI_WindowUpDown(L"DIALOGSCHEDULECOMPLETE", true, handle);
     });
-    windows.RegisterWindowUpDown(L"DIALOGSCHEDULECOMPLETE", true);
+    static_cast<void>(windows.RegisterWindowUpDown(L"DIALOGSCHEDULECOMPLETE", true));
     windows.moGMUI_WindowUpDown(L"DIALOGSCHEDULECOMPLETE", true, 4711);
     EXPECT_EQ(handled, std::vector<std::int32_t>{4711});
     EXPECT_EQ(status.lines, Lines{finished});
@@ -222,7 +222,7 @@ TEST_F(WindowCommandsTest, AnEventWhileTheDialogIsFilledInDoesNotFillItTwice) {
 
 TEST_F(WindowCommandsTest, AnErrorWhileTheDialogIsFilledInGoesToTheCaller) {
     windows.setCallDialogHandler([](std::int32_t) { throw CompleteError(13); });
-    windows.RegisterWindowUpDown(L"DIALOGSCHEDULECOMPLETE", true);
+    static_cast<void>(windows.RegisterWindowUpDown(L"DIALOGSCHEDULECOMPLETE", true));
     EXPECT_EQ(
         ErrorOf([&] { windows.moGMUI_WindowUpDown(L"DIALOGSCHEDULECOMPLETE", true, 1); }).number,
         13);
@@ -231,9 +231,9 @@ TEST_F(WindowCommandsTest, AnErrorWhileTheDialogIsFilledInGoesToTheCaller) {
 }
 
 TEST_F(WindowCommandsTest, RegisteringAgainAwaitsTheNextDialog) {
-    windows.RegisterWindowUpDown(L"DIALOGSCHEDULECOMPLETE", true);
+    static_cast<void>(windows.RegisterWindowUpDown(L"DIALOGSCHEDULECOMPLETE", true));
     windows.moGMUI_WindowUpDown(L"DIALOGSCHEDULECOMPLETE", true, 1);
-    windows.RegisterWindowUpDown(L"DIALOGSCHEDULECOMPLETE", true);
+    static_cast<void>(windows.RegisterWindowUpDown(L"DIALOGSCHEDULECOMPLETE", true));
     windows.moGMUI_WindowUpDown(L"DIALOGSCHEDULECOMPLETE", true, 2);
     EXPECT_EQ(handled, (std::vector<std::int32_t>{1, 2}));
 }
@@ -247,7 +247,7 @@ struct Event {
 class IgnoredEventTest : public WindowCommandsTest, public testing::WithParamInterface<Event> {};
 
 TEST_P(IgnoredEventTest, DoesNothing) {
-    windows.RegisterWindowUpDown(L"DIALOGSCHEDULECOMPLETE", GetParam().watching);
+    static_cast<void>(windows.RegisterWindowUpDown(L"DIALOGSCHEDULECOMPLETE", GetParam().watching));
     windows.moGMUI_WindowUpDown(GetParam().window, GetParam().up, 4711);
     EXPECT_TRUE(handled.empty());
     EXPECT_EQ(windows.WatchingCallDialog(), GetParam().watching);
