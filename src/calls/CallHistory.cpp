@@ -43,7 +43,10 @@ std::wstring_view CallHistory::CompleteCallCommand() const {
 
 void CallHistory::OpenCompleteCallDialog() {
     const std::wstring command = PlainCommand(L"MenuCommand", CompleteCallCommand());
-    windows_.RegisterWindowUpDown(completeCallWindow, true);
+    if (!windows_.RegisterWindowUpDown(completeCallWindow, true)) {
+        status_.WriteStatus(
+            L"Could not watch for Complete Call dialog, so its Ref and Notes may stay empty.");
+    }
     status_.WriteStatus(L"Opening Complete Call dialog before saving in history.");
     std::wstring reply;
     try {

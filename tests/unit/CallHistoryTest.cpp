@@ -110,6 +110,33 @@ INSTANTIATE_TEST_SUITE_P(
         CompleteCall{CompleteCall::unscheduled, L"O",
                      L"<GMAPI call=\"MenuCommand\">CompleteUnscheduledOutgoingCall</GMAPI>"}));
 
+TEST_F(CallHistoryTest, ARefusedRegistrationIsToldAndTheDialogOpenedAllTheSame) {
+    form.optCompleteScheduledCall.setSelected(true);
+    const std::wstring command = L"<GMAPI call=\"MenuCommand\">CompleteScheduledCall</GMAPI>";
+    goldMine.answers[command] = executed;
+    goldMine.answers[registration] =
+        L"<GMAPI call=\"RegisterWindowUpDown\"><status code=\"0\">Failure</status></GMAPI>";
+    history.OpenCompleteCallDialog();
+    EXPECT_EQ(goldMine.commands, (Lines{registration, command}));
+    EXPECT_EQ(status.lines,
+              (Lines{L"Could not watch for Complete Call dialog, so its Ref and Notes may stay "
+                     L"empty.",
+                     L"Opening Complete Call dialog before saving in history."}));
+}
+
+// 3CX says I or O; a letter typed by hand may be any other.
+TEST_F(CallHistoryTest, ACallOfAnotherTypeOpensTheIncomingDialog) {
+    form.optCompleteCallByType.setSelected(true);
+    const std::wstring command =
+        L"<GMAPI call=\"MenuCommand\">CompleteUnscheduledIncomingCall</GMAPI>";
+    goldMine.answers[command] = executed;
+    for (const wchar_t* type : {L"", L"X", L"o"}) {
+        form.txtCallType.setText(type);
+        history.OpenCompleteCallDialog();
+        EXPECT_EQ(goldMine.commands.back(), command);
+    }
+}
+
 TEST_F(CallHistoryTest, TheLineIsWrittenBetweenTheRegistrationAndTheMenuCommand) {
     form.optCompleteScheduledCall.setSelected(true);
     goldMine.answers[L"<GMAPI call=\"MenuCommand\">CompleteScheduledCall</GMAPI>"] = executed;
