@@ -47,7 +47,7 @@ ProgramInfo RunningProgramInfo(int majorVersion, int minorVersion, int revision)
 }
 
 std::wstring RawCommandLine() {
-    return std::wstring(ArgumentsOf(::GetCommandLineW()));
+    return std::wstring(ArgumentsOf(::GetCommandLineW(), ModulePath()));
 }
 
 }  // namespace corvane

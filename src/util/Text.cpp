@@ -1,5 +1,6 @@
 #include "util/Text.h"
 
+#include <algorithm>
 #include <cwctype>
 
 namespace corvane {
@@ -75,7 +76,15 @@ std::wstring StripAtNull(std::wstring_view fixedLengthName) {
                                                        : fixedLengthName.substr(0, end));
 }
 
-std::wstring_view ArgumentsOf(std::wstring_view wholeCommandLine) {
+std::wstring_view ArgumentsOf(std::wstring_view wholeCommandLine, std::wstring_view ownPath) {
+    // The starter may have left out the quotes that blanks in the path ask for, and the extension.
+    for (const std::wstring_view path : {ownPath, ownPath.substr(0, ownPath.find_last_of(L'.'))}) {
+        const std::wstring_view rest =
+            wholeCommandLine.substr(std::min(path.size(), wholeCommandLine.size()));
+        if (UpperCase(wholeCommandLine.substr(0, path.size())) == UpperCase(path) &&
+            (rest.empty() || rest[0] == L' ' || rest[0] == L'\t'))
+            return rest;
+    }
     if (wholeCommandLine.starts_with(L'"')) {
         const auto closing = wholeCommandLine.find(L'"', 1);
         return closing == std::wstring_view::npos ? std::wstring_view()

@@ -33,8 +33,10 @@ inline constexpr std::wstring_view lineBreak = L"\r\n";
 // What stands before the first NUL; a text without one comes back trimmed of blanks.
 [[nodiscard]] std::wstring StripAtNull(std::wstring_view fixedLengthName);
 
-// The text behind the program's own path in a whole command line, the path being quoted or not.
-[[nodiscard]] std::wstring_view ArgumentsOf(std::wstring_view wholeCommandLine);
+// The text behind the program's own path in a whole command line, the path being quoted or not. A
+// path that is not quoted and not the program's full one ends at the first blank.
+[[nodiscard]] std::wstring_view ArgumentsOf(std::wstring_view wholeCommandLine,
+                                            std::wstring_view ownPath);
 
 // Joins any number of texts into one string with a single allocation.
 template <class... Pieces>

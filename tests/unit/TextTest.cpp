@@ -25,11 +25,23 @@ TEST(TextTest, TrailingBackslashIsAddedOnce) {
 }
 
 TEST(TextTest, ArgumentsStandBehindTheProgramsPathQuotedOrNot) {
-    EXPECT_EQ(ArgumentsOf(L"\"C:\\Program Files\\x.exe\" /N:S"), L" /N:S");
-    EXPECT_EQ(ArgumentsOf(L"C:\\x.exe 555"), L" 555");
-    EXPECT_EQ(ArgumentsOf(L"C:\\x.exe"), L"");
-    EXPECT_EQ(ArgumentsOf(L"\"C:\\x.exe\""), L"");
-    EXPECT_EQ(ArgumentsOf(L"\"C:\\x.exe"), L"");
+    constexpr std::wstring_view own = L"C:\\Program Files\\x.exe";
+    EXPECT_EQ(ArgumentsOf(L"\"C:\\Program Files\\x.exe\" /N:S", own), L" /N:S");
+    EXPECT_EQ(ArgumentsOf(L"C:\\x.exe 555", own), L" 555");
+    EXPECT_EQ(ArgumentsOf(L"C:\\x.exe", own), L"");
+    EXPECT_EQ(ArgumentsOf(L"\"C:\\x.exe\"", own), L"");
+    EXPECT_EQ(ArgumentsOf(L"\"C:\\x.exe", own), L"");
+    EXPECT_EQ(ArgumentsOf(L"", own), L"");
+}
+
+// "Files\3CX\x.exe 5551234" must not be dialled.
+TEST(TextTest, BlanksInTheProgramsUnquotedPathAreNoArguments) {
+    constexpr std::wstring_view own = L"C:\\Program Files\\3CX\\x.exe";
+    EXPECT_EQ(ArgumentsOf(L"C:\\Program Files\\3CX\\x.exe 5551234", own), L" 5551234");
+    EXPECT_EQ(ArgumentsOf(L"c:\\program files\\3cx\\X.EXE\t/N:S /T:I", own), L"\t/N:S /T:I");
+    EXPECT_EQ(ArgumentsOf(L"C:\\Program Files\\3CX\\x.exe", own), L"");
+    EXPECT_EQ(ArgumentsOf(L"C:\\Program Files\\3CX\\x 5551234", own), L" 5551234");
+    EXPECT_EQ(ArgumentsOf(L"C:\\Program Files\\3CX\\x.exefoo 5", own), L" Files\\3CX\\x.exefoo 5");
 }
 
 TEST(TextTest, AnEmptyTextSplitsIntoNothing) {
