@@ -97,20 +97,23 @@ private:
             ++nameEnd;
         }
         piece.name = html_.substr(nameBegin, nameEnd - nameBegin);
-        // A ">" inside a quoted attribute does not end the tag.
+        // A ">" inside a quoted attribute does not end the tag. A quote begins one only behind "=";
+        // anywhere else (title=it's) it is a letter like any other.
         wchar_t quote = L'\0';
+        bool behindEquals = false;
         for (at_ = nameEnd; at_ < html_.size(); ++at_) {
             const wchar_t character = html_[at_];
             if (quote != L'\0') {
                 if (character == quote)
                     quote = L'\0';
-            } else if (character == L'"' || character == L'\'') {
+            } else if (behindEquals && (character == L'"' || character == L'\'')) {
                 quote = character;
             } else if (character == L'>') {
                 ++at_;
                 piece.kind = kind;
                 return;
             }
+            behindEquals = character == L'=' || (behindEquals && IsWhiteSpace(character));
         }
         piece.kind = PieceKind::Other;
     }
