@@ -97,14 +97,15 @@ void CallParameters::LeaveParameterBox(const TextBox& box, bool changed) {
         form_.txtNotifType.setText(UpperCase(box.text()));
     } else if (&box == &form_.txtCallType) {
         form_.txtCallType.setText(UpperCase(box.text()));
-    } else if (&box == &form_.txtCallerID && changed) {
-        // A rejected one was reported; the boxes stay editable all the same.
-        static_cast<void>(NormalizeCallerID(form_, status_));
     }
     if (&box == &form_.txtOutboundPhone || &box == &form_.txtNotifType ||
         &box == &form_.txtCallerID || &box == &form_.txtCallType ||
         &box == &form_.txtCallIdentifier) {
         EvaluateProcessCall();
+    }
+    if (&box == &form_.txtCallerID && changed) {
+        // A rejected one was reported; the boxes stay editable all the same.
+        static_cast<void>(NormalizeCallerID(form_, status_));
     }
 }
 

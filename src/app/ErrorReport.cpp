@@ -1,5 +1,6 @@
 #include "app/ErrorReport.h"
 
+#include <algorithm>
 #include <exception>
 #include <new>
 
@@ -15,24 +16,33 @@ void ErrorReport::Report(const RuntimeError& error) {
 }
 
 void ErrorReport::WriteLine(const RuntimeError& error) {
-    status_.WriteStatus(ReplaceAll(RuntimeErrorText(error), lineBreak, L" "), LogMode::Forced);
+    std::wstring line = ReplaceAll(RuntimeErrorText(error), lineBreak, L" ");
+    // GoldMine's own descriptions may break lines in other ways.
+    std::replace_if(
+        line.begin(), line.end(), [](wchar_t each) { return each == L'\r' || each == L'\n'; },
+        L' ');
+    status_.WriteStatus(line, LogMode::Forced);
+}
+
+RuntimeError ErrorReport::CurrentError() {
+    try {
+        throw;
+    } catch (const RuntimeError& error) {
+        return error;
+    } catch (const std::bad_alloc&) {
+        return MakeRuntimeError(ErrorNumber::OutOfMemory);
+    } catch (const std::exception& exception) {
+        RuntimeError error = MakeRuntimeError(ErrorNumber::InvalidProcedureCall);
+        for (const char* each = exception.what(); *each; ++each) {
+            error.source += static_cast<wchar_t>(static_cast<unsigned char>(*each));
+        }
+        return error;
+    }
 }
 
 void ErrorReport::ReportCurrentException() noexcept {
     try {
-        try {
-            throw;
-        } catch (const RuntimeError& error) {
-            Report(error);
-        } catch (const std::bad_alloc&) {
-            Report(MakeRuntimeError(ErrorNumber::OutOfMemory));
-        } catch (const std::exception& exception) {
-            RuntimeError error = MakeRuntimeError(ErrorNumber::InvalidProcedureCall);
-            for (const char* each = exception.what(); *each; ++each) {
-                error.source += static_cast<wchar_t>(static_cast<unsigned char>(*each));
-            }
-            Report(error);
-        }
+        Report(CurrentError());
     } catch (...) {
         // Nothing is left that could be said: reporting itself failed.
     }

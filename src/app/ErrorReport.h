@@ -20,6 +20,9 @@ public:
     // The status line alone, for an error that its procedure tells the user about in other words.
     void WriteLine(const RuntimeError& error);
 
+    // The exception that is being handled, as a run-time error.
+    [[nodiscard]] static RuntimeError CurrentError();
+
     // Runs an entry point; no exception leaves it. False when one would have.
     template <class Body>
     bool Guard(Body&& body) noexcept {

@@ -63,9 +63,9 @@ bool StartUp::LoadConfiguration() {
 bool StartUp::Succeeds(const std::function<bool()>& step) {
     try {
         return step();
-    } catch (const RuntimeError& error) {
+    } catch (...) {
         // The box to come does not say why.
-        parts_.errors.WriteLine(error);
+        parts_.errors.WriteLine(ErrorReport::CurrentError());
         return false;
     }
 }

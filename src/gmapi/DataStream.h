@@ -27,7 +27,8 @@ class DataStream {
 public:
     DataStream(GMUI& gmui, Form& form, StatusWriter& status, MessageBoxes& boxes);
 
-    // Nothing when the query matched no row or failed.
+    // Nothing when the query failed or GoldMine gave no area for its rows; a query that matched no
+    // row may also come back as a count of 0. Raises error 13 when the count is not a number.
     [[nodiscard]] std::optional<RawRows> RunQuery(std::wstring_view sql);
 
     // The first field of the row when exactly one row matched, otherwise nothing.

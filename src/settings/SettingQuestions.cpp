@@ -3,6 +3,7 @@
 #include "settings/Settings.h"
 #include "ui/Form.h"
 #include "ui/MessageBoxes.h"
+#include "util/RuntimeError.h"
 
 namespace corvane {
 
@@ -15,14 +16,21 @@ void SettingQuestions::ClickGlobalEnable(const std::function<void()>& closeProgr
     if (!form_.chkGlobalEnable.checked())
         return;
 
-    if (boxes_.Confirm(L"The program must be reloaded to re-enable the link between GoldMine and "
-                       L"3CX. Okay to save your settings and exit? You can then re-start the "
-                       L"program.")) {
-        if (settings_.SaveSettings())
-            closeProgram();
-    } else {
+    if (!boxes_.Confirm(L"The program must be reloaded to re-enable the link between GoldMine and "
+                        L"3CX. Okay to save your settings and exit? You can then re-start the "
+                        L"program.")) {
         form_.chkGlobalEnable.setChecked(false);
         form_.SettingsDirty = wasDirty;
+        return;
+    }
+    try {
+        if (settings_.SaveSettings())
+            closeProgram();
+    } catch (const RuntimeError&) {
+        // The program goes on without the link, so the box must say so. What was saved until then
+        // is another matter: the settings stay to be saved.
+        form_.chkGlobalEnable.setChecked(false);
+        throw;
     }
 }
 

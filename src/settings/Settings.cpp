@@ -43,14 +43,13 @@ bool Settings::SaveSettings() {
 void Settings::RestoreDefaults() {
     for (const std::wstring_view name : restoredOptions) {
         Control& option = form_.control(name);
-        SetOptionFromText(option, option.tag());
-        if (form_.GoldMineVersionOK)
-            continue;
         // Searching Phone2 and Phone3 and opening the history item need GoldMine 6.7.
-        if (&option == &form_.optPhone123)
+        if (&option == &form_.optPhone123 && !form_.GoldMineVersionOK)
             form_.optPhone1Only.setSelected(true);
-        if (&option == &form_.chkAutoOpenHistory)
+        else if (&option == &form_.chkAutoOpenHistory && !form_.GoldMineVersionOK)
             form_.chkAutoOpenHistory.setChecked(false);
+        else
+            SetOptionFromText(option, option.tag());
     }
 }
 

@@ -1,9 +1,9 @@
 #include "settings/modIniFile.h"
 
 #include <array>
+#include <new>
 
 #include "util/AnsiText.h"
-#include "util/RuntimeError.h"
 #include "util/Windows.h"
 
 namespace corvane {
@@ -14,8 +14,8 @@ bool modIniFile::WriteIniValue(const std::wstring& section, const std::wstring& 
         WritePrivateProfileStringA(AnsiFromText(section).c_str(), AnsiFromText(key).c_str(),
                                    AnsiFromText(value).c_str(), AnsiFromText(path).c_str());
         return true;
-    } catch (const RuntimeError&) {
-        return false;
+    } catch (const std::bad_alloc&) {
+        return false;  // the one error that can be raised here
     }
 }
 

@@ -34,6 +34,15 @@ std::wstring NameOfBox(std::size_t row) {
     return name;
 }
 
+// A group without a caption goes by its label, or by the option under which it stands.
+std::wstring NameOfGroup(std::size_t row) {
+    if (!controlCatalogue[row].caption.empty())
+        return {};
+    const ControlSpec& first = controlCatalogue[row + 1];
+    const bool hasLabel = first.kind == ControlKind::Label;
+    return std::wstring(hasLabel ? first.caption : controlCatalogue[row - 1].caption);
+}
+
 }  // namespace
 
 std::wstring AccessibleName(std::size_t row) {
@@ -41,6 +50,8 @@ std::wstring AccessibleName(std::size_t row) {
     switch (spec.kind) {
         case ControlKind::TextBox:
             return NameOfBox(row);
+        case ControlKind::Frame:
+            return NameOfGroup(row);
         case ControlKind::TabStrip:
             return spec.name == L"tabstripOptions" ? L"Options" : L"Parameters";
         case ControlKind::CommandButton:

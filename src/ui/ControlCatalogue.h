@@ -484,13 +484,13 @@ inline constexpr auto controlCatalogue = [] {
             readOnly),
         Label(L"lblParam", ParamLabel::outboundCallNotifier,
               L"CorvaneTo3CX calls this program to dial out via 3CX:", params, ParamsTab::registry,
-              {120, 1440, 5550, 465}),
+              {120, 1440, 5550, 690}),
         Box(L"txt3CXOutboundCallNotifierPath", L"", params, ParamsTab::registry,
-            {120, 1920, 5550, 315}, readOnly),
+            {120, 2145, 5550, 315}, readOnly),
         Label(L"lblParam", ParamLabel::plugin, L"3CX uses this plugin to call CorvaneTo3CX.exe:",
-              params, ParamsTab::registry, {120, 2400, 5550, 690}),
+              params, ParamsTab::registry, {120, 2625, 5550, 690}),
         Box(L"txtCommandLineAPIPluginDLLPath", L"", params, ParamsTab::registry,
-            {120, 3105, 5550, 315}, readOnly),
+            {120, 3330, 5550, 315}, readOnly),
     });
 }();
 

@@ -117,16 +117,16 @@ void ControlWindows::CreateControl(const Control& control) {
     const HWND parent =
         spec.parent.empty() ? window_ : windows_[FindControl(spec.parent, spec.parentIndex)];
     const auto id = reinterpret_cast<HMENU>(static_cast<INT_PTR>(ControlId(control.row())));
-    const Place& place = spec.place;
-    const int width = Pixels(place.width);
-    const int height = Pixels(place.height);
+    const RECT place = Pixels(spec.place);
+    const int width = place.right - place.left;
+    const int height = place.bottom - place.top;
     DWORD style = WS_CHILD | kind.style;
     style |= BeginsGroup(control.row()) ? DWORD{WS_GROUP} : 0;
     style |= control.enabled() ? 0 : DWORD{WS_DISABLED};
     style |= IsShown(control) ? DWORD{WS_VISIBLE} : 0;
-    const HWND native = CreateWindowExW(
-        kind.extendedStyle, kind.className, control.caption().c_str(), style, Pixels(place.left),
-        Pixels(place.top), width, height, parent, id, instance_, nullptr);
+    const HWND native =
+        CreateWindowExW(kind.extendedStyle, kind.className, control.caption().c_str(), style,
+                        place.left, place.top, width, height, parent, id, instance_, nullptr);
     windows_[control.row()] = native;
     const auto font = reinterpret_cast<WPARAM>(font_.get());
     SendMessageW(native, WM_SETFONT, font, FALSE);
@@ -198,6 +198,12 @@ int ControlWindows::Pixels(int twips) const {
     return PixelsFromTwips(twips, dpi_);
 }
 
+// Edges, and not sizes, are rounded: what touches in twips must not overlap in pixels.
+RECT ControlWindows::Pixels(const Place& place) const {
+    return {Pixels(place.left), Pixels(place.top), Pixels(place.left + place.width),
+            Pixels(place.top + place.height)};
+}
+
 void ControlWindows::TakeFont() {
     font_.reset(CreateMessageFont(dpi_));
     constexpr int tipWidth = 5400;
@@ -219,12 +225,12 @@ void ControlWindows::CutOutPages() {
 }
 
 void ControlWindows::PlaceControl(const Control& control) {
-    const Place& place = control.spec().place;
-    const int width = Pixels(place.width);
-    const int height = Pixels(place.height);
+    const RECT place = Pixels(control.spec().place);
+    const int width = place.right - place.left;
+    const int height = place.bottom - place.top;
     const auto font = reinterpret_cast<WPARAM>(font_.get());
     SendMessageW(of(control), WM_SETFONT, font, FALSE);
-    SetWindowPos(of(control), nullptr, Pixels(place.left), Pixels(place.top), width, height,
+    SetWindowPos(of(control), nullptr, place.left, place.top, width, height,
                  SWP_NOZORDER | SWP_NOACTIVATE);
     if (const HWND border = borders_[control.row()]) {
         SendMessageW(border, WM_SETFONT, font, FALSE);
@@ -235,13 +241,11 @@ void ControlWindows::PlaceControl(const Control& control) {
 // A strip stands before its pages in the tab order and so above them; without this hole it would
 // cover them.
 void ControlWindows::CutOutPage(const Control& strip, const Control& page) {
-    const Place& around = strip.spec().place;
-    const Place& inside = page.spec().place;
-    const int left = Pixels(inside.left) - Pixels(around.left);
-    const int top = Pixels(inside.top) - Pixels(around.top);
-    const HRGN region = CreateRectRgn(0, 0, Pixels(around.width), Pixels(around.height));
-    const HRGN hole =
-        CreateRectRgn(left, top, left + Pixels(inside.width), top + Pixels(inside.height));
+    const RECT around = Pixels(strip.spec().place);
+    RECT inside = Pixels(page.spec().place);
+    OffsetRect(&inside, -around.left, -around.top);
+    const HRGN region = CreateRectRgn(0, 0, around.right - around.left, around.bottom - around.top);
+    const HRGN hole = CreateRectRgnIndirect(&inside);
     CombineRgn(region, region, hole, RGN_DIFF);
     DeleteObject(hole);
     SetWindowRgn(of(strip), region, TRUE);  // the window owns the region now

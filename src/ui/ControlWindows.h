@@ -55,6 +55,7 @@ private:
     void ShowValue(const Control& control) const;
     void MarkTabStops(const Control& changed) const;
     [[nodiscard]] int Pixels(int twips) const;
+    [[nodiscard]] RECT Pixels(const Place& place) const;
     [[nodiscard]] bool IsShown(const Control& control) const;
     [[nodiscard]] bool IsInParamsArea(const Control& control) const;
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <optional>
 #include <set>
@@ -37,6 +38,8 @@ public:
                                                    const std::wstring& pattern,
                                                    std::uint32_t attributeMask) const override {
         searches.push_back({folder, pattern, attributeMask});
+        if (onSearch)
+            onSearch();
         if (searchError)
             throw *searchError;
         return newest;
@@ -55,6 +58,7 @@ public:
     NewestFile newest;
     std::optional<RuntimeError> appendError;
     std::optional<RuntimeError> searchError;
+    std::function<void()> onSearch;  // what happens while a folder is searched
     mutable std::vector<Search> searches;
 };
 

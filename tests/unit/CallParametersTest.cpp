@@ -2,6 +2,7 @@
 
 #include "ProgramFixture.h"
 #include "StatusLines.h"
+#include "TestErrors.h"
 
 namespace corvane::test {
 namespace {
@@ -177,10 +178,34 @@ TEST_F(CallParametersTest, ProcessCallFollowsTheParameterBoxes) {
           Row{boxes.txtCallerID, L"5551234567", true}, Row{boxes.txtCallerID, L" ", false},
           Row{boxes.txtNotifType, L"S", false}}) {
         row.box.setText(row.text);
+        boxes.cmdProcessCall.setEnabled(!row.enabled);
         program().parameters.LeaveParameterBox(row.box, false);
-        EXPECT_EQ(boxes.cmdProcessCall.enabled(), row.enabled) << row.box.name().size();
+        EXPECT_EQ(boxes.cmdProcessCall.enabled(), row.enabled)
+            << testing::PrintToString(row.box.name());
         row.box.setText(L"");
     }
+}
+
+TEST_F(CallParametersTest, LeavingAnyOtherBoxLeavesProcessCallAsItIs) {
+    Make();
+    form().txtOutboundPhone.setText(L"5");
+    form().cmdProcessCall.setEnabled(false);
+    program().parameters.LeaveParameterBox(form().txtCallerIDDigits, true);
+    program().parameters.LeaveParameterBox(form().txtCallerIDFormatted, true);
+    EXPECT_FALSE(form().cmdProcessCall.enabled());
+}
+
+TEST_F(CallParametersTest, ACallerIdThatCannotBeMeasuredStillDecidesAboutProcessCall) {
+    Make();
+    program().settings.LoadSettings();
+    form().txtCallerIDMinLength.setText(L"abc");
+    form().txtCallerID.setText(L"5551234567");
+    form().cmdProcessCall.setEnabled(false);
+    EXPECT_EQ(ErrorOf([this] {
+                  program().parameters.LeaveParameterBox(form().txtCallerID, true);
+              }).number,
+              13);
+    EXPECT_TRUE(form().cmdProcessCall.enabled());
 }
 
 TEST_F(CallParametersTest, ACallerIdTypedByHandIsNormalisedWhenItChanged) {

@@ -27,6 +27,12 @@ TEST_F(ErrorReportTest, AnErrorIsShownOnceAndForcedIntoTheLogOnOneLine) {
     EXPECT_EQ(status.modes, std::vector<LogMode>{LogMode::Forced});
 }
 
+TEST_F(ErrorReportTest, EveryKindOfLineBreakBecomesABlankInTheLog) {
+    EXPECT_FALSE(errors.Guard([] { throw RuntimeError{5, L"x", L"a\nb\rc\r\nd", L"", 0}; }));
+    EXPECT_EQ(status.lines, std::vector<std::wstring>{L"Run-time error '5':  a b c d"});
+    EXPECT_EQ(boxes.Take().front().text, L"Run-time error '5':\r\n\r\na\nb\rc\r\nd");
+}
+
 TEST_F(ErrorReportTest, WhatSucceedsIsNotReported) {
     EXPECT_TRUE(errors.Guard([] {}));
     EXPECT_TRUE(status.lines.empty());

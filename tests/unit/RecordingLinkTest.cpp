@@ -46,6 +46,7 @@ protected:
         clock.SetDay(2024, 3, 11);
         UseFolder(L"\\\\srv\\rec");
         files.newest = {L"call (00000123).wav", Date(2024, 3, 11), 17};
+        files.onSearch = [this] { clock.Advance(searchMilliseconds); };
         form.txtCallIdentifier.setText(L"00000123:2");
         form.txtRecordingFileMaxAgeSeconds.setText(L"60");
     }
@@ -64,6 +65,7 @@ protected:
         EXPECT_EQ(status.lines.back(), reason);
     }
 
+    std::int64_t searchMilliseconds = 0;
     FakeFileSystem files;
     FakeStatusWriter status;
     FakeMessageBoxes boxes;
@@ -104,6 +106,12 @@ TEST_F(RecordingLinkTest, AFolderWithATrailingBackslashGivesTheSamePathAndIsRepo
     EXPECT_TRUE(GetFileLink());
     EXPECT_EQ(link.RecordingPathOrReason, L"\\\\srv\\rec\\call (00000123).wav");
     EXPECT_EQ(status.lines[0], L"Checked 17 files in \"\\\\srv\\rec\\\" in 0.000 seconds.");
+}
+
+TEST_F(RecordingLinkTest, TheSearchIsTimed) {
+    searchMilliseconds = 1234;
+    EXPECT_TRUE(GetFileLink());
+    EXPECT_EQ(status.lines[0], L"Checked 17 files in \"\\\\srv\\rec\" in 1.234 seconds.");
 }
 
 TEST_F(RecordingLinkTest, ThePathIsNotEscaped) {

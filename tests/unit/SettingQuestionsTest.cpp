@@ -89,6 +89,7 @@ TEST_P(SettingQuestionsTest, AFailingSaveDoesNotClose) {
 
     EXPECT_EQ(ErrorOf([this] { ClickGlobalEnable(); }).number, -2147191503);
 
+    EXPECT_FALSE(form.chkGlobalEnable.checked());
     EXPECT_TRUE(form.SettingsDirty);
     EXPECT_EQ(closed, 0);
 }
