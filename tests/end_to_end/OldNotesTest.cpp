@@ -86,12 +86,12 @@ TEST_P(OldPlainNotesTest, StandBehindTheLink) {
 INSTANTIATE_TEST_SUITE_P(
     Texts, OldPlainNotesTest,
     testing::Values(
-        PlainNotes{"LinesAndMarkup", "", "\r\n a < b & c &amp; \"d\" 'e' </data>\t\r\n\r\nlast\r\n",
-                   path + "\r\n\r\n"},
         PlainNotes{"BehindTheRefTextThatFoundItsFieldFilled", "asked for <Ann> & Bob",
                    "Called back",
                    "Connected incoming call from (555)123-4567\r\n" + path + "\r\n\r\n"},
-        PlainNotes{"SeventyThousandCharacters", "", LongNotes(70'000), path + "\r\n\r\n"}),
+        PlainNotes{"SeventyThousandCharacters", "",
+                   "\r\n a < b & c &amp; \"d\" 'e' </data>\t\r\n\r\n" + LongNotes(70'000) + "\r\n",
+                   path + "\r\n\r\n"}),
     NameOf);
 
 struct HtmlNotesCase {
@@ -116,31 +116,26 @@ TEST_P(OldHtmlNotesTest, AreKeptBehindTheLink) {
 }
 
 const std::string upperCaseBegin =
-    "<!DOCTYPE HTML PUBLIC '-//W3C//DTD HTML 4.0 Transitional//EN'>\r\n<HTML><HEAD>\r\n"
-    "<STYLE type=text/css> P { margin: 0 auto;} /* <body> */</STYLE></HEAD>\r\n"
-    "<BODY leftMargin=1 title='a > b'>";
-const std::string hostileBegin =
-    "<!-- <body> --><html><head><script>var s = '<body>';</script></head><body\r\n class=x>";
+    "<!-- <body> --><!DOCTYPE HTML PUBLIC '-//W3C//DTD HTML 4.0 Transitional//EN'>\r\n"
+    "<HTML><HEAD>\r\n<STYLE type=text/css> P { margin: 0 auto;} /* <body> */</STYLE>\r\n"
+    "<SCRIPT>var s = '<body>';</SCRIPT></HEAD>\r\n"
+    "<BODY leftMargin=1\r\n title='a > b'>";
 const std::string hostileContent =
     "a &amp; b &lt;i&gt; &nbsp; &#8364; \xE2\x82\xAC &unknown; & &amp;lt; <!-- c > --> "
     "<script>if (1 < 2) t(\"</b>\");</script><B>bold<i x='<body>'>unclosed <u y=\"";
 
 INSTANTIATE_TEST_SUITE_P(
     Texts, OldHtmlNotesTest,
-    testing::Values(
-        HtmlNotesCase{"OfADocumentInUpperCase", "", upperCaseBegin,
-                      "old <B>notes</B>\r\n</BODY></HTML>\r\n", upperCaseBegin, "",
-                      link + fragmentEnd + "<br>"},
-        HtmlNotesCase{"OfAllKindsOfMarkup", "", hostileBegin, hostileContent, hostileBegin, "",
-                      link + fragmentEnd + "<br>"},
-        HtmlNotesCase{"WithoutABody", "", "", "old <B>notes</B> </body>",
-                      "<HTML><HEAD></HEAD>\r\n<BODY>", "</BODY></HTML>",
-                      link + fragmentEnd + "<br>"},
-        HtmlNotesCase{"WithoutVisibleTextAndBehindTheRefText", "x", "<html><body>",
-                      "<p> </p></body></html>", "<html><body>", "",
-                      "Connected incoming call from (555)123-4567<br>" + link + fragmentEnd},
-        HtmlNotesCase{"OfSeventyThousandCharacters", "", "<html><body>", LongNotes(70'000),
-                      "<html><body>", "", link + fragmentEnd + "<br>"}),
+    testing::Values(HtmlNotesCase{"OfSeventyThousandCharactersWithAllKindsOfMarkup", "",
+                                  upperCaseBegin, LongNotes(70'000) + hostileContent,
+                                  upperCaseBegin, "", link + fragmentEnd + "<br>"},
+                    HtmlNotesCase{"WithoutABody", "", "", "old <B>notes</B> </body>",
+                                  "<HTML><HEAD></HEAD>\r\n<BODY>", "</BODY></HTML>",
+                                  link + fragmentEnd + "<br>"},
+                    HtmlNotesCase{
+                        "WithoutVisibleTextAndBehindTheRefText", "x", "<html><body>",
+                        "<p> </p></body></html>", "<html><body>", "",
+                        "Connected incoming call from (555)123-4567<br>" + link + fragmentEnd}),
     NameOf);
 
 TEST_F(OldNotesTest, AnEngineThatNeverGetsReadyLeavesTheNotesAsTheyAre) {

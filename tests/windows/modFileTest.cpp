@@ -216,6 +216,8 @@ TEST_F(modFileTest, OfEqualTimesTheFirstEnumeratedIsTheResult) {
 
 TEST_F(modFileTest, NamesThatBeginWithADotAreLeftOut) {
     Make(L".profile", Utc(2024, 3, 11, 12));
+    EXPECT_EQ(Search().name, L"");
+    EXPECT_EQ(Search().filesSeen, 0);
     Make(L"a.wav", Utc(2024, 3, 11, 10));
     const NewestFile newest = Search();
     EXPECT_EQ(newest.name, L"a.wav");
