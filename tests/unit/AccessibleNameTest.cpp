@@ -38,9 +38,12 @@ INSTANTIATE_TEST_SUITE_P(
         NamedControl{L"tabstripParams", L"Parameters"},
         NamedControl{L"cmdOpenLog", L"Open this program's log file"},
         NamedControl{L"cmdOpenGMINI", L"Open the GoldMine GM.INI file"},
+        NamedControl{L"subframeContactWindow", L"Show GoldMine contact in"},
+        NamedControl{L"subFrameHistoryType", L"Open before saving in history"},
         // Their captions and labels say it already.
-        NamedControl{L"cmdExit", L""}, NamedControl{L"chkGlobalEnable", L""},
-        NamedControl{L"txtCallerID", L""}, NamedControl{L"txtLogPath", L""}));
+        NamedControl{L"subframeHistorySequence", L""}, NamedControl{L"cmdExit", L""},
+        NamedControl{L"chkGlobalEnable", L""}, NamedControl{L"txtCallerID", L""},
+        NamedControl{L"txtLogPath", L""}));
 
 TEST(AccessibleNameTest, NoControlThatCanHaveTheFocusIsNameless) {
     for (std::size_t row = 0; row < controlCatalogue.size(); ++row) {

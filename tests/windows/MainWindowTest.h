@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -58,18 +59,10 @@ public:
     int closeQuestions = 0;
 };
 
-struct IdSearch {
-    int id = 0;
-    HWND found = nullptr;
-    int count = 0;
-};
+using NativeControls = std::multimap<int, HWND>;
 
-inline BOOL CALLBACK CompareId(HWND window, LPARAM parameter) {
-    auto* search = reinterpret_cast<IdSearch*>(parameter);
-    if (GetDlgCtrlID(window) == search->id) {
-        search->found = window;
-        ++search->count;
-    }
+inline BOOL CALLBACK AddNative(HWND window, LPARAM found) {
+    reinterpret_cast<NativeControls*>(found)->emplace(GetDlgCtrlID(window), window);
     return TRUE;
 }
 
@@ -95,11 +88,12 @@ protected:
         ASSERT_TRUE(PumpUntil([this] { return actions.activations > 0; }));
     }
     [[nodiscard]] HWND Native(const Control& control) const {
-        IdSearch search;
-        search.id = 1001 + static_cast<int>(control.row());
-        EnumChildWindows(window->handle(), &CompareId, reinterpret_cast<LPARAM>(&search));
-        EXPECT_EQ(search.count, 1) << search.id;
-        return search.found;
+        if (natives_.empty())
+            EnumChildWindows(window->handle(), &AddNative, reinterpret_cast<LPARAM>(&natives_));
+        const int id = 1001 + static_cast<int>(control.row());
+        EXPECT_EQ(natives_.count(id), 1U) << id;
+        const auto found = natives_.find(id);
+        return found == natives_.end() ? nullptr : found->second;
     }
     void Click(const Control& control) const { SendMessageW(Native(control), BM_CLICK, 0, 0); }
     void Type(const Control& control, const std::wstring& text) const {
@@ -132,6 +126,9 @@ protected:
     RecordedActions actions;
     std::unique_ptr<MainWindow> window =
         std::make_unique<MainWindow>(form, actions, GetModuleHandleW(nullptr));
+
+private:
+    mutable NativeControls natives_;  // looked up once: the window never makes others
 };
 
 }  // namespace corvane::test
