@@ -64,7 +64,11 @@ TEST_F(CompanionTest, RingSendsTheEventsOfACallInTurn) {
     };
     const Case cases[] = {
         {L"S 5551234567", {" /N:S /C:5551234567 /T:I /I:1001"}},
+        {L"C +15551234567 /I:00042", {" /N:C /C:+15551234567 /T:I /I:00042"}},
         {L"E 5551234567 /T:O /I:77", {" /N:E /C:5551234567 /T:O /I:77"}},
+        {L"call 5551234567 /T:O",
+         {" /N:S /C:5551234567 /T:O /I:1001", " /N:C /C:5551234567 /T:O /I:1001",
+          " /N:E /C:5551234567 /T:O /I:1001"}},
         {L"call 12 /CallerIdOnSOnly",
          {" /N:S /C:12 /T:I /I:1001", " /N:C /T:I /I:1001", " /N:E /T:I /I:1001"}},
     };

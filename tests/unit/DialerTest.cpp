@@ -54,19 +54,30 @@ TEST_P(DialRequestTest, TheCleanedNumberIsHandedTo3CX) {
     EXPECT_EQ(status.lines, Lines{L"Dialed " + GetParam().dialed + L" using 3CX."});
 }
 
-INSTANTIATE_TEST_SUITE_P(Numbers, DialRequestTest,
-                         testing::Values(DialRequest{L"(555) 123-4567", L"", L"5551234567"},
-                                         DialRequest{L"+1 555 123 4567", L"", L"15551234567"},
-                                         DialRequest{L"*67 555 1234", L"", L"*675551234"},
-                                         DialRequest{L"555.1234#9", L"", L"5551234#9"},
-                                         DialRequest{L"7", L"", L"7"},
-                                         DialRequest{L"555\"&calc", L"", L"555"},
-                                         DialRequest{L"5551234 -cmd x:1", L"", L"55512341"},
-                                         DialRequest{L"915551234567", L"10", L"5551234567"},
-                                         DialRequest{L"5551234", L"10", L"5551234"},
-                                         DialRequest{L"5551234567", L"10", L"5551234567"},
-                                         DialRequest{L"*67 555 1234", L"8", L"75551234"},
-                                         DialRequest{L"12345", L"1", L"5"}));
+INSTANTIATE_TEST_SUITE_P(
+    Numbers, DialRequestTest,
+    testing::Values(DialRequest{L"(555) 123-4567", L"", L"5551234567"},
+                    DialRequest{L"+1 555 123 4567", L"", L"15551234567"},
+                    DialRequest{L"*67 555 1234", L"", L"*675551234"},
+                    DialRequest{L"555.1234#9", L"", L"5551234#9"}, DialRequest{L"7", L"", L"7"},
+                    DialRequest{L"*", L"", L"*"}, DialRequest{L"#", L"10", L"#"},
+                    DialRequest{L"%COMSPEC%5%1%n%%2", L"", L"512"},
+                    DialRequest{L"5\r\n5\t5|5>5^5&5;5", L"", L"55555555"},
+                    DialRequest{L"5\x0665\xFF15\x00B2", L"", L"5"},
+                    DialRequest{std::wstring(L"5\0"
+                                             L"5",
+                                             3),
+                                L"", L"55"},
+                    DialRequest{std::wstring(300, L'1'), L"", std::wstring(300, L'1')},
+                    DialRequest{std::wstring(290, L'1') + L"2345678901", L"10", L"2345678901"},
+                    DialRequest{std::wstring(300, L'1'), L"300", std::wstring(300, L'1')},
+                    DialRequest{L"555\"&calc", L"", L"555"},
+                    DialRequest{L"5551234 -cmd x:1", L"", L"55512341"},
+                    DialRequest{L"915551234567", L"10", L"5551234567"},
+                    DialRequest{L"5551234", L"10", L"5551234"},
+                    DialRequest{L"5551234567", L"10", L"5551234567"},
+                    DialRequest{L"*67 555 1234", L"8", L"75551234"},
+                    DialRequest{L"12345", L"1", L"5"}));
 
 struct NoDigits {
     std::wstring received;
@@ -105,6 +116,17 @@ TEST_F(DialerTest, AStartThatFailsIsTold) {
                                 L"Files\\3CX\\CallTriggerCmd.exe\" -cmd makecall:5551234")});
     EXPECT_EQ(status.lines, Lines{L"Call to number 5551234 failed. Command:  \"C:\\Program "
                                   L"Files\\3CX\\CallTriggerCmd.exe\" -cmd makecall:5551234"});
+}
+
+TEST_F(DialerTest, AnUnknownCallTriggerIsQuotedLikeAnyOther) {
+    form.txt3CXOutboundCallNotifierPath.setText(L"");
+    processes.startSucceeds = false;
+
+    EXPECT_FALSE(Dial(L"5"));
+
+    EXPECT_EQ(processes.started, Lines{L"\"\" -cmd makecall:5"});
+    EXPECT_EQ(boxes.Take(), ShownBoxes{Notice(L"Call to number 5 failed.\r\nCommand: \"\" -cmd "
+                                              L"makecall:5")});
 }
 
 TEST_F(DialerTest, AMaximumLengthThatIsNoNumberIsATypeMismatch) {

@@ -58,6 +58,14 @@ TEST_F(GoldMineIniSetupTest, ACompleteSetUpIsLeftAlone) {
               (Lines{MacroCommand(L"&amp;ProgramDataDir"), MacroCommand(L"&amp;UserName")}));
 }
 
+TEST_F(GoldMineIniSetupTest, AUserWithoutANameHasAFileWithoutOne) {
+    AnswerMacro(L"&amp;UserName", L"");
+    EXPECT_FALSE(setup.Run());
+    EXPECT_EQ(boxes.Take(),
+              ShownBoxes{Notice(L"Could not find GoldMine <user>.INI file\r\nC:\\GM\\.INI",
+                                BoxIcon::Exclamation)});
+}
+
 class NoProgramDataDirTest : public GoldMineIniSetupTest, public testing::WithParamInterface<bool> {
 protected:
     void Fail(const std::wstring& escapedName) {
@@ -172,9 +180,12 @@ INSTANTIATE_TEST_SUITE_P(Accepted, AcceptedTest,
                          testing::Values(Step{L"DeviceID", L"5", {}, {}, {}},
                                          Step{L"DeviceID", L"0", {}, {}, {}},
                                          Step{L"DeviceID", L"-2", {}, {}, {}},
+                                         Step{L"DeviceID", L"-10", {}, {}, {}},
+                                         Step{L"DeviceID", L"none", {}, {}, {}},
                                          Step{L"DDEDial", expectedDial, {}, {}, {}},
                                          Step{L"TAPITranslation", L"0", {}, {}, {}},
-                                         Step{L"TAPITranslation", L"2", {}, {}, {}}));
+                                         Step{L"TAPITranslation", L"2", {}, {}, {}},
+                                         Step{L"TAPITranslation", L"01", {}, {}, {}}));
 
 class DueStepTest : public StepTest {};
 
@@ -247,6 +258,19 @@ TEST_F(GoldMineIniSetupTest, AllThreeStepsRunInOrderAndTheRestartIsAskedForOnce)
                                         Question(tapiQuestion), Notice(restartNotice)}));
     EXPECT_EQ(iniFiles.writes,
               (Lines{L"DeviceID=0", L"DDEDial=" + expectedDial, L"TAPITranslation=0"}));
+}
+
+TEST_F(GoldMineIniSetupTest, WithoutGmIniTheQuestionsAreStillAsked) {
+    files.files.erase(gmIni);
+    ForgetModem();
+    AnswerQuestions({BoxAnswer::Yes, BoxAnswer::Yes, BoxAnswer::No});
+    EXPECT_FALSE(setup.Run());
+    EXPECT_EQ(boxes.Take(), (ShownBoxes{Notice(L"Could not find GoldMine GM.INI file\r\n"
+                                               L"C:\\GM\\GM.INI",
+                                               BoxIcon::Exclamation),
+                                        Question(modemQuestion), Question(dialQuestion),
+                                        Question(tapiQuestion)}));
+    EXPECT_EQ(iniFiles.writes, (Lines{L"DeviceID=0", L"DDEDial=" + expectedDial}));
 }
 
 TEST_F(GoldMineIniSetupTest, ADeclinedStepKeepsWhatWasWrittenAndSkipsTheRest) {

@@ -43,14 +43,20 @@ INSTANTIATE_TEST_SUITE_P(Versions, VersionTextTest,
                                          VersionText{L"6.10", false}, VersionText{L"5.9", false},
                                          VersionText{L"0.9", false}));
 
-TEST_F(GoldMineVersionTest, AVersionWithoutAPointCannotBeParsed) {
-    AnswerMacro(L"&amp;Version", L"65");
+class NoVersionTextTest : public GoldMineVersionTest,
+                          public testing::WithParamInterface<std::wstring> {};
+
+TEST_P(NoVersionTextTest, CannotBeParsed) {
+    AnswerMacro(L"&amp;Version", GetParam());
     EXPECT_FALSE(version.CheckGoldMineVersion(versionOK));
     EXPECT_FALSE(versionOK);
-    EXPECT_EQ(boxes.Take(),
-              ShownBoxes{Notice(L"Error parsing GoldMine version 65", BoxIcon::Exclamation)});
+    EXPECT_EQ(boxes.Take(), ShownBoxes{Notice(L"Error parsing GoldMine version " + GetParam(),
+                                              BoxIcon::Exclamation)});
     ExpectNoLines();
 }
+
+INSTANTIATE_TEST_SUITE_P(Texts, NoVersionTextTest,
+                         testing::Values(L"65", L"", L"abc.1", L".7", L"6.", L"6.x"));
 
 TEST_F(GoldMineVersionTest, AVersionThatIsNotAnsweredIsAnError) {
     FailMacro(L"&amp;Version");

@@ -38,6 +38,21 @@ protected:
         EXPECT_EQ(box.text(), text);
         EXPECT_EQ(box.tooltip(), text);
     }
+    // The boxes of 3CX 14's plug-in are empty, and their labels say whose they are.
+    void ExpectNoPlugin() {
+        ExpectFilled(form.txtCommandLineAPIPluginDLLPath, L"");
+        ExpectFilled(form.txtCommandLineAPILogLevel, L"");
+        ExpectFilled(form.txtCommandLineAPILogPath, L"");
+        EXPECT_EQ(form.lblParam(30).caption(),
+                  L"3CX uses this plugin to call CorvaneTo3CX.exe:\r\n"
+                  L"(the plugin belongs to 3CX 14 and later)");
+        EXPECT_EQ(form.lblParam(32).caption(),
+                  L"3CX Command Line API Plugin log level:\r\n"
+                  L"(the plugin belongs to 3CX 14 and later)");
+        EXPECT_EQ(form.lblParam(33).caption(),
+                  L"Path to 3CX Command Line API Plugin log file:\r\n"
+                  L"(the plugin belongs to 3CX 14 and later)");
+    }
     void ExpectWarned(const std::wstring& text) {
         threeCX.Discover();
         EXPECT_EQ(boxes.Take(), ShownBoxes{Notice(text)});
@@ -69,15 +84,21 @@ TEST_F(ThreeCXIntegrationTest, ACompleteInstallationIsShownWithoutAWarning) {
                  L"C:\\Users\\ann\\AppData\\Roaming\\3CXCommandLineAPIPlugin\\Logs\\"
                  L"3CXCommandLineAPIPlugin.log");
     ExpectFilled(form.txt3CXCRMCallNotifierPath, ownPath);
-    EXPECT_TRUE(form.lblParam(19).caption().starts_with(
-        L"CorvaneTo3CX calls this program to dial out via 3CX:\r\n"
-        L"HKLM\\Software\\3CX\\3CXPhone for Windows\\Path +"));
-    EXPECT_TRUE(form.lblParam(19).caption().ends_with(L"CallTriggerCmd.exe"));
-    EXPECT_TRUE(
-        form.lblParam(30).caption().starts_with(L"3CX uses this plugin to call CorvaneTo3CX.exe:"));
-    EXPECT_TRUE(form.lblParam(17).caption().starts_with(
-        L"3CX calls this program to handle inbound and outbound call events:\r\n"
-        L"HKLM\\Software\\3CX\\CRM\\CallNotifierPath"));
+    EXPECT_EQ(form.lblParam(19).caption(),
+              L"CorvaneTo3CX calls this program to dial out via 3CX:\r\n"
+              L"HKLM\\Software\\3CX\\3CXPhone for Windows\\Path + CallTriggerCmd.exe");
+    EXPECT_EQ(form.lblParam(30).caption(),
+              L"3CX uses this plugin to call CorvaneTo3CX.exe:\r\n"
+              L"HKLM\\Software\\3CX\\3CXPhone for Windows\\Path + CommandLineAPIPlugin.dll");
+    EXPECT_EQ(form.lblParam(17).caption(),
+              L"3CX calls this program to handle inbound and outbound call events:\r\n"
+              L"HKLM\\Software\\3CX\\CRM\\CallNotifierPath");
+    EXPECT_EQ(form.lblParam(32).caption(),
+              L"3CX Command Line API Plugin log level:\r\n"
+              L"HKLM\\Software\\3CX\\CRM\\CommandLineAPILogLevel");
+    EXPECT_EQ(form.lblParam(33).caption(),
+              L"Path to 3CX Command Line API Plugin log file:\r\n"
+              L"HKLM\\Software\\3CX\\CRM\\CommandLineAPILogPath");
 }
 
 TEST_F(ThreeCXIntegrationTest, AGoldMineThatIsNotInstalledIsUnknown) {
@@ -91,9 +112,21 @@ TEST_F(ThreeCXIntegrationTest, MyPhoneWinsOver3CXPhone) {
     EXPECT_EQ(form.lbl3CXInfo.caption(),
               L"3CX MyPhone defined in registry. Assuming 3CX 10 or 11.");
     ExpectFilled(form.txt3CXOutboundCallNotifierPath, L"C:\\MyPhone\\Notifier.exe");
-    EXPECT_TRUE(form.lblParam(19).caption().starts_with(
-        L"CorvaneTo3CX calls this program to dial out via 3CX:\r\n"
-        L"HKLM\\Software\\3CX\\MyPhone\\CallNotifier"));
+    EXPECT_EQ(form.lblParam(19).caption(),
+              L"CorvaneTo3CX calls this program to dial out via 3CX:\r\n"
+              L"HKLM\\Software\\3CX\\MyPhone\\CallNotifier");
+}
+
+TEST_F(ThreeCXIntegrationTest, MyPhoneHasNoPlugin) {
+    registry.Store(crmKey, L"CommandLineAPILogLevel", L"AllEvents");
+    registry.Store(crmKey, L"CommandLineAPILogPath", L"D:\\Logs");
+    threeCX.Discover();
+    UseMyPhone(L"C:\\MyPhone\\Notifier.exe");
+
+    threeCX.Discover();
+
+    ExpectNoPlugin();
+    EXPECT_EQ(boxes.Take(), ShownBoxes{});
 }
 
 TEST_F(ThreeCXIntegrationTest, AProgramFolderWithABlankIsWarnedAboutAndDiscoveryGoesOn) {
@@ -111,6 +144,39 @@ TEST_F(ThreeCXIntegrationTest, Without3CXTheNotifiersAreNotChecked) {
     ExpectWarned(
         L"Please install either 3CXPhone or, for 3CX 11, the 3CX MyPhone Desktop Components before "
         L"running Corvane to 3CX.");
+    ExpectNoPlugin();
+    ExpectFilled(form.txt3CXCRMCallNotifierPath, L"");
+    ExpectFilled(form.txt3CXOutboundCallNotifierPath, L"");
+    EXPECT_EQ(form.lbl3CXInfo.caption(), L"");
+}
+
+TEST_F(ThreeCXIntegrationTest, AnEmptyNotifierOfMyPhoneIsNone) {
+    registry.Store(myPhoneKey, L"CallNotifier", L"");
+    threeCX.Discover();
+    EXPECT_EQ(form.lbl3CXInfo.caption(),
+              L"3CXPhone defined in registry. Assuming 3CX 14 or later.");
+}
+
+TEST_F(ThreeCXIntegrationTest, WarningsComeInTheOrderInWhichThingsAreLookedFor) {
+    program.folder = L"C:\\Program Files\\Corvane";
+    files.files.clear();
+    registry.keys[crmKey].clear();
+
+    threeCX.Discover();
+
+    EXPECT_EQ(
+        boxes.Take(),
+        (ShownBoxes{
+            Notice(
+                L"The path to this program:\r\n\r\nC:\\Program Files\\Corvane\r\n\r\ncontains one "
+                L"or more spaces, which GoldMine does not support. Please move "
+                L"'CorvaneTo3CX.exe' to a folder without spaces in the path."),
+            Notice(L"The 3CX Command Line API Plugin (C:\\3CX\\CommandLineAPIPlugin.dll) could not "
+                   L"be found. Please re-install Corvane to 3CX."),
+            Notice(L"The 3CX CRM Call Notifier is missing or empty. Please re-install Corvane to "
+                   L"3CX."),
+            Notice(L"The 3CXPhone Outbound Call Notifier program (C:\\3CX\\CallTriggerCmd.exe) "
+                   L"could not be found. Please re-install 3CXPhone for Windows.")}));
 }
 
 TEST_F(ThreeCXIntegrationTest, AMissingPluginIsWarnedAbout) {
