@@ -10,6 +10,8 @@
 namespace end_to_end {
 namespace {
 
+constexpr size_t longestValue = 40'000;  // characters that any test stores
+
 // Closes a key.
 class OpenKey {
 public:
@@ -146,7 +148,7 @@ std::map<std::string, std::string> RegistryValues(HKEY root, const std::wstring&
     for (DWORD index = 0; key; ++index) {
         wchar_t name[256];
         DWORD nameSize = 256;
-        std::wstring data(4096, L'\0');
+        std::wstring data(longestValue, L'\0');
         DWORD size = static_cast<DWORD>(data.size() * sizeof(wchar_t));
         DWORD type = 0;
         if (RegEnumValueW(key.get(), index, name, &nameSize, nullptr, &type,

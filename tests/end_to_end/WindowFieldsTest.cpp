@@ -208,15 +208,89 @@ INSTANTIATE_TEST_SUITE_P(Texts, OddTextTest,
                                          OddText{"RightToLeft", L"\x05e9\x05dc\x05d5\x05dd ###"}),
                          NameOf);
 
-TEST_F(WindowFieldsTest, OfAPastedMegabyteABoxTakesWhatALineMayHold) {
+TEST_F(WindowFieldsTest, APastedMegabyteIsRefusedByEveryBox) {
     CloseGoldMine();
+    SetAll({{"chkCreateLink", "1"}, {"txtLinkedItemPath", "C:\\"}});
     ProgramRun run = Start("");
     const HWND window = Show(run);
     PutOnClipboard(window, std::wstring(1 << 20, L'5'));
-    SendMessageW(ControlNamed(window, "txtCallerIDFormat"), EM_SETSEL, 0, -1);
-    SendMessageW(ControlNamed(window, "txtCallerIDFormat"), WM_PASTE, 0, 0);
-    EXPECT_EQ(ControlText(window, "txtCallerIDFormat").size(), 32767u);
+    for (const char* box :
+         {"txtOutboundMaxLength", "txtCallerIDMinLength", "txtCallerIDFormat", "txtLinkedItemPath",
+          "txtDelayAddingLinkSeconds", "txtRecordingFileMaxAgeSeconds", "txtCOMDurationSeconds",
+          "txtOutboundPhone", "txtOutboundPhoneAsDialed", "txtNotifType", "txtCallerID",
+          "txtCallType", "txtCallIdentifier", "txtCallerIDDigits", "txtCallerIDFormatted",
+          "txtAppPath", "txtStatus", "txtAbout"}) {
+        const std::string before = ControlText(window, box);
+        SendMessageW(ControlNamed(window, box), EM_SETSEL, 0, -1);
+        SendMessageW(ControlNamed(window, box), WM_PASTE, 0, 0);
+        EXPECT_EQ(ControlText(window, box), before) << box;
+    }
+    PostMessageW(window, WM_CLOSE, 0, 0);
+    EXPECT_EQ(Finish(run).boxes, Boxes{}) << "nothing was changed";
+}
+
+TEST_F(WindowFieldsTest, APasteIsTakenWholeUpToTheLongestLineAndNotBeyond) {
+    CloseGoldMine();
+    ProgramRun run = Start("");
+    const HWND window = Show(run);
+    const HWND box = ControlNamed(window, "txtCallerIDFormat");
+    const auto paste = [&](const std::wstring& text, WPARAM selectFrom) {
+        PutOnClipboard(window, text);
+        SendMessageW(box, EM_SETSEL, selectFrom, -1);
+        SendMessageW(box, WM_PASTE, 0, 0);
+        return WindowTextOf(box).size();
+    };
+    EXPECT_EQ(paste(L"12345", 0), 5u);
+    EXPECT_EQ(paste(std::wstring(32767, L'7'), 1), 5u) << "one too many";
+    EXPECT_EQ(paste(std::wstring(32766, L'7'), 1), 32767u);
+    EXPECT_EQ(paste(L"8", 32767), 32767u) << "full";
+    EXPECT_EQ(paste(L"(###)\r\n" + std::wstring(1 << 20, L'7'), 0), 5u) << "the first line only";
     Close(run, window);
+}
+
+TEST_F(WindowFieldsTest, WhatAnotherProgramSendsIsCutToALine) {
+    // No more than Wine can carry from program to program on the receiver's stack.
+    const std::wstring sent(200'000, L'5');
+    CloseGoldMine();
+    ProgramRun run = Start("");
+    const HWND window = Show(run);
+    Type(window, "txtCallerIDFormat", sent);
+    EXPECT_EQ(WindowTextOf(ControlNamed(window, "txtCallerIDFormat")), sent.substr(0, 32767));
+    Click(window, "cmdParams");
+    EXPECT_EQ(ControlText(window, "cmdParams"), "<< &Params");
+    Close(run, window);
+}
+
+TEST_F(WindowFieldsTest, ALineOf32000CharactersIsSavedAndLoadedAsItIs) {
+    CloseGoldMine();
+    const std::wstring text(32000, L'#');
+    ProgramRun first = Start("");
+    HWND window = Show(first);
+    SelectTab(window, "tabstripOptions", 1);
+    Type(window, "txtCallerIDFormat", text);
+    Click(window, "cmdSaveSettings");
+    PostMessageW(window, WM_CLOSE, 0, 0);
+    EXPECT_EQ(Finish(first).boxes, Boxes{});
+    EXPECT_EQ(Wide(OwnValue("txtCallerIDFormat")), text);
+
+    ProgramRun second = Start("");
+    window = Show(second);
+    EXPECT_EQ(WindowTextOf(ControlNamed(window, "txtCallerIDFormat")), text);
+    Close(second, window);
+}
+
+TEST_F(WindowFieldsTest, AStoredFolderOf32000CharactersIsLoadedAndKept) {
+    CloseGoldMine();
+    const std::string folder = "C:\\" + std::string(31997, 'f');
+    SetAll({{"chkCreateLink", "1"}, {"txtLinkedItemPath", folder}});
+    ProgramRun run = Start("");
+    const HWND window = Show(run);
+    SelectTab(window, "tabstripOptions", 2);
+    EXPECT_EQ(ControlText(window, "txtLinkedItemPath"), folder);
+    Click(window, "cmdSaveSettings");
+    PostMessageW(window, WM_CLOSE, 0, 0);
+    EXPECT_EQ(Finish(run).boxes, Boxes{});
+    EXPECT_EQ(OwnValue("txtLinkedItemPath"), folder);
 }
 
 TEST_F(WindowFieldsTest, AFolderPathOf32000CharactersIsRefused) {
