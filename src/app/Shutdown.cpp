@@ -38,14 +38,15 @@ bool Shutdown::Unload() {
 }
 
 bool Shutdown::SaveBeforeExit() {
-    const Form& form = parts_.form;
+    Form& form = parts_.form;
     if (!form.visible() || !form.SettingsDirty)
         return true;
     switch (parts_.boxes.Show(L"Do you want to save configuration changes before exiting?",
                               BoxButtons::YesNoCancel, BoxIcon::None)) {
         case BoxAnswer::Yes: {
             bool saved = false;
-            parts_.errors.Guard([&] { saved = parts_.settings.SaveSettings(); });
+            parts_.errors.Guard(
+                [&] { saved = form.FinishEntry() && parts_.settings.SaveSettings(); });
             return saved;
         }
         case BoxAnswer::No:

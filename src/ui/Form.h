@@ -22,6 +22,8 @@ public:
     virtual void OnControlChanged(const Control& control, ControlAspect aspect) = 0;
     virtual void OnWindowChanged() = 0;  // caption, width, visibility or tab selection
     virtual void OnFocusRequested(const Control& control) = 0;
+    // Checks the box that the user is in, as leaving it does; false keeps the focus there.
+    [[nodiscard]] virtual bool FinishEntry() = 0;
 };
 
 // The part that every control has. A control is the single home of its value.
@@ -290,6 +292,8 @@ public:
     [[nodiscard]] const Control* focused() const { return focused_; }
     // A control on a page that is not shown brings its page up.
     void SetFocus(const Control& control);
+    // Before what was typed is used without the box being left; false when its check fails.
+    [[nodiscard]] bool FinishEntry() { return !view_ || view_->FinishEntry(); }
 
     // Whether the wait pointer is shown; WaitPointer sets it.
     [[nodiscard]] bool waiting() const { return waiting_; }

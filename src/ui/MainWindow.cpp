@@ -172,7 +172,7 @@ bool MainWindow::OnArrow(const MSG& message) {
     std::rotate(members.begin(), std::find(members.begin(), members.end(), from), members.end());
     const auto next = std::find_if(members.begin() + 1, members.end(),
                                    [](const OptionButton* member) { return member->enabled(); });
-    if (next == members.end())
+    if (next == members.end() || !LeaveBox())
         return true;
     actions_.OptionClicked(**next);
     ::SetFocus(controls_.of(**next));
@@ -277,9 +277,13 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             }
             break;
         case WM_CLOSE:
-            if (LeaveBox() && actions_.MayClose())
-                DestroyWindow(window_);
+            // A box whose check fails must not keep the user who wants to discard it; saving
+            // checks it (FinishEntry).
+            CloseIfAllowed();
             return 0;
+        case WM_QUERYENDSESSION:
+            // Logging off ends the program as its close box does, with the same question.
+            return CloseIfAllowed() ? TRUE : FALSE;
         case WM_DESTROY: {
             const HWND destroyed = std::exchange(window_, nullptr);
             SetWindowLongPtrW(destroyed, GWLP_USERDATA, 0);
@@ -291,6 +295,13 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             break;
     }
     return DefWindowProcW(window_, message, wParam, lParam);
+}
+
+bool MainWindow::CloseIfAllowed() {
+    if (!actions_.MayClose())
+        return false;
+    DestroyWindow(window_);
+    return true;
 }
 
 void MainWindow::OnActivate(bool active) {
@@ -327,32 +338,37 @@ void MainWindow::OnDpiChanged(UINT dpi, const RECT& suggested) {
 void MainWindow::OnCommand(int controlId, int notification) {
     if (controlId == IDCANCEL) {
         // Esc closes like the Exit button.
-        if (LeaveBox())
-            actions_.ButtonClicked(form_.cmdExit);
+        actions_.ButtonClicked(form_.cmdExit);
         return;
     }
     Control* control = controls_.FindById(controlId);
-    if (!control || showing_)
+    if (!control)
         return;
     if (control->spec().kind == ControlKind::TextBox) {
         OnTextBox(static_cast<TextBox&>(*control), notification);
         return;
     }
-    if (notification != BN_CLICKED)
+    if (notification == BN_CLICKED && !showing_)
+        OnClick(*control);
+}
+
+void MainWindow::OnClick(Control& control) {
+    const bool closes = &control == &form_.cmdExit;
+    // Where none is selected, going there by Tab selects nothing.
+    if (control.spec().kind == ControlKind::OptionButton && controls_.focusArrives())
         return;
-    switch (control->spec().kind) {
+    // A mnemonic or a screen reader clicks before the focus has settled on the control.
+    if (!closes && !LeaveBox())
+        return;
+    switch (control.spec().kind) {
         case ControlKind::CommandButton:
-            // A mnemonic presses the button before the focus has settled on it.
-            if (LeaveBox())
-                actions_.ButtonClicked(static_cast<CommandButton&>(*control));
+            actions_.ButtonClicked(static_cast<CommandButton&>(control));
             break;
         case ControlKind::CheckBox:
-            actions_.CheckBoxClicked(static_cast<CheckBox&>(*control));
+            actions_.CheckBoxClicked(static_cast<CheckBox&>(control));
             break;
         case ControlKind::OptionButton:
-            // Where none is selected, going there by Tab selects nothing.
-            if (!controls_.focusArrives())
-                actions_.OptionClicked(static_cast<OptionButton&>(*control));
+            actions_.OptionClicked(static_cast<OptionButton&>(control));
             break;
         default:
             break;
@@ -364,9 +380,14 @@ void MainWindow::OnTextBox(TextBox& box, int notification) {
         return;
     switch (notification) {
         case EN_SETFOCUS:
-            Enter(box);
+            if (!entered_)
+                Enter(box);
+            else if (&box != entered_ && !leaving_)
+                PostMessageW(window_, focusSettled, 0, 0);
             break;
         case EN_CHANGE:
+            if (showing_)
+                return;
             typedInto_ = &box;  // the window shows it already
             box.setText(ControlWindows::TextOf(controls_.of(box)));
             typedInto_ = nullptr;
@@ -381,26 +402,25 @@ void MainWindow::OnTextBox(TextBox& box, int notification) {
     }
 }
 
-// A box that is still to be left keeps the visit until its check is done.
 void MainWindow::Enter(TextBox& box) {
-    if (entered_)
-        return;
     entered_ = &box;
     textOnEntry_ = box.text();
+}
+
+// A box that is still to be left keeps the visit until its check is done.
+void MainWindow::EnterFocused() {
+    Control* control = controls_.FindById(GetDlgCtrlID(GetFocus()));
+    if (control && control->spec().kind == ControlKind::TextBox &&
+        !control->spec().has(ControlTrait::readOnly))
+        Enter(static_cast<TextBox&>(*control));
 }
 
 // The user went on to another control. Another program's window is no leaving: the check would
 // pull the user back with a message box.
 void MainWindow::OnFocusSettled() {
     const HWND focus = GetFocus();
-    if (!entered_ || focus == controls_.of(*entered_) || !IsChild(window_, focus))
-        return;
-    if (!LeaveBox())
-        return;
-    Control* control = controls_.FindById(GetDlgCtrlID(GetFocus()));
-    if (control && control->spec().kind == ControlKind::TextBox &&
-        !control->spec().has(ControlTrait::readOnly))
-        Enter(static_cast<TextBox&>(*control));
+    if (entered_ && focus != controls_.of(*entered_) && IsChild(window_, focus))
+        static_cast<void>(LeaveBox());
 }
 
 // Checks the box that the user is in; false keeps the focus there.
@@ -412,8 +432,9 @@ bool MainWindow::LeaveBox() {
     leaving_ = true;
     TextBox& box = *entered_;
     const bool left = actions_.MayLeave(box, textOnEntry_ != box.text());
+    entered_ = left ? nullptr : &box;
     if (left)
-        entered_ = nullptr;
+        EnterFocused();  // the same box, where Enter pressed the default button
     else
         form_.SetFocus(box);
     leaving_ = false;

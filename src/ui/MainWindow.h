@@ -35,16 +35,19 @@ public:
     void OnControlChanged(const Control& control, ControlAspect aspect) override;
     void OnWindowChanged() override;
     void OnFocusRequested(const Control& control) override;
+    [[nodiscard]] bool FinishEntry() override { return LeaveBox(); }
 
 private:
     static LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM wParam,
                                             LPARAM lParam);
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
     void OnCommand(int controlId, int notification);
+    void OnClick(Control& control);
     void OnTextBox(TextBox& box, int notification);
     void Enter(TextBox& box);
+    void EnterFocused();
     void OnFocusSettled();
-    bool LeaveBox();
+    [[nodiscard]] bool LeaveBox();
     void OnTabSelected(HWND strip);
     // Keys that belong to the window as a whole; false leaves the message to the dialog keyboard.
     bool OnKey(const MSG& message);
@@ -54,6 +57,7 @@ private:
     void StepThroughTabs(HWND focused, int step);
     void KeepFocusUsable(const Control& changed, HWND before);
     [[nodiscard]] TabStrip& StripBeside(HWND native) const;
+    bool CloseIfAllowed();
     void OnActivate(bool active);
     [[nodiscard]] LRESULT DefaultButton() const;
     void OnDpiChanged(UINT dpi, const RECT& suggested);

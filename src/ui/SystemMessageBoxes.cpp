@@ -34,8 +34,10 @@ UINT StyleOf(BoxIcon icon) {
 
 BoxAnswer SystemMessageBoxes::Show(std::wstring_view text, BoxButtons buttons, BoxIcon icon) {
     const HWND owner = owner_ ? owner_() : nullptr;
-    // The user may be in another program, on the phone: the box must not hide behind it.
-    const UINT style = StyleOf(buttons) | StyleOf(icon) | MB_SETFOREGROUND;
+    // The user may be in another program, on the phone: the box must not hide behind it. Windows
+    // may refuse the foreground to a program without a window; it cannot refuse the topmost place.
+    const UINT place = MB_SETFOREGROUND | (owner ? 0U : MB_SYSTEMMODAL);
+    const UINT style = StyleOf(buttons) | StyleOf(icon) | place;
     switch (
         MessageBoxW(owner, std::wstring(text).c_str(), std::wstring(productName).c_str(), style)) {
         case IDYES:

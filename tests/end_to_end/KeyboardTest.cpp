@@ -267,7 +267,8 @@ TEST_F(KeyboardTest, EscapeClosesLikeTheExitButton) {
         << "out of a box of many lines as well";
 }
 
-TEST_F(KeyboardTest, EscapeInABoxWithAWrongTextLeavesTheUserThere) {
+TEST_F(KeyboardTest,
+       EscapeInABoxWithAWrongTextAsksFirstAndLeavesTheUserThereOnlyWhenItWouldBeSaved) {
     CloseGoldMine();
     ProgramRun run = Start("");
     const HWND window = ShowAt(run, "txtOutboundMaxLength");
@@ -276,13 +277,15 @@ TEST_F(KeyboardTest, EscapeInABoxWithAWrongTextLeavesTheUserThere) {
         WaitUntil([&] { return ControlText(window, "txtOutboundMaxLength").find("99") == 0; }));
 
     Press({VK_ESCAPE});
+    run.Answer("Yes");
     run.Answer("OK");
 
-    EXPECT_TRUE(HasFocus(window, "txtOutboundMaxLength")) << FocusedControl(window);
-    Type(window, "txtOutboundMaxLength", L"10");
+    EXPECT_TRUE(WaitUntil([&] { return HasFocus(window, "txtOutboundMaxLength"); }))
+        << FocusedControl(window);
+    EXPECT_EQ(OwnValues().count("txtOutboundMaxLength"), 0U);
     Press({VK_ESCAPE});
     EXPECT_EQ(Finish(run, {"No"}).boxes,
-              (Boxes{{"Please enter a numeric value from 1 to 20"}, exitQuestion}));
+              (Boxes{exitQuestion, {"Please enter a numeric value from 1 to 20"}, exitQuestion}));
 }
 
 TEST_F(KeyboardTest, EnterPressesTheButtonThatHasTheFocusElseProcessCall) {

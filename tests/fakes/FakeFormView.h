@@ -15,6 +15,7 @@ public:
     }
     void OnWindowChanged() override { ++windowChanges; }
     void OnFocusRequested(const Control& control) override { focus.push_back(control.name()); }
+    [[nodiscard]] bool FinishEntry() override { return entryFinishes; }
 
     struct Change {
         std::wstring control;
@@ -24,6 +25,7 @@ public:
     std::vector<Change> changes;
     int windowChanges = 0;
     std::vector<std::wstring> focus;
+    bool entryFinishes = true;
 };
 
 }  // namespace corvane::test

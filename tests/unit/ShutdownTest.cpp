@@ -88,6 +88,22 @@ TEST_F(ShutdownTest, YesSavesAndCloses) {
     EXPECT_EQ(Lines(), (Strings{L"Settings saved.", finished}));
 }
 
+TEST_F(ShutdownTest, ABoxThatTheUserIsStillInIsCheckedOnlyBeforeSaving) {
+    TestProgram& made = Make();
+    FakeFormView view;
+    view.entryFinishes = false;
+    made.form.setView(&view);
+    made.form.setVisible(true);
+    made.form.SettingsDirty = true;
+    around.boxes.answers = {BoxAnswer::Yes, BoxAnswer::No};
+    EXPECT_FALSE(made.shutdown.Unload());
+    EXPECT_TRUE(around.registry.writes.empty());
+    EXPECT_TRUE(made.shutdown.Unload());
+    EXPECT_TRUE(around.registry.writes.empty());
+    EXPECT_EQ(around.boxes.Take(), (std::vector<ShownBox>{saveQuestion, saveQuestion}));
+    made.form.setView(nullptr);
+}
+
 TEST_F(ShutdownTest, ASaveThatFailsTheFolderCheckKeepsTheWindow) {
     TestProgram& made = Make();
     made.settings.LoadSettings();

@@ -354,13 +354,105 @@ TEST_F(MainWindowTest, AButtonActsOnlyAfterTheCheckOfTheBoxThatTheUserIsIn) {
                                                        L"button cmdSaveSettings"}));
 }
 
-TEST_F(MainWindowTest, AWindowWithABoxWhoseCheckFailsDoesNotClose) {
+TEST_F(MainWindowTest, ABoxWhoseCheckFailsKeepsNobodyFromClosing) {
     Show();
     actions.mayLeave = false;
     SetFocus(Native(form.txtOutboundMaxLength));
     SendMessageW(window->handle(), WM_CLOSE, 0, 0);
-    EXPECT_EQ(actions.closeQuestions, 0);
+    EXPECT_EQ(actions.told, (std::vector<std::wstring>{}));
+    EXPECT_EQ(actions.closeQuestions, 1);
+    EXPECT_EQ(window->handle(), nullptr);
+}
+
+TEST_F(MainWindowTest, WhatIsStillBeingTypedIsCheckedWhenItIsToBeUsed) {
+    Show();
+    SetFocus(Native(form.txtOutboundMaxLength));
+    Type(form.txtOutboundMaxLength, L"x");
+    actions.mayLeave = false;
+    EXPECT_FALSE(form.FinishEntry());
+    EXPECT_EQ(GetFocus(), Native(form.txtOutboundMaxLength));
+    actions.mayLeave = true;
+    EXPECT_TRUE(form.FinishEntry());
+    EXPECT_EQ(actions.told, (std::vector<std::wstring>{L"leave txtOutboundMaxLength changed",
+                                                       L"leave txtOutboundMaxLength changed"}));
+}
+
+TEST_F(MainWindowTest, LoggingOffClosesAsTheCloseBoxDoes) {
+    Show();
+    actions.mayClose = false;
+    EXPECT_EQ(SendMessageW(window->handle(), WM_QUERYENDSESSION, 0, 0), FALSE);
     EXPECT_NE(window->handle(), nullptr);
+    actions.mayClose = true;
+    EXPECT_EQ(SendMessageW(window->handle(), WM_QUERYENDSESSION, 0, 0), TRUE);
+    EXPECT_EQ(window->handle(), nullptr);
+}
+
+// Enter presses the default button without leaving the box.
+TEST_F(MainWindowTest, ABoxIsCheckedEachTimeThatAButtonIsPressedFromIt) {
+    Show();
+    const auto press = [this] {
+        SendMessageW(window->handle(), WM_COMMAND,
+                     MAKEWPARAM(ControlId(form.cmdProcessCall.row()), BN_CLICKED), 0);
+    };
+    SetFocus(Native(form.txtCallerIDFormat));
+    Type(form.txtCallerIDFormat, L"1");
+    press();
+    press();
+    Type(form.txtCallerIDFormat, L"2");
+    press();
+    const std::wstring pressed = L"button cmdProcessCall";
+    EXPECT_EQ(actions.told,
+              (std::vector<std::wstring>{L"leave txtCallerIDFormat changed", pressed,
+                                         L"leave txtCallerIDFormat unchanged", pressed,
+                                         L"leave txtCallerIDFormat changed", pressed}));
+}
+
+TEST_F(MainWindowTest, ACheckBoxIsClickedOnlyAfterTheCheckOfTheBoxThatTheUserIsIn) {
+    Show();
+    actions.mayLeave = false;
+    SetFocus(Native(form.txtOutboundMaxLength));
+    Type(form.txtOutboundMaxLength, L"x");
+    const auto click = [this] {
+        SendMessageW(GetParent(Native(form.chkGlobalEnable)), WM_COMMAND,
+                     MAKEWPARAM(ControlId(form.chkGlobalEnable.row()), BN_CLICKED), 0);
+    };
+    click();
+    actions.mayLeave = true;
+    click();
+    EXPECT_EQ(actions.told, (std::vector<std::wstring>{L"leave txtOutboundMaxLength changed",
+                                                       L"leave txtOutboundMaxLength changed",
+                                                       L"check chkGlobalEnable"}));
+}
+
+// Changing the page takes the focus away while the page is being hidden.
+TEST_F(MainWindowTest, ABoxIsLeftWhenItsPageIsTurned) {
+    form.SelectTab(form.tabstripOptions, OptionsTab::callerID);
+    Show();
+    SetFocus(Native(form.txtCallerIDFormat));
+    Type(form.txtCallerIDFormat, L"#");
+
+    form.SelectTab(form.tabstripOptions, OptionsTab::advanced);
+    ASSERT_TRUE(PumpUntil([this] { return !actions.told.empty(); }));
+    SetFocus(Native(form.txtCOMDurationSeconds));
+    Type(form.txtCOMDurationSeconds, L"1");
+    SetFocus(Native(form.cmdExit));
+    ASSERT_TRUE(PumpUntil([this] { return actions.told.size() == 2; }));
+
+    EXPECT_EQ(actions.told, (std::vector<std::wstring>{L"leave txtCallerIDFormat changed",
+                                                       L"leave txtCOMDurationSeconds changed"}));
+}
+
+// The next box is entered while another program has the keyboard.
+TEST_F(MainWindowTest, ABoxIsLeftAlsoWhenTheFocusWasAwayInBetween) {
+    Show();
+    SetFocus(Native(form.txtOutboundMaxLength));
+    Type(form.txtOutboundMaxLength, L"1");
+    SetFocus(nullptr);
+    PumpWhatIsPending();
+    ASSERT_TRUE(actions.told.empty());
+    SetFocus(Native(form.txtCallerIDFormat));
+    ASSERT_TRUE(PumpUntil([this] { return !actions.told.empty(); }));
+    EXPECT_EQ(actions.told, (std::vector<std::wstring>{L"leave txtOutboundMaxLength changed"}));
 }
 
 TEST_F(MainWindowTest, FocusGoesWhereTheFormWantsIt) {

@@ -32,6 +32,7 @@ struct SeenBox {
     HICON icon = nullptr;
     HWND owner = nullptr;
     bool ownerEnabled = false;
+    bool topmost = false;
 };
 
 // Reads a box and presses one of its buttons.
@@ -39,6 +40,7 @@ SeenBox ReadAndPress(HWND box, const std::wstring& caption) {
     SeenBox seen;
     seen.owner = GetWindow(box, GW_OWNER);
     seen.ownerEnabled = seen.owner && IsWindowEnabled(seen.owner);
+    seen.topmost = (GetWindowLongPtrW(box, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0;
     HWND pressed = nullptr;
     for (HWND child = GetWindow(box, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
         if (!IsWindowVisible(child))
@@ -129,6 +131,7 @@ TEST_F(SystemMessageBoxesTest, IconIsTheNamedOneOrNone) {
 TEST_F(SystemMessageBoxesTest, BoxHasNoOwnerUnlessOneIsShown) {
     ShowAndPress(L"x", BoxButtons::Ok, BoxIcon::None, L"OK");
     EXPECT_EQ(seen.owner, nullptr);
+    EXPECT_TRUE(seen.topmost) << "a program without a window may not take the foreground";
     boxes.setOwner([] { return HWND{nullptr}; });
     ShowAndPress(L"x", BoxButtons::Ok, BoxIcon::None, L"OK");
     EXPECT_EQ(seen.owner, nullptr);
@@ -145,6 +148,7 @@ TEST_F(SystemMessageBoxesTest, OwnerIsDisabledWhileItsBoxIsShown) {
 
     EXPECT_EQ(seen.owner, owner);
     EXPECT_FALSE(seen.ownerEnabled);
+    EXPECT_FALSE(seen.topmost);
     EXPECT_TRUE(IsWindowEnabled(owner));
     DestroyWindow(owner);
 }
