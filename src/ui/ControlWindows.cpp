@@ -105,8 +105,6 @@ void ControlWindows::Create(HWND window, UINT dpi) {
     TakeFont();
     for (const Control* control : form_.controls())
         CreateControl(*control);
-    for (const Control* control : form_.controls())
-        MarkTabStops(*control);
     CutOutPages();
     NameForScreenReaders();
 }
@@ -144,7 +142,8 @@ void ControlWindows::CreateControl(const Control& control) {
         constexpr WPARAM longestLine = 32767;
         const WPARAM limit = spec.has(ControlTrait::multiLine) ? 0 : longestLine;
         SendMessageW(native, EM_SETLIMITTEXT, limit, 0);
-        RefusePastesBeyondLimit(native);
+        if (limit != 0 && !spec.has(ControlTrait::readOnly))
+            RefusePastesBeyondLimit(native);
     }
     if (spec.kind == ControlKind::OptionButton)
         SetWindowSubclass(native, &OptionProcedure, 0, reinterpret_cast<DWORD_PTR>(this));
@@ -153,7 +152,10 @@ void ControlWindows::CreateControl(const Control& control) {
     if (spec.kind == ControlKind::TextBox)
         ShowText(control);  // the others came with their captions
     ShowValue(control);
-    AddTooltip(control, TTM_ADDTOOLW);
+    if (spec.kind == ControlKind::OptionButton)
+        MarkTabStop(static_cast<const OptionButton&>(control));
+    if (!control.tooltip().empty())
+        ShowTooltip(control);
 }
 
 void ControlWindows::NameForScreenReaders() const {
@@ -183,15 +185,18 @@ void ControlWindows::AddTabs(const TabStrip& strip) {
     }
 }
 
-void ControlWindows::AddTooltip(const Control& control, UINT message) {
+// A control gets its tool when it has its first tip; most never have one.
+void ControlWindows::ShowTooltip(const Control& control) {
     TTTOOLINFOW tool{};
     tool.cbSize = sizeof(tool);
     tool.uFlags = TTF_SUBCLASS | TTF_IDISHWND;
     tool.hwnd = window_;
     tool.uId = reinterpret_cast<UINT_PTR>(of(control));
+    const auto argument = reinterpret_cast<LPARAM>(&tool);
+    const bool known = SendMessageW(tooltips_, TTM_GETTOOLINFOW, 0, argument) != FALSE;
     std::wstring text = control.tooltip();
     tool.lpszText = text.data();
-    SendMessageW(tooltips_, message, 0, reinterpret_cast<LPARAM>(&tool));
+    SendMessageW(tooltips_, known ? TTM_UPDATETIPTEXTW : TTM_ADDTOOLW, 0, argument);
 }
 
 int ControlWindows::Pixels(int twips) const {
@@ -287,7 +292,7 @@ void ControlWindows::Show(const Control& control, ControlAspect aspect) {
             MarkTabStops(control);
             break;
         case ControlAspect::Tooltip:
-            AddTooltip(control, TTM_UPDATETIPTEXTW);
+            ShowTooltip(control);
             break;
         case ControlAspect::Visible:
             ShowWindow(of(control), IsShown(control) ? SW_SHOWNA : SW_HIDE);
@@ -331,20 +336,24 @@ void ControlWindows::ShowValue(const Control& control) const {
 }
 
 // Tab goes to the selected option of a group, or to the first usable one where that cannot be.
-void ControlWindows::MarkTabStops(const Control& changed) const {
-    if (changed.spec().kind != ControlKind::OptionButton)
-        return;
-    const auto members = form_.GroupOf(static_cast<const OptionButton&>(changed));
+// Windows marks the selected one by itself.
+void ControlWindows::MarkTabStop(const OptionButton& option) const {
     const OptionButton* stop = nullptr;
-    for (const OptionButton* member : members) {
+    for (const OptionButton* member : form_.GroupOf(option)) {
         if (member->enabled() && (!stop || member->selected()))
             stop = member;
     }
-    for (const OptionButton* member : members) {
-        const LONG_PTR style = GetWindowLongPtrW(of(*member), GWL_STYLE);
-        const LONG_PTR wanted = member == stop ? style | WS_TABSTOP : style & ~LONG_PTR{WS_TABSTOP};
-        SetWindowLongPtrW(of(*member), GWL_STYLE, wanted);
-    }
+    const LONG_PTR style = GetWindowLongPtrW(of(option), GWL_STYLE);
+    const LONG_PTR wanted = &option == stop ? style | WS_TABSTOP : style & ~LONG_PTR{WS_TABSTOP};
+    if (wanted != style)
+        SetWindowLongPtrW(of(option), GWL_STYLE, wanted);
+}
+
+void ControlWindows::MarkTabStops(const Control& changed) const {
+    if (changed.spec().kind != ControlKind::OptionButton)
+        return;
+    for (const OptionButton* member : form_.GroupOf(static_cast<const OptionButton&>(changed)))
+        MarkTabStop(*member);
 }
 
 LRESULT CALLBACK ControlWindows::OptionProcedure(HWND option, UINT message, WPARAM wParam,

@@ -45,7 +45,7 @@ private:
                                             UINT_PTR id, DWORD_PTR self);
     void CreateControl(const Control& control);
     void AddTabs(const TabStrip& strip);
-    void AddTooltip(const Control& control, UINT message);
+    void ShowTooltip(const Control& control);
     void NameForScreenReaders() const;
     void TakeFont();
     void PlaceControl(const Control& control);
@@ -53,6 +53,7 @@ private:
     void CutOutPage(const Control& strip, const Control& page);
     void ShowText(const Control& control);
     void ShowValue(const Control& control) const;
+    void MarkTabStop(const OptionButton& option) const;
     void MarkTabStops(const Control& changed) const;
     [[nodiscard]] int Pixels(int twips) const;
     [[nodiscard]] RECT Pixels(const Place& place) const;

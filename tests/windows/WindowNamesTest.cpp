@@ -323,10 +323,9 @@ TEST_F(MainWindowTest, EveryControlWithATipHasItAsANativeOne) {
     int withTip = 0;
     for (const Control* control : form.controls()) {
         const auto tip = tips.find(Native(*control));
-        ASSERT_NE(tip, tips.end()) << testing::PrintToString(std::wstring(control->name()));
-        EXPECT_EQ(tip->second, control->spec().tip)
+        EXPECT_EQ(tip == tips.end() ? std::wstring() : tip->second, control->spec().tip)
             << testing::PrintToString(std::wstring(control->name()));
-        withTip += !tip->second.empty();
+        withTip += tip != tips.end();
     }
     EXPECT_EQ(withTip, 40 + 10 + 8) << "options, buttons and parameters";
 }
