@@ -84,6 +84,9 @@ void DispatchObject::Put(std::wstring_view member, std::wstring_view value) cons
 std::wstring DispatchObject::GetText(std::wstring_view member) const {
     Variant result;
     Invoke(member, DISPATCH_PROPERTYGET, {}, result.get());
+    // What holds no text at all may answer so: the HTML engine does for an empty body.
+    if (result->vt == VT_NULL)
+        return {};
     ThrowIfFailed(VariantChangeType(result.get(), result.get(), 0, VT_BSTR));
     return std::wstring(result->bstrVal ? result->bstrVal : L"", SysStringLen(result->bstrVal));
 }

@@ -28,6 +28,7 @@ struct EngineScript {
     std::vector<std::wstring> calls;
     std::map<std::wstring, std::wstring> texts;  // by property, "body.innertext"
     std::map<std::wstring, HRESULT> failures;    // by member
+    std::map<std::wstring, VARTYPE> nothings;    // by property: an answer of that type and no value
 };
 
 std::wstring LowerCase(std::wstring text) {
@@ -65,6 +66,12 @@ public:
         const std::wstring name = path_ + members_.at(static_cast<std::size_t>(member - 1));
         if (const auto failure = script_.failures.find(name); failure != script_.failures.end())
             return failure->second;
+        if (const auto nothing = script_.nothings.find(name);
+            nothing != script_.nothings.end() && kind != DISPATCH_PROPERTYPUT) {
+            VariantInit(result);
+            result->vt = nothing->second;
+            return S_OK;
+        }
         if (name == L"body" || name == L"documentelement") {
             result->vt = VT_DISPATCH;
             result->pdispVal = MakeComObject<EngineObject>(
@@ -194,6 +201,26 @@ TEST_F(MshtmlDocumentTest, VisibleTextComesFromTheBody) {
 
     EXPECT_EQ(script.calls,
               (std::vector<std::wstring>{L"body.innerhtml = [<b>seen</b>]", L"body.innertext"}));
+}
+
+TEST_F(MshtmlDocumentTest, NoTextAtAllIsAnEmptyText) {
+    for (const VARTYPE type : {VT_NULL, VT_EMPTY, VT_BSTR}) {
+        script.nothings[L"body.innertext"] = type;
+        const auto document = MshtmlDocument::Create();
+        ASSERT_TRUE(document);
+        EXPECT_EQ(document->VisibleText(L"<br>"), L"") << type;
+    }
+}
+
+TEST_F(MshtmlDocumentTest, ADocumentWithoutABodyIsATypeMismatch) {
+    for (const VARTYPE type : {VT_DISPATCH, VT_NULL, VT_EMPTY}) {
+        script.nothings[L"body"] = type;
+        const auto document = MshtmlDocument::Create();
+        ASSERT_TRUE(document);
+        EXPECT_EQ(ErrorOf([&] { document->InsertAtStartOfBody(L"a", L"b"); }).number, 13) << type;
+        EXPECT_EQ(ErrorOf([&] { static_cast<void>(document->VisibleText(L"a")); }).number, 13)
+            << type;
+    }
 }
 
 TEST_F(MshtmlDocumentTest, FailureOfTheEngineIsRaised) {
