@@ -1,6 +1,5 @@
 #include "platform/modFile.h"
 
-#include <limits>
 #include <memory>
 #include <type_traits>
 
@@ -108,8 +107,7 @@ void AppendToFile(const std::wstring& path, std::wstring_view text) {
 
 NewestFile GetNewestFileInFolder(const std::wstring& folder, const std::wstring& pattern,
                                  std::uint32_t attributeMask) {
-    NewestFile newest;
-    FILETIME best{};
+    NewestCandidate newest;
     WIN32_FIND_DATAW entry;
     const HANDLE search = FindFirstFileW((AddTrailingBackslash(folder) + pattern).c_str(), &entry);
     if (search != INVALID_HANDLE_VALUE) {
@@ -118,19 +116,13 @@ NewestFile GetNewestFileInFolder(const std::wstring& folder, const std::wstring&
             const std::wstring_view nameField(entry.cFileName, std::size(entry.cFileName));
             if (!IsCandidate(nameField, entry.dwFileAttributes, attributeMask))
                 continue;
-            if (newest.filesSeen == std::numeric_limits<std::int32_t>::max()) {
-                throw MakeRuntimeError(ErrorNumber::Overflow);
-            }
-            ++newest.filesSeen;
-            // Of equal times the first one met stays.
-            if (CompareFileTime(&entry.ftLastWriteTime, &best) > 0) {
-                best = entry.ftLastWriteTime;
-                newest.name = StripAtNull(nameField);
-            }
+            newest.Meet(nameField, ULARGE_INTEGER{{entry.ftLastWriteTime.dwLowDateTime,
+                                                   entry.ftLastWriteTime.dwHighDateTime}}
+                                       .QuadPart);
         } while (FindNextFileW(search, &entry));
     }
-    newest.modified = LocalAutomationDate(best);
-    return newest;
+    const ULARGE_INTEGER time{.QuadPart = newest.time};
+    return {newest.name, LocalAutomationDate({time.LowPart, time.HighPart}), newest.count};
 }
 
 bool modFile::FileExists(const std::wstring& path) const {

@@ -5,6 +5,8 @@
 #include <ostream>
 #include <string>
 
+#include "TestErrors.h"
+
 namespace corvane::test {
 namespace {
 
@@ -43,6 +45,32 @@ TEST(RecordingCandidateMaskTest, AnotherMaskAsksForOtherAttributes) {
     EXPECT_TRUE(IsCandidate(L"call.wav", 0x100, 0x100));
     EXPECT_FALSE(IsCandidate(L"call.wav", 0x20, 0x100));
     EXPECT_FALSE(IsCandidate(L"folder", 0x10, 0x10));
+}
+
+TEST(NewestCandidateTest, TheLatestTimeWinsAndOfEqualOnesTheFirst) {
+    NewestCandidate newest;
+    newest.Meet(L"a.wav", 5);
+    newest.Meet(std::wstring_view(L"b.wav\0junk", 10), 0x100000000);
+    newest.Meet(L"c.wav", 0x100000000);
+    newest.Meet(L"d.wav", 7);
+    EXPECT_EQ(newest.name, L"b.wav");
+    EXPECT_EQ(newest.time, 0x100000000U);
+    EXPECT_EQ(newest.count, 4);
+}
+
+TEST(NewestCandidateTest, AFileWithoutATimeCountsAndIsNotTheNewest) {
+    NewestCandidate newest;
+    newest.Meet(L"a.wav", 0);
+    EXPECT_EQ(newest.name, L"");
+    EXPECT_EQ(newest.count, 1);
+}
+
+TEST(NewestCandidateTest, MoreFilesThanCanBeCountedAreAnOverflow) {
+    NewestCandidate newest;
+    newest.count = 2147483646;
+    newest.Meet(L"a.wav", 1);
+    EXPECT_EQ(ErrorOf([&] { newest.Meet(L"b.wav", 2); }).number, 6);
+    EXPECT_EQ(newest.name, L"a.wav");
 }
 
 }  // namespace
