@@ -33,6 +33,8 @@ public:
         return 0;
     }
     RegistryStatus Closekey(RegistryHandle) override {
+        if (closingFails)
+            Fail(L"RegCloseKey");
         --openHandles;
         return 0;
     }
@@ -60,6 +62,8 @@ public:
         const Values& values = keys[PathOf(key)];
         const auto value = values.find(valueName);
         if (value == values.end())
+            Fail(L"RegQueryValueEx of ValueName '" + valueName + L"'");
+        if (size > 0 && unreadableValues.contains(valueName))
             Fail(L"RegQueryValueEx of ValueName '" + valueName + L"'");
         type = registryText;
         const std::wstring& stored = value->second;
@@ -100,10 +104,12 @@ public:
     static inline const std::wstring ownKey = L"HKCU\\SOFTWARE\\Halvorn Systems\\CorvaneTo3CX";
 
     std::map<std::wstring, Values> keys;
-    std::set<std::wstring> failingKeys;    // cannot be opened at all
-    std::set<std::wstring> readOnlyKeys;   // cannot be opened for writing
-    std::set<std::wstring> failingValues;  // cannot be written
-    std::vector<std::wstring> writes;      // names of the values written, in order
+    std::set<std::wstring> failingKeys;       // cannot be opened at all
+    std::set<std::wstring> readOnlyKeys;      // cannot be opened for writing
+    std::set<std::wstring> failingValues;     // cannot be written
+    std::set<std::wstring> unreadableValues;  // tell their size and no more
+    bool closingFails = false;
+    std::vector<std::wstring> writes;  // names of the values written, in order
     int openHandles = 0;
 
 private:

@@ -105,11 +105,12 @@ std::wstring_view TextFromBoolean(bool value) {
 // Digits fill the "#" places from the right; what is left over stands before the first place.
 std::wstring FormatNumericText(std::wstring_view text, std::wstring_view format) {
     const auto value = Number(text);
-    if (!value)
+    if (!value || format.empty())
         return std::wstring(text);
-    std::wstring digits = Printed("%.0f", *value);
-    if (digits == L"0")
-        digits.clear();
+    // A text of digits keeps them all, also those that a double would round.
+    const bool digitsOnly = text.find_first_not_of(L"0123456789") == std::wstring_view::npos;
+    std::wstring digits = digitsOnly ? std::wstring(text) : Printed("%.0f", *value);
+    digits.erase(0, digits.find_first_not_of(L'0'));
     std::wstring reversed;
     const auto firstPlace = format.find(L'#');
     for (std::size_t at = format.size(); at-- > 0;) {

@@ -180,6 +180,13 @@ TEST_F(CallerIDTest, WithoutFormattingTheDigitsAreSearched) {
     ExpectAccepted(L"(055) 512-3456", L"0555123456", L"0555123456");
 }
 
+TEST_F(CallerIDTest, AnEmptyFormatLeavesTheDigitsAsTheyAre) {
+    form.txtCallerIDFormat.setText(L"");
+
+    ExpectAccepted(L"555-123-4567", L"5551234567", L"5551234567");
+    ExpectAccepted(L"(055) 512-3456", L"0555123456", L"0555123456");
+}
+
 TEST_F(CallerIDTest, AMinimumThatIsNoNumberMismatches) {
     form.txtCallerIDMinLength.setText(L"six");
 

@@ -451,5 +451,62 @@ INSTANTIATE_TEST_SUITE_P(Packets, NoPhone1Test,
                          testing::Values(L"3000-0000", L"3000-0002&#10;5559901",
                                          L"3000-0001&#10;&#13;"));
 
+TEST_F(NewWindowTest, AFailedQueryForThePhone1IsReportedAndTheContactIsStillFound) {
+    goldMine.answers[QueryCommand(phone1Sql)] = L"bad SQL";
+
+    EXPECT_TRUE(Search());
+
+    const std::wstring failure =
+        L"Error calling DataStream Query function for this SQL query:\r\n"
+        L"select Phone1 from Contact1 where AccountNo = 'B2'\r\nResult:\r\nbad SQL";
+    EXPECT_EQ(boxes.Take(), ShownBoxes{Notice(failure, BoxIcon::Exclamation)});
+    ASSERT_EQ(status.lines.size(), 3U);
+    EXPECT_EQ(status.lines[0], L"Found (555)123-4567 in an Additional Contact record.");
+    EXPECT_EQ(status.lines[1], failure);
+    ExpectPositionFailure();
+}
+
+// The search of an account whose number is empty is the search of all accounts.
+TEST_F(ContactSearchTest, ARecordWithoutAnAccountNumberIsSearchedInTheContactsOfAll) {
+    form.chkSearchInAddlContacts.setChecked(true);
+    AnswerMacro(L"Contact1-&gt;AccountNo", L"");
+    AnswerQuery(ofAllSql, L"3000-0001&#10;B2");
+
+    EXPECT_TRUE(Search());
+
+    EXPECT_EQ(goldMine.commands, (Lines{phone1, accountNo, QueryCommand(ofAllSql),
+                                        FetchCommand(L"7"), DataStreamCloseCommand(L"7")}));
+    EXPECT_EQ(status.lines,
+              Lines{L"Found (555)123-4567 in an Additional Contact of the current record."});
+}
+
+TEST_F(ContactSearchTest, TwoAdditionalContactsOfTheRecordAreNoFindAndTheSearchGoesOn) {
+    form.chkSearchInAddlContacts.setChecked(true);
+    AnswerQuery(ofAccountSql, L"0000-0002&#10;A1");
+    AnswerCallerID(CallerIDCommand(cid, L"2", L"0"), true);
+
+    EXPECT_TRUE(Search());
+
+    EXPECT_EQ(goldMine.commands.back(), CallerIDCommand(cid, L"2", L"0"));
+    EXPECT_EQ(status.lines, Lines{L"Found (555)123-4567 in a primary contact record."});
+}
+
+TEST_F(ContactSearchTest, AnAdditionalContactWithoutAnAccountNumberIsFoundAllTheSame) {
+    FindInAdditionalContactsOfAll();
+    AnswerAgain(ofAllSql, L"8", L"3000-0001&#10;&#13;");
+    const std::wstring seekNothing =
+        L"<GMAPI call=\"RecordObj\"><data name=\"Command\">Seek</data></GMAPI>";
+    for (const std::wstring& command : {setObject, setRecord, setOrder})
+        goldMine.answers[command] = Reply(L"RecordObj", L"1", L"");
+    goldMine.answers[seekNothing] = Reply(L"RecordObj", L"0", L"");
+
+    EXPECT_TRUE(Search());
+
+    EXPECT_TRUE(Sent(seekNothing));
+    EXPECT_EQ(status.lines,
+              (Lines{L"Found (555)123-4567 in an Additional Contact record.",
+                     L"Corvane could not position to corresponding primary record."}));
+}
+
 }  // namespace
 }  // namespace corvane::test

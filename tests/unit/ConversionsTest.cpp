@@ -131,6 +131,18 @@ INSTANTIATE_TEST_SUITE_P(NoNumbersStayAsTheyAre, PhoneFormatTest,
                          testing::Values(FormatCase{L"555 123 4567", L"555 123 4567"},
                                          FormatCase{L"", L""}, FormatCase{L"abc", L"abc"}));
 
+INSTANTIATE_TEST_SUITE_P(DigitsBeyondADoublesAreKept, PhoneFormatTest,
+                         testing::Values(FormatCase{L"1234567890123456", L"(123456789)012-3456"},
+                                         FormatCase{L"12345678901234567", L"(1234567890)123-4567"},
+                                         FormatCase{L"12345678901234567890",
+                                                    L"(1234567890123)456-7890"}));
+
+TEST(ConversionsTest, AnEmptyFormatChangesNothing) {
+    EXPECT_EQ(FormatNumericText(L"5551234567", L""), L"5551234567");
+    EXPECT_EQ(FormatNumericText(L"0555", L""), L"0555");
+    EXPECT_EQ(FormatNumericText(L"abc", L""), L"abc");
+}
+
 TEST(ConversionsTest, OtherFormatsCopyTheirOtherCharacters) {
     EXPECT_EQ(FormatNumericText(L"5551234567", L"###-###-####"), L"555-123-4567");
     EXPECT_EQ(FormatNumericText(L"5551234567", L"##########"), L"5551234567");

@@ -502,6 +502,18 @@ TEST_F(DispatcherTest, ADelayOfZeroIsAnnouncedAndEmpty) {
     EXPECT_EQ(boxes.Take().size(), 1U);
 }
 
+TEST_F(DispatcherTest, ANegativeDelayIsAnnouncedAndEmpty) {
+    AddRecording();
+    form.txtLinkedItemPath.setText(L"C:\\None");
+    form.chkDelayAddingLink.setChecked(true);
+    form.txtDelayAddingLinkSeconds.setText(L"-1");
+    dispatcher.ProcessCall();
+    EXPECT_EQ(HistoryLines()[0], L"Delaying adding link for -1 seconds.");
+    EXPECT_TRUE(clock.sleeps.empty());
+    EXPECT_EQ(clock.pumps, 1);
+    EXPECT_EQ(boxes.Take().size(), 1U);
+}
+
 struct BadDelay {
     std::wstring seconds;
     std::int32_t error;
@@ -515,6 +527,10 @@ TEST_P(BadDelayTest, IsARuntimeError) {
     form.txtDelayAddingLinkSeconds.setText(GetParam().seconds);
     EXPECT_EQ(ErrorOf([&] { dispatcher.ProcessCall(); }).number, GetParam().error);
     EXPECT_TRUE(clock.sleeps.empty());
+    EXPECT_EQ(clock.pumps, 0);
+    ASSERT_FALSE(status.lines.empty());
+    EXPECT_EQ(status.lines.back(), L"Creating history at end of call.")
+        << "a delay that cannot be waited for is not announced";
 }
 
 INSTANTIATE_TEST_SUITE_P(Texts, BadDelayTest,

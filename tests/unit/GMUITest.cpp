@@ -19,6 +19,11 @@ protected:
     }
 };
 
+struct ErrorNumberCase {
+    std::int32_t number;
+    std::wstring numberText;
+};
+
 TEST_F(GMUITest, TheCommandReachesGoldMineAndTheReplyComesBack) {
     EXPECT_EQ(gmui.GMUI_Execute(command), L"<GMAPI/>");
     EXPECT_EQ(goldMine.commands, Lines{command});
@@ -65,6 +70,43 @@ TEST_F(GMUITest, WithoutTheObjectTheReplyIsFalseAndTheUserLearnsHowToRegisterIt)
               L"\"C:\\Program Files\\GoldMine\\gmw.exe\" /RegServer"});
 }
 
+class FailedCreationTest : public GMUITest, public testing::WithParamInterface<ErrorNumberCase> {};
+
+// The numbers that have a meaning of their own when a command fails have none here.
+TEST_P(FailedCreationTest, IsACouldNotConnectWhateverItsNumber) {
+    RuntimeError error;
+    error.number = GetParam().number;
+    error.description = L"no";
+    goldMine.connectError = error;
+    form.GoldMineExePath = L"C:\\gmw.exe";
+
+    EXPECT_EQ(gmui.GMUI_Execute(command), L"False");
+
+    EXPECT_EQ(
+        boxes.Take(),
+        (ShownBoxes{Notice(
+            L"Could not connect to GoldMine's user interface.\r\n"
+            L"Error number:  " +
+                GetParam().numberText +
+                L"\r\n"
+                L"Error message:  no\r\n"
+                L"\r\n"
+                L"GoldMine should be installed locally. If it already is, this error can usually "
+                L"be resolved by running the following command from a command prompt (opened with "
+                L"\"Run as administrator\"):\r\n"
+                L"\r\n"
+                L"\"C:\\gmw.exe\" /RegServer",
+            BoxIcon::Critical)}));
+    ASSERT_EQ(status.lines.size(), 1U);
+    EXPECT_TRUE(status.lines[0].starts_with(
+        L"Could not connect to GoldMine's user interface. Error number:  " + GetParam().numberText +
+        L" Error message:  no GoldMine should be installed locally."));
+}
+
+INSTANTIATE_TEST_SUITE_P(Errors, FailedCreationTest,
+                         testing::Values(ErrorNumberCase{70, L"70"}, ErrorNumberCase{462, L"462"},
+                                         ErrorNumberCase{-2147023170, L"-2147023170"}));
+
 TEST_F(GMUITest, CreatingTheObjectIsTriedAgainWithTheNextCommand) {
     goldMine.connectError = CompleteError(429);
     static_cast<void>(gmui.GMUI_Execute(command));
@@ -95,12 +137,7 @@ TEST_F(GMUITest, PermissionDeniedMeansNotLoggedIn) {
                     L"re-try the operation. Error number:  70 Error message:  Permission denied"});
 }
 
-struct LostConnection {
-    std::int32_t number;
-    std::wstring numberText;
-};
-
-class LostConnectionTest : public GMUITest, public testing::WithParamInterface<LostConnection> {};
+class LostConnectionTest : public GMUITest, public testing::WithParamInterface<ErrorNumberCase> {};
 
 TEST_P(LostConnectionTest, IsToldInABoxAndALine) {
     RuntimeError error;
@@ -127,8 +164,8 @@ TEST_P(LostConnectionTest, IsToldInABoxAndALine) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Errors, LostConnectionTest,
-                         testing::Values(LostConnection{462, L"462"},
-                                         LostConnection{-2147023170, L"-2147023170"}));
+                         testing::Values(ErrorNumberCase{462, L"462"},
+                                         ErrorNumberCase{-2147023170, L"-2147023170"}));
 
 class FailedCallTest : public GMUITest, public testing::WithParamInterface<std::int32_t> {};
 

@@ -316,6 +316,18 @@ TEST_F(HtmlNotesTest, AnErrorOfTheHtmlEngineCarriesTheProcedureBeforeItsDescript
     EXPECT_EQ(error.helpContext, 1234);
 }
 
+TEST_F(HtmlModeTest, AnErrorWhileTheOldNotesAreReadCarriesTheProcedureOfTheDialogAlone) {
+    HtmlNotes broken(
+        form, windows, status, clock,
+        []() -> std::unique_ptr<HtmlDocument> { throw CompleteError(429); }, L"CorvaneTo3CX");
+    const RuntimeError error =
+        ErrorOf([&] { broken.AddRefAndNotesToOpenCallDialog(4711, L"", link); });
+    EXPECT_EQ(error.number, 429);
+    EXPECT_EQ(error.source, L"GoldMine.UI");
+    EXPECT_EQ(error.description, L"AddRefAndNotesToOpenCallDialog: something broke");
+    EXPECT_EQ(written, Lines{});
+}
+
 TEST_F(HtmlNotesTest, TheVisibleTextIsTheEngines) {
     html.visibleText = L"seen";
     EXPECT_EQ(notes.HTMLToText(L"<b>seen</b>"), L"seen");

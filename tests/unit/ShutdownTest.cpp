@@ -45,6 +45,18 @@ TEST_F(ShutdownTest, WithoutAWindowNothingIsAsked) {
     EXPECT_EQ(around.goldMine.releases, 1);
 }
 
+TEST_F(ShutdownTest, GoldMineIsLetGoBeforeTheLastLine) {
+    TestProgram& made = Make();
+    int releasesAtTheLine = -1;
+    made.form.setChangeHandler([&](Control& changed) {
+        if (&changed == &made.form.txtStatus)
+            releasesAtTheLine = around.goldMine.releases;
+    });
+    EXPECT_TRUE(made.shutdown.Unload());
+    EXPECT_EQ(Lines(), Strings{finished});
+    EXPECT_EQ(releasesAtTheLine, 1);
+}
+
 TEST_F(ShutdownTest, AShownWindowWithoutChangesAsksNothing) {
     TestProgram& made = Make();
     made.form.setVisible(true);

@@ -117,6 +117,39 @@ TEST_F(SimuIniFileTest, AValueThatCannotBeWrittenRaisesWithItsKeyLeftOpen) {
     openHandlesLeft = 1;
 }
 
+TEST_F(SimuIniFileTest, AValueThatTellsItsSizeOnlyRaisesWithItsKeyLeftOpen) {
+    registry.Store(path, L"X", L"text");
+    registry.unreadableValues.insert(L"X");
+
+    EXPECT_EQ(ErrorOf([&] { store.ReadProfileString(L"X", L"default"); }).number, -2147191503);
+    openHandlesLeft = 1;
+}
+
+TEST_F(SimuIniFileTest, APreviousTextThatCannotBeReadKeepsNothingFromBeingWritten) {
+    registry.Store(path, L"X", L"old");
+    registry.unreadableValues.insert(L"X");
+
+    EXPECT_EQ(store.WriteProfileString(L"X", L"new"), L"");
+    EXPECT_EQ(registry.Stored(path, L"X"), L"new");
+    openHandlesLeft = 1;
+}
+
+TEST_F(SimuIniFileTest, AKeyThatCannotBeClosedRaisesWhenReading) {
+    registry.Store(path, L"X", L"text");
+    registry.closingFails = true;
+
+    EXPECT_EQ(ErrorOf([&] { store.ReadProfileString(L"X", L""); }).number, -2147191503);
+    openHandlesLeft = 1;
+}
+
+TEST_F(SimuIniFileTest, AKeyThatCannotBeClosedRaisesAfterTheValueWasWritten) {
+    registry.closingFails = true;
+
+    EXPECT_EQ(ErrorOf([&] { store.WriteProfileString(L"X", L"new"); }).number, -2147191503);
+    EXPECT_EQ(registry.Stored(path, L"X"), L"new");
+    openHandlesLeft = 2;  // of the reading before, and of the writing
+}
+
 TEST_F(SimuIniFileTest, BooleansAreWordsAndTypedReadersTakeNumbersToo) {
     EXPECT_TRUE(store.ReadProfileBoolean(L"X", true));
     EXPECT_FALSE(store.ReadProfileBoolean(L"X", false));

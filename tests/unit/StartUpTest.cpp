@@ -1,5 +1,8 @@
 #include "app/StartUp.h"
 
+#include <algorithm>
+#include <new>
+
 #include "ProgramFixture.h"
 #include "StatusLines.h"
 
@@ -80,6 +83,70 @@ TEST_F(StartUpTest, ARejectedCallerIdEndsWithoutLookingForGoldMine) {
     EXPECT_EQ(Run(L"/N:S /C:x /T:I"), RunOutcome::End);
     EXPECT_EQ(Lines(), (Strings{L"Corvane 1.0.0.1 started with param(s): /N:S /C:x /T:I.",
                                 L"Ignored non-numeric CallerID: x.", finished}));
+}
+
+TEST_F(StartUpTest, ARejectedCallerIdEndsWithoutAWindowEvenWhereTheFormIsAlwaysShown) {
+    around.RunGoldMine();
+    around.StoreOption(L"chkAlwaysShowForm", L"1");
+    EXPECT_EQ(Run(L"/N:S /C:123 /T:I"), RunOutcome::End);
+    EXPECT_FALSE(program().form.visible());
+    EXPECT_EQ(Lines(), (Strings{L"Corvane 1.0.0.1 started with param(s): /N:S /C:123 /T:I.",
+                                L"Ignored short CallerID: 123.", finished}));
+}
+
+TEST_F(StartUpTest, ARejectedCallerIdIsSaidBeforeTheMasterSwitchIsLookedAt) {
+    around.StoreOption(L"chkGlobalEnable", L"0");
+    EXPECT_EQ(Run(L"/N:S /C:x /T:I"), RunOutcome::End);
+    EXPECT_EQ(Lines(), (Strings{L"Corvane 1.0.0.1 started with param(s): /N:S /C:x /T:I.",
+                                L"Ignored non-numeric CallerID: x.", finished}));
+}
+
+TEST_F(StartUpTest, AGoldMineWhosePathCannotBeReadCountsAsNotRunning) {
+    around.RunGoldMine();
+    around.processes.openError = 5;
+    EXPECT_EQ(Run(call), RunOutcome::End);
+    EXPECT_EQ(around.boxes.Take(),
+              (ShownBoxes{Notice(L"GoldMine is running but could not retrieve its path.\r\n"
+                                 L"Do not run GoldMine as Administrator.\r\n"
+                                 L"(Error 5 opening Process ID 77)",
+                                 BoxIcon::Exclamation)}));
+    EXPECT_EQ(
+        Lines(),
+        (Strings{echo,
+                 L"GoldMine is running but could not retrieve its path. Do not run GoldMine as "
+                 L"Administrator. (Error 5 opening Process ID 77)",
+                 notRunning, L"Parameters found but GoldMine not running. Exiting.", finished}));
+    EXPECT_EQ(around.goldMine.connects, 0);
+}
+
+TEST_F(StartUpTest, ASessionThatCannotBeLookedUpEndsTheStartWithItsOwnError) {
+    around.processes.sessions.clear();
+    EXPECT_EQ(Run(L""), RunOutcome::End);
+    EXPECT_EQ(
+        around.boxes.Take(),
+        (ShownBoxes{Notice(L"Run-time error '5':\r\n\r\nIsProcessRunning.ProcessIdToSessionId\r\n"
+                           L"Could not determine Session ID for current Process ID 42.\r\n"
+                           L"LastError 87.",
+                           BoxIcon::Critical)}));
+    EXPECT_EQ(Lines(),
+              (Strings{withoutParams,
+                       L"Run-time error '5':  IsProcessRunning.ProcessIdToSessionId Could not "
+                       L"determine Session ID for current Process ID 42. LastError 87.",
+                       finished}));
+    EXPECT_FALSE(program().form.visible());
+}
+
+TEST_F(StartUpTest, RunningOutOfMemoryInTheGoldMineChecksIsAFailedConfigurationToo) {
+    around.RunGoldMine();
+    around.goldMine.onSend = [](const std::wstring&) { throw std::bad_alloc(); };
+    EXPECT_EQ(Run(call), RunOutcome::End);
+    EXPECT_EQ(around.boxes.Take(), ShownBoxes{configurationError});
+    const std::wstring said = L"Run-time error '7':  Out of memory";
+    EXPECT_EQ(Lines(), (Strings{echo, said, finished}));
+    const std::wstring log =
+        around.files.files[L"C:\\ProgramData\\Halvorn Systems\\CorvaneTo3CX\\CorvaneTo3CX.log"];
+    EXPECT_TRUE(log.ends_with(said + L"\r\n")) << "forced, with the log off";
+    EXPECT_EQ(std::count(log.begin(), log.end(), L'\n'), 1) << "and nothing else";
 }
 
 TEST_F(StartUpTest, TheMasterSwitchDropsAnEvent) {

@@ -250,6 +250,19 @@ TEST_F(ThreeCXIntegrationTest, KeysThatMayNotBeCreatedReadAsTheirDefaults) {
     EXPECT_EQ(form.txt3CXOutboundCallNotifierPath.text(), L"C:\\3CX\\CallTriggerCmd.exe");
 }
 
+TEST_F(ThreeCXIntegrationTest, AKeyOfTheCrmThatCannotBeReadHasNoNotifierAndTheDefaultLog) {
+    registry.Store(crmKey, L"CommandLineAPILogLevel", L"AllEvents");
+    registry.Store(crmKey, L"CommandLineAPILogPath", L"D:\\Logs");
+    registry.failingKeys = {crmKey};
+    ExpectWarned(
+        L"The 3CX CRM Call Notifier is missing or empty. Please re-install Corvane to 3CX.");
+    ExpectFilled(form.txtCommandLineAPILogLevel, L"ImportantEvents");
+    ExpectFilled(form.txtCommandLineAPILogPath,
+                 L"C:\\Users\\ann\\AppData\\Roaming\\3CXCommandLineAPIPlugin\\Logs\\"
+                 L"3CXCommandLineAPIPlugin.log");
+    EXPECT_EQ(form.cmdChangeLogLevel.caption(), L"Set to log AllEvents");
+}
+
 struct LogFolder {
     std::wstring stored;
     std::wstring shown;
@@ -331,6 +344,8 @@ TEST_F(ThreeCXIntegrationTest, ALevelThatMayNotBeWrittenShowsWhatIsStored) {
     form.txtCommandLineAPILogLevel.setText(L"ImportantEvents");
     threeCX.ChangeLogLevel();
     EXPECT_EQ(form.txtCommandLineAPILogLevel.text(), L"ImportantEvents");
+    // The caption goes by what was asked for.
+    EXPECT_EQ(form.cmdChangeLogLevel.caption(), L"Set to log only ImportantEvents");
     EXPECT_EQ(boxes.Take(), ShownBoxes{Notice(logLevelNotice)});
 }
 

@@ -148,6 +148,71 @@ TEST_F(UserActionsTest, LeavingABoxRunsItsCheck) {
     EXPECT_TRUE(made.form.cmdProcessCall.enabled());
 }
 
+TEST_F(UserActionsTest, AnErrorWhileTheFolderIsLookedThroughIsShownAndTheBoxMayBeLeft) {
+    TestProgram& made = Shown();
+    made.form.txtLinkedItemPath.setText(L"C:\\Rec");
+    around.files.folders = {L"C:\\Rec"};
+    around.files.searchError = RuntimeError{52, L"files", L"Bad file name", L"", 0};
+
+    EXPECT_TRUE(made.actions.MayLeave(made.form.txtLinkedItemPath, true));
+
+    EXPECT_EQ(around.boxes.Take(),
+              (ShownBoxes{Notice(L"Run-time error '52':\r\n\r\nGetFileLink: Bad file name",
+                                 BoxIcon::Critical)}));
+    EXPECT_EQ(StatusLines(made.form).back(), L"Run-time error '52':  GetFileLink: Bad file name");
+}
+
+TEST_F(UserActionsTest, ClickingTheLogsOptionMakesTheSettingsDirty) {
+    TestProgram& made = Shown();
+    ASSERT_FALSE(made.form.SettingsDirty);
+    made.actions.CheckBoxClicked(made.form.chkWriteLog);
+    EXPECT_TRUE(made.form.chkWriteLog.checked());
+    EXPECT_TRUE(made.form.SettingsDirty);
+}
+
+// A box that is neither checked nor unchecked, as a foreign hand may store it.
+TEST_F(UserActionsTest, AGreyedMasterSwitchCountsAsOnAndAClickAsksAsForCheckingIt) {
+    around.StoreOption(L"chkGlobalEnable", L"2");
+    TestProgram& made = Shown();
+    ASSERT_EQ(made.form.chkGlobalEnable.value(), 2);
+    EXPECT_TRUE(made.form.chkTrimOutboundPrefix.enabled());
+    around.boxes.answers = {BoxAnswer::No};
+
+    made.actions.CheckBoxClicked(made.form.chkGlobalEnable);
+
+    EXPECT_EQ(around.boxes.Take(),
+              (ShownBoxes{Question(L"The program must be reloaded to re-enable the link between "
+                                   L"GoldMine and 3CX. Okay to save your settings and exit? You "
+                                   L"can then re-start the program.")}));
+    EXPECT_EQ(made.form.chkGlobalEnable.value(), 0);
+    EXPECT_FALSE(made.form.SettingsDirty);
+    EXPECT_FALSE(made.closed);
+}
+
+TEST_F(UserActionsTest, AClickOnAGreyedSearchOfAdditionalContactsAsksAsForCheckingIt) {
+    around.StoreOption(L"chkSearchInAddlContacts", L"2");
+    TestProgram& made = Shown();
+    ASSERT_EQ(made.form.chkSearchInAddlContacts.value(), 2);
+    around.boxes.answers = {BoxAnswer::Yes};
+
+    made.actions.CheckBoxClicked(made.form.chkSearchInAddlContacts);
+
+    EXPECT_EQ(around.boxes.Take(),
+              (ShownBoxes{Question(L"Has your system administrator added database indexes on the "
+                                   L"ContSupp.Phone and ContSupp.Fax fields? This is required in "
+                                   L"order for this function to work efficiently.")}));
+    EXPECT_TRUE(made.form.chkSearchInAddlContacts.checked());
+    EXPECT_TRUE(made.form.SettingsDirty);
+}
+
+// As a person does who tries the settings.
+void TypeAnsweredCall(Form& form) {
+    form.txtNotifType.setText(L"C");
+    form.txtCallType.setText(L"I");
+    form.txtCallerIDFormatted.setText(L"(555)123-4567");
+    form.cmdProcessCall.setEnabled(true);
+}
+
 TEST_F(UserActionsTest, WhileACallIsProcessedNoOtherBeginsAndTheWindowClosesAfterIt) {
     around.RunGoldMine();
     around.AnswerMacro(L"Phone1", L"(555)123-4567");
@@ -163,10 +228,7 @@ TEST_F(UserActionsTest, WhileACallIsProcessedNoOtherBeginsAndTheWindowClosesAfte
         const std::wstring call = insert ? L"InsHist" : L"Macro";
         return L"<GMAPI call=\"" + call + L"\"><status code=\"1\">(555)123-4567</status></GMAPI>";
     };
-    made.form.txtNotifType.setText(L"C");
-    made.form.txtCallType.setText(L"I");
-    made.form.txtCallerIDFormatted.setText(L"(555)123-4567");
-    made.form.cmdProcessCall.setEnabled(true);
+    TypeAnsweredCall(made.form);
     // The delay before the recording link lets the user reach the window.
     around.clock.onPump = [&] {
         around.clock.onPump = nullptr;
@@ -206,9 +268,7 @@ TEST_F(UserActionsTest, WhileTheDialogIsFilledInNoCallBeginsAndTheWindowClosesAf
     };
     made.form.NotesAreHTML = true;
     around.html.pollsUntilComplete = 2;
-    made.form.txtNotifType.setText(L"C");
-    made.form.txtCallType.setText(L"I");
-    made.form.txtCallerIDFormatted.setText(L"(555)123-4567");
+    TypeAnsweredCall(made.form);
     made.form.chkFillInRef.setChecked(true);
     made.form.chkCreateLink.setChecked(true);
     made.form.chkDelayAddingLink.setChecked(false);
@@ -216,7 +276,6 @@ TEST_F(UserActionsTest, WhileTheDialogIsFilledInNoCallBeginsAndTheWindowClosesAf
     made.form.txtLinkedItemPath.setText(L"C:\\Rec");
     around.files.folders = {L"C:\\Rec"};
     around.files.newest.name = L"a.wav";
-    made.form.cmdProcessCall.setEnabled(true);
     made.form.SettingsDirty = false;
     made.actions.ButtonClicked(made.form.cmdProcessCall);
     ASSERT_TRUE(made.windows.WatchingCallDialog());
