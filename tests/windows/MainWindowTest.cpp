@@ -230,6 +230,36 @@ TEST_F(MainWindowTest, ReadOnlyBoxesTakeNoTypingAndCanBeSelected) {
     EXPECT_EQ(end, 8U);
 }
 
+// The colour of a control's inside, painted for a picture.
+COLORREF ColourOf(HWND control) {
+    RECT area{};
+    GetClientRect(control, &area);
+    const HDC screen = GetDC(control);
+    const HDC picture = CreateCompatibleDC(screen);
+    const HBITMAP bitmap = CreateCompatibleBitmap(screen, area.right, area.bottom);
+    const HGDIOBJ before = SelectObject(picture, bitmap);
+    SendMessageW(control, WM_PRINTCLIENT, reinterpret_cast<WPARAM>(picture),
+                 PRF_CLIENT | PRF_ERASEBKGND);
+    const COLORREF colour = GetPixel(picture, area.right / 2, area.bottom / 2);
+    SelectObject(picture, before);
+    DeleteObject(bitmap);
+    DeleteDC(picture);
+    ReleaseDC(control, screen);
+    return colour;
+}
+
+TEST_F(MainWindowTest, FolderBoxIsGreyedWhileItCannotBeUsed) {
+    form.SelectTab(form.tabstripOptions, OptionsTab::history);
+    Show();
+    ASSERT_NE(GetSysColor(COLOR_WINDOW), GetSysColor(COLOR_BTNFACE));
+    form.txtLinkedItemPath.setEnabled(true);
+    EXPECT_EQ(ColourOf(Native(form.txtLinkedItemPath)), GetSysColor(COLOR_WINDOW));
+    form.txtLinkedItemPath.setEnabled(false);
+    EXPECT_EQ(ColourOf(Native(form.txtLinkedItemPath)), GetSysColor(COLOR_BTNFACE));
+    form.txtLinkedItemPath.setEnabled(true);
+    EXPECT_EQ(ColourOf(Native(form.txtLinkedItemPath)), GetSysColor(COLOR_WINDOW));
+}
+
 TEST_F(MainWindowTest, StatusBoxTakesMoreThan64KiloAndAppendsAtItsEnd) {
     Show();
     const std::wstring line = std::wstring(98, L'x') + L"\r\n";
@@ -247,6 +277,7 @@ TEST_F(MainWindowTest, StatusBoxTakesMoreThan64KiloAndAppendsAtItsEnd) {
     SendMessageW(Native(form.txtStatus), EM_GETSEL, reinterpret_cast<WPARAM>(&begin),
                  reinterpret_cast<LPARAM>(&end));
     EXPECT_EQ(end, whole.size()) << "the newest line is where the box stands";
+    EXPECT_EQ(begin, end) << "and nothing is selected";
 }
 
 TEST_F(MainWindowTest, TextThatTheStatusBoxHadBeforeIsContinued) {

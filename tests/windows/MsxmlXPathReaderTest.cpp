@@ -74,6 +74,15 @@ INSTANTIATE_TEST_SUITE_P(
         Query{fetched, rawReturn, L"3000-0001\na\rb"}, Query{fetched, L"/GMAPI/status", L"Success"},
         Query{windowList, L"/GMAPI/status/@code", L"1"}));
 
+TEST_F(MsxmlXPathReaderTest, BlanksAndLineBreaksAtTheEndsOfATextAreKept) {
+    const std::wstring reply =
+        L"<GMAPI call=\"Read\">\r\n <status code=\"1\">  </status>"
+        L"<data name=\"Notes\"> \n two lines &#13;\n\n </data></GMAPI>";
+    EXPECT_EQ(Text(reply, L"/GMAPI/data"), L" \n two lines \r\n\n ");
+    EXPECT_EQ(Text(reply, L"/GMAPI/status"), L"  ");
+    EXPECT_EQ(Xml(reply, L"/GMAPI/status"), L"<status code=\"1\">  </status>");
+}
+
 TEST_F(MsxmlXPathReaderTest, NodeIsFoundAsMarkup) {
     EXPECT_EQ(Xml(L"<GMAPI call=\"Read\"><status code=\"1\"/><data name=\"A\">x &amp; y</data>"
                   L"</GMAPI>",

@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include "platform/RunningProgram.h"
 #include "util/Windows.h"
 
 namespace corvane::test {
@@ -25,6 +26,14 @@ TEST(WindowsShellTest, SpecialFoldersAreTheUsersAndTheComputersApplicationData) 
 
 TEST(WindowsShellTest, FolderThatTheSystemDoesNotKnowIsEmpty) {
     EXPECT_EQ(WindowsShell().FolderPath(static_cast<SpecialFolder>(0xFE)), L"");
+}
+
+TEST(WindowsShellTest, FileThatWindowsKnowsHowToOpenIsOpened) {
+    // Without arguments this program ends at once.
+    const std::wstring program =
+        RunningProgramInfo(0, 0, 0).folder + L"\\windows_tests_started.exe";
+    constexpr int greatestError = 32;
+    EXPECT_GT(WindowsShell().OpenFile(program), greatestError);
 }
 
 TEST(WindowsShellTest, MissingFileCannotBeOpened) {

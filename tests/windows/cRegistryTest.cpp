@@ -67,6 +67,49 @@ TEST_F(cRegistryTest, CreatedKeyIsReportedAsCreatedThenAsOpened) {
     EXPECT_EQ(registry.Closekey(key), 0);
 }
 
+TEST_F(cRegistryTest, OpenedKeyIsTheOneNamedWithTheAccessAskedFor) {
+    const RegistryHandle created = Created(L"Software\\A");
+    registry.SetValue(created, L"v", 0, 1, std::wstring(L"abc\0", 4), 4);
+    registry.Closekey(created);
+    RegistryHandle key = 0;
+
+    EXPECT_EQ(registry.Openkey(RegistryRoot::currentUser, L"Software\\A", 0, 1, key), 0);
+
+    std::uint32_t type = 0;
+    std::wstring data(4, L' ');
+    std::uint32_t size = 4;
+    EXPECT_EQ(registry.QueryValue(key, L"v", 0, type, data, size), 0);
+    EXPECT_EQ(data, std::wstring(L"abc\0", 4));
+    EXPECT_EQ(
+        ErrorOf([&] { registry.SetValue(key, L"v", 0, 1, std::wstring(1, L'\0'), 1); }).number,
+        classError)
+        << "only reading was asked for";
+    EXPECT_EQ(registry.Closekey(key), 0);
+}
+
+TEST_F(cRegistryTest, ClassAndOptionsOfACreatedKeyReachTheRegistry) {
+    RegistryHandle key = 0;
+    std::uint32_t disposition = 0;
+    constexpr std::uint32_t forThisSessionOnly = 1;
+
+    EXPECT_EQ(registry.CreateKey(RegistryRoot::currentUser, L"Software\\A", 0, L"a class",
+                                 forThisSessionOnly, 63, key, disposition),
+              0);
+
+    wchar_t name[20] = {};
+    DWORD length = 20;
+    const auto native = reinterpret_cast<HKEY>(static_cast<LONG_PTR>(key));
+    EXPECT_EQ(RegQueryInfoKeyW(native, name, &length, nullptr, nullptr, nullptr, nullptr, nullptr,
+                               nullptr, nullptr, nullptr, nullptr),
+              ERROR_SUCCESS);
+    EXPECT_STREQ(name, L"a class");
+    // A key that stays may not stand in one that goes.
+    const RuntimeError error = CreateFailure(key, L"B", 63);
+    EXPECT_EQ(error.description, L"RegCreateKeyEx requesting ALL_ACCESS access to 'B'" + crLf +
+                                     L"System error 1021: " + SystemWords(1021));
+    EXPECT_EQ(registry.Closekey(key), 0);
+}
+
 TEST_F(cRegistryTest, EveryFailureRaisesTheOneErrorWithSourceAndNoHelp) {
     const RuntimeError error = OpenFailure(RegistryRoot::currentUser, L"Software\\Absent", 25);
 

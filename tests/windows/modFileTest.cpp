@@ -144,6 +144,11 @@ TEST_F(modFileTest, AppendingToALockedFileIsPermissionDenied) {
     EXPECT_EQ(error.description, L"Permission denied");
 }
 
+// Wine lets root write to a read-only file; to a folder it denies access as Windows does.
+TEST_F(modFileTest, AppendingToAFolderIsPermissionDenied) {
+    EXPECT_EQ(ErrorOf([&] { AppendToFile(folder.path(), L"x"); }).number, 70);
+}
+
 TEST_F(modFileTest, AppendingInAMissingFolderIsPathNotFound) {
     const RuntimeError error =
         ErrorOf([&] { AppendToFile(folder.file(L"absent\\log.txt"), L"x"); });
@@ -224,17 +229,30 @@ TEST_F(modFileTest, NamesThatBeginWithADotAreLeftOut) {
     EXPECT_EQ(newest.filesSeen, 1);
 }
 
-TEST_F(modFileTest, HiddenAndReadOnlyFilesCount) {
-    for (const DWORD attributes : {DWORD{FILE_ATTRIBUTE_HIDDEN}, DWORD{FILE_ATTRIBUTE_READONLY},
-                                   DWORD{FILE_ATTRIBUTE_SYSTEM}, DWORD{FILE_ATTRIBUTE_ARCHIVE}}) {
-        const TemporaryFolder own;
-        const std::wstring path = own.Write(L"a.wav", "");
-        ASSERT_TRUE(SetFileAttributesW(path.c_str(), attributes));
-        EXPECT_EQ(GetNewestFileInFolder(own.path(), L"*.*", callersMask).name, L"a.wav")
-            << attributes;
-        EXPECT_TRUE(SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL));
-    }
+class AttributeTest : public modFileTest, public testing::WithParamInterface<DWORD> {};
+
+TEST_P(AttributeTest, FileCountsForTheAttributeThatItHas) {
+    const std::wstring path = folder.Write(L"a.wav", "");
+    const auto found = [&](DWORD mask) {
+        return GetNewestFileInFolder(folder.path(), L"*.*", mask).name;
+    };
+    ASSERT_TRUE(SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL));
+    EXPECT_EQ(found(callersMask), L"a.wav");
+    EXPECT_EQ(found(GetParam()), L"");
+
+    ASSERT_TRUE(SetFileAttributesW(path.c_str(), GetParam()));
+
+    EXPECT_EQ(GetFileAttributesW(path.c_str()) & GetParam(), GetParam());
+    EXPECT_EQ(found(callersMask), L"a.wav");
+    EXPECT_EQ(found(GetParam()), L"a.wav");
+    EXPECT_TRUE(SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL));
 }
+
+// Wine keeps these three; to it every file is one to be archived.
+INSTANTIATE_TEST_SUITE_P(Attributes, AttributeTest,
+                         testing::Values(DWORD{FILE_ATTRIBUTE_HIDDEN},
+                                         DWORD{FILE_ATTRIBUTE_READONLY},
+                                         DWORD{FILE_ATTRIBUTE_SYSTEM}));
 
 TEST_F(modFileTest, FileWithoutAnAttributeOfTheMaskIsLeftOut) {
     Make(L"a.wav", Utc(2024, 3, 11, 10));
