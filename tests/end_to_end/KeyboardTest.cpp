@@ -9,8 +9,6 @@ namespace {
 
 using Names = std::vector<std::string>;
 
-const Box exitQuestion{"Do you want to save configuration changes before exiting?",
-                       "Yes No Cancel"};
 const std::string call = "/N:S /C:5551234567 /T:I /I:7";
 
 // Where Tab stops on each page while everything on it is usable: from top to bottom, in a line from
@@ -102,8 +100,7 @@ TEST_F(KeyboardTest, TabFollowsTheReadingOrderOnEveryPageForthAndBack) {
         expected.push_back("tabstripOptions");
         EXPECT_EQ(Walk(window, {VK_SHIFT, VK_TAB}), expected) << "page " << page;
     }
-    PostMessageW(window, WM_CLOSE, 0, 0);
-    EXPECT_EQ(Finish(run).boxes, Boxes{}) << "walking through the options changes none";
+    Close(run, window);  // walking through the options changes none
 }
 
 TEST_F(KeyboardTest, TabLeavesOutWhatCannotBeUsed) {
@@ -130,8 +127,7 @@ TEST_F(KeyboardTest, AGroupWhoseSelectedOptionCannotBeUsedIsReachedAndStaysAsItI
     EXPECT_TRUE(HasFocus(window, "optOpenHistoryAfterSaving")) << FocusedControl(window);
 
     EXPECT_TRUE(Checked(window, "optCompleteScheduledCall"));
-    PostMessageW(window, WM_CLOSE, 0, 0);
-    EXPECT_EQ(Finish(run).boxes, Boxes{}) << "passing by is no change";
+    Close(run, window);  // passing by is no change
 }
 
 struct ArrowCase {
@@ -166,7 +162,7 @@ TEST_P(ArrowKeyTest, SelectsTheNextOptionOfTheGroupAndNoOther) {
     for (size_t step = 1; step <= count; ++step) {
         goesTo(step % 2 == 0 ? VK_LEFT : VK_UP, count - step);
     }
-    Close(run, window);
+    CloseAndDiscard(run, window);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -318,6 +314,26 @@ TEST_F(KeyboardTest, EnterPressesTheButtonThatHasTheFocusElseProcessCall) {
     EXPECT_EQ(Finish(run).boxes, Boxes{});
 }
 
+TEST_F(KeyboardTest, ComingBackToTheWindowBringsTheFocusToProcessCallWhileItCanBePressed) {
+    GoldMine();
+    SetAll({{"chkAlwaysShowForm", "1"}, {"chkAutoProcess", "0"}, {"chkCreateHistory", "0"}});
+    const HWND other = CreateWindowExW(0, L"Static", L"another window", WS_OVERLAPPED | WS_VISIBLE,
+                                       0, 0, 100, 100, nullptr, nullptr, nullptr, nullptr);
+    for (const bool withCall : {true, false}) {
+        ProgramRun run = Start(withCall ? call : "");
+        const HWND window = ShowAt(run, "cmdExit");
+        BringToForeground(other);
+        EXPECT_TRUE(WaitUntil([&] { return FocusedControl(window).empty(); }));
+
+        BringToForeground(window);
+
+        EXPECT_TRUE(HasFocus(window, withCall ? "cmdProcessCall" : "cmdExit"))
+            << FocusedControl(window);
+        Close(run, window);
+    }
+    DestroyWindow(other);
+}
+
 TEST_F(KeyboardTest, EnterDoesNothingWhileProcessCallCannotBePressed) {
     CloseGoldMine();
     ProgramRun run = Start("");
@@ -326,8 +342,7 @@ TEST_F(KeyboardTest, EnterDoesNothingWhileProcessCallCannotBePressed) {
     Press({VK_TAB});
     EXPECT_TRUE(HasFocus(window, "chkTrimOutboundPrefix")) << FocusedControl(window);
     EXPECT_TRUE(Checked(window, "chkGlobalEnable"));
-    PostMessageW(window, WM_CLOSE, 0, 0);
-    EXPECT_EQ(Finish(run).boxes, Boxes{});
+    Close(run, window);
 }
 
 TEST_F(KeyboardTest, KeysWorkWhileTheEndWaitsForGoldMinesDialog) {

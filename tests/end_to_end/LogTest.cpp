@@ -70,6 +70,32 @@ TEST_F(LogTest, MissingFoldersAreMade) {
     Check(Run("/N:S /I:1"), {.log = RunLog("/N:S /I:1", "1", notRunningLines)});
 }
 
+TEST_F(LogTest, WhereItsFolderCannotBeMadeThereIsNoLogAndTheRunGoesOn) {
+    const std::wstring maker = L"C:\\ProgramData\\Halvorn Systems";
+    RemoveFolder(maker + L"\\");
+    WriteFileText(maker, "in the way");
+
+    ProgramRun run = Start("");
+    const HWND window = run.WaitForWindow();
+    EXPECT_EQ(ControlText(window, "txtLogPath"), "");
+    PostMessageW(window, WM_CLOSE, 0, 0);
+
+    Check(Finish(run), {.window = true});
+    EXPECT_EQ(ReadFileText(maker), "in the way");
+    EXPECT_TRUE(DeleteFileW(maker.c_str()));
+}
+
+TEST_F(LogTest, LinesOfALogWhoseFolderHasGoneAreLostAndTheRunGoesOn) {
+    ProgramRun run = Start("");
+    const HWND window = run.WaitForWindow();
+    EXPECT_TRUE(WaitUntil([] { return LogText().ends_with("button disabled.\r\n"); }));
+    RemoveFolder(L"C:\\ProgramData\\Halvorn Systems\\");
+    PostMessageW(window, WM_CLOSE, 0, 0);
+
+    Check(Finish(run), {.window = true});
+    EXPECT_FALSE(FileIsThere(L"C:\\ProgramData\\Halvorn Systems"));
+}
+
 TEST_F(LogTest, ALockedLogLosesItsLinesButTheRunGoesOn) {
     GoldMine();
     MakeFolder(logFile());

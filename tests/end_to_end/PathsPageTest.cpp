@@ -60,7 +60,7 @@ TEST_P(WiringTest, IsShown) {
     const HWND window = ShowPaths(run, each.findings.size());
 
     ExpectShown(window, each.shown);
-    EXPECT_EQ(Close(run, window).boxes, each.findings);
+    Close(run, window, each.findings);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -210,9 +210,8 @@ TEST_F(PathsPageTest, KeysThatMayNotBeReadAreTakenAsMissing) {
     ExpectShown(window, {{"txtGMInstallDir", unknown},
                          {"txt3CXCRMCallNotifierPath", ""},
                          {"txtCommandLineAPILogLevel", "ImportantEvents"}});
-    EXPECT_EQ(Close(run, window).boxes,
-              (Boxes{{"The 3CX CRM Call Notifier is missing or empty. Please re-install Corvane to "
-                      "3CX."}}));
+    Close(run, window,
+          {{"The 3CX CRM Call Notifier is missing or empty. Please re-install Corvane to 3CX."}});
 }
 
 // A press of the button where the registry refuses the new level.
@@ -244,7 +243,7 @@ TEST_P(RefusedLevelTest, ShowsWhatIsReadBack) {
     ExpectShown(window,
                 {{"txtCommandLineAPILogLevel", each.readBack}, {"cmdChangeLogLevel", each.button}});
     EXPECT_EQ(RegistryValues(HKEY_LOCAL_MACHINE, crmKey), before);
-    EXPECT_EQ(Close(run, window).boxes, Boxes{restart3CX});
+    Close(run, window, {restart3CX});
 }
 
 INSTANTIATE_TEST_SUITE_P(Levels, RefusedLevelTest,
@@ -307,7 +306,7 @@ protected:
             run.Answer("OK");
             expected.push_back(Box{text(button)});
         }
-        EXPECT_EQ(Close(run, window).boxes, expected);
+        Close(run, window, expected);
     }
 
 private:
@@ -329,7 +328,7 @@ TEST_F(OpenButtonsTest, OpenTheirFilesWithTheAssociatedProgram) {
     }
 
     EXPECT_EQ(Dialled(), expected);
-    EXPECT_EQ(Close(run, window).boxes, Boxes{});
+    Close(run, window);
 }
 
 TEST_F(OpenButtonsTest, TellThatWindowsHasNoProgramForTheirFiles) {

@@ -49,9 +49,7 @@ TEST_P(FieldCheckTest, KeepsTheFocusUntilTheTextIsRight) {
     Focus(window, "cmdExit");
     EXPECT_TRUE(HasFocus(window, "cmdExit"));
 
-    const Outcome outcome = Close(run, window);
-    ASSERT_FALSE(outcome.boxes.empty());
-    EXPECT_EQ(outcome.boxes.front(), (Box{each.message}));
+    CloseAndDiscard(run, window, {{each.message}});
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -83,7 +81,7 @@ TEST_F(WindowFieldsTest, AZeroDelayUnchecksItsBox) {
     Focus(window, "cmdExit");
     EXPECT_TRUE(WaitUntil([&] { return !Checked(window, "chkDelayAddingLink"); }));
     EXPECT_FALSE(ControlEnabled(window, "txtDelayAddingLinkSeconds"));
-    Close(run, window);
+    CloseAndDiscard(run, window);
 }
 
 TEST_F(WindowFieldsTest, LettersOfTheTwoCallBoxesBecomeCapitals) {
@@ -100,8 +98,49 @@ TEST_F(WindowFieldsTest, LettersOfTheTwoCallBoxesBecomeCapitals) {
         EXPECT_TRUE(TextIs(window, box, "S")) << box;
     }
     EXPECT_TRUE(ControlEnabled(window, "cmdProcessCall"));
-    PostMessageW(window, WM_CLOSE, 0, 0);
-    EXPECT_EQ(Finish(run).boxes, Boxes{}) << "parameters are no settings";
+    Close(run, window);  // parameters are no settings
+}
+
+TEST_F(WindowFieldsTest, ProcessCallCanBePressedWhileThereIsSomethingToProcess) {
+    CloseGoldMine();
+    ProgramRun run = Start("");
+    const HWND window = Show(run);
+    Click(window, "cmdParams");
+    const auto leaves = [&](const std::string& box, const wchar_t* text, bool enabled) {
+        Focus(window, box);
+        Type(window, box, text);
+        Focus(window, "cmdExit");
+        EXPECT_TRUE(WaitUntil([&] { return ControlEnabled(window, "cmdProcessCall") == enabled; }))
+            << box << " with " << Utf8(text);
+    };
+    ASSERT_FALSE(ControlEnabled(window, "cmdProcessCall"));
+    leaves("txtOutboundPhone", L"5", true);
+    leaves("txtOutboundPhone", L"", false);
+    SelectTab(window, "tabstripParams", 1);
+    for (const char* box : {"txtCallIdentifier", "txtCallType", "txtCallerID"}) {
+        leaves(box, L"5", true);
+        leaves(box, L" ", false);
+    }
+    leaves("txtCallIdentifier", L"7", true);
+    leaves("txtNotifType", L"S", true);
+    leaves("txtCallIdentifier", L"", false);  // the notification alone is nothing
+    Close(run, window);
+}
+
+TEST_F(WindowFieldsTest, ACallerIdTypedByHandIsReducedAndFormatted) {
+    CloseGoldMine();
+    ProgramRun run = Start("");
+    const HWND window = Show(run);
+    Click(window, "cmdParams");
+    SelectTab(window, "tabstripParams", 1);
+
+    Focus(window, "txtCallerID");
+    Type(window, "txtCallerID", L"+1 (555) 123-4567");
+    Focus(window, "cmdExit");
+
+    EXPECT_TRUE(TextIs(window, "txtCallerIDDigits", "15551234567"));
+    EXPECT_TRUE(TextIs(window, "txtCallerIDFormatted", "(555)123-4567"));
+    Close(run, window);
 }
 
 TEST_F(WindowFieldsTest, TheParametersPanelHasTwoWidths) {
@@ -159,7 +198,7 @@ TEST_F(WindowFieldsTest, OpenButtonsSayWhichFileIsMissing) {
         run.Answer("OK");
         expected.push_back(Box{message});
     }
-    EXPECT_EQ(Close(run, window).boxes, expected);
+    Close(run, window, expected);
 }
 
 TEST_F(WindowFieldsTest, TheLogLevelOfThePluginGoesThereAndBack) {
@@ -182,7 +221,7 @@ TEST_F(WindowFieldsTest, TheLogLevelOfThePluginGoesThereAndBack) {
     run.Answer("OK");
     EXPECT_TRUE(TextIs(window, "txtCommandLineAPILogLevel", "ImportantEvents"));
     EXPECT_EQ(ControlText(window, "cmdChangeLogLevel"), "Set to log AllEvents");
-    EXPECT_EQ(Close(run, window).boxes, (Boxes{restart, restart}));
+    Close(run, window, {restart, restart});
 }
 
 struct OddText {
@@ -200,7 +239,7 @@ TEST_P(OddTextTest, IsKeptAsTyped) {
     Type(window, "txtCallerIDFormat", GetParam().text);
 
     EXPECT_EQ(WindowTextOf(ControlNamed(window, "txtCallerIDFormat")), GetParam().text);
-    Close(run, window);
+    CloseAndDiscard(run, window);
 }
 
 INSTANTIATE_TEST_SUITE_P(Texts, OddTextTest,
@@ -225,8 +264,7 @@ TEST_F(WindowFieldsTest, APastedMegabyteIsRefusedByEveryBox) {
         SendMessageW(ControlNamed(window, box), WM_PASTE, 0, 0);
         EXPECT_EQ(ControlText(window, box), before) << box;
     }
-    PostMessageW(window, WM_CLOSE, 0, 0);
-    EXPECT_EQ(Finish(run).boxes, Boxes{}) << "nothing was changed";
+    Close(run, window);  // nothing was changed
 }
 
 TEST_F(WindowFieldsTest, APasteIsTakenWholeUpToTheLongestLineAndNotBeyond) {
@@ -245,7 +283,7 @@ TEST_F(WindowFieldsTest, APasteIsTakenWholeUpToTheLongestLineAndNotBeyond) {
     EXPECT_EQ(paste(std::wstring(32766, L'7'), 1), 32767u);
     EXPECT_EQ(paste(L"8", 32767), 32767u) << "full";
     EXPECT_EQ(paste(L"(###)\r\n" + std::wstring(1 << 20, L'7'), 0), 5u) << "the first line only";
-    Close(run, window);
+    CloseAndDiscard(run, window);
 }
 
 TEST_F(WindowFieldsTest, WhatAnotherProgramSendsIsCutToALine) {
@@ -258,7 +296,7 @@ TEST_F(WindowFieldsTest, WhatAnotherProgramSendsIsCutToALine) {
     EXPECT_EQ(WindowTextOf(ControlNamed(window, "txtCallerIDFormat")), sent.substr(0, 32767));
     Click(window, "cmdParams");
     EXPECT_EQ(ControlText(window, "cmdParams"), "<< &Params");
-    Close(run, window);
+    CloseAndDiscard(run, window);
 }
 
 TEST_F(WindowFieldsTest, ALineOf32000CharactersIsSavedAndLoadedAsItIs) {
@@ -269,8 +307,7 @@ TEST_F(WindowFieldsTest, ALineOf32000CharactersIsSavedAndLoadedAsItIs) {
     SelectTab(window, "tabstripOptions", 1);
     Type(window, "txtCallerIDFormat", text);
     Click(window, "cmdSaveSettings");
-    PostMessageW(window, WM_CLOSE, 0, 0);
-    EXPECT_EQ(Finish(first).boxes, Boxes{});
+    Close(first, window);
     EXPECT_EQ(Wide(OwnValue("txtCallerIDFormat")), text);
 
     ProgramRun second = Start("");
@@ -288,8 +325,7 @@ TEST_F(WindowFieldsTest, AStoredFolderOf32000CharactersIsLoadedAndKept) {
     SelectTab(window, "tabstripOptions", 2);
     EXPECT_EQ(ControlText(window, "txtLinkedItemPath"), folder);
     Click(window, "cmdSaveSettings");
-    PostMessageW(window, WM_CLOSE, 0, 0);
-    EXPECT_EQ(Finish(run).boxes, Boxes{});
+    Close(run, window);
     EXPECT_EQ(OwnValue("txtLinkedItemPath"), folder);
 }
 
@@ -305,7 +341,9 @@ TEST_F(WindowFieldsTest, AFolderPathOf32000CharactersIsRefused) {
     run.Answer("OK");
     EXPECT_TRUE(HasFocus(window, "txtLinkedItemPath"));
     Type(window, "txtLinkedItemPath", L"C:\\");
-    Close(run, window);
+    CloseAndDiscard(run, window,
+                    {{"Folder not found. Please specify a valid folder that you have permission to "
+                      "access, e.g. \\\\Server\\Share\\Folder or X:\\Folder."}});
 }
 
 }  // namespace end_to_end

@@ -25,9 +25,17 @@ HWND WindowTest::Show(ProgramRun& run) {
     return window;
 }
 
-Outcome WindowTest::Close(ProgramRun& run, HWND window) {
+const Box WindowTest::exitQuestion{"Do you want to save configuration changes before exiting?",
+                                   "Yes No Cancel"};
+
+void WindowTest::Close(ProgramRun& run, HWND window, const Boxes& boxes) {
     PostMessageW(window, WM_CLOSE, 0, 0);
-    return Finish(run, {"No", "No"});
+    EXPECT_EQ(Finish(run, {"No"}).boxes, boxes);
+}
+
+void WindowTest::CloseAndDiscard(ProgramRun& run, HWND window, Boxes boxes) {
+    boxes.push_back(exitQuestion);
+    Close(run, window, boxes);
 }
 
 bool WindowTest::Checked(HWND window, const std::string& control) {

@@ -9,10 +9,15 @@ namespace end_to_end {
 // The program's settings window, used as a person at the screen would: by its controls.
 class WindowTest : public EndToEndTest {
 protected:
+    // What the program asks at its end when options were changed.
+    static const Box exitQuestion;
+
     // A settings run beside the practice GoldMine, or without one.
     HWND Show(ProgramRun& run);
-    // Without answering the exit prompt with anything but No.
-    Outcome Close(ProgramRun& run, HWND window);
+    // Closes the window, with nothing to be saved. The whole run showed these boxes and no other.
+    void Close(ProgramRun& run, HWND window, const Boxes& boxes = {});
+    // The same with changed options: the question comes last, and the answer is No.
+    void CloseAndDiscard(ProgramRun& run, HWND window, Boxes boxes = {});
 
     static bool Checked(HWND window, const std::string& control);
     // Clicks and waits until the program has done with it.
