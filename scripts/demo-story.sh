@@ -241,6 +241,7 @@ grep -qF "<A href='file://$recording'>$recording</A>" <<<"$(newest_history Notes
     fail "the notes do not link the recording"
 picture html-notes "the history item whose notes are HTML, shown as their source text"
 press 'History Item' Close
+sed -i 's/^HTML_Cal_Notes=1/HTML_Cal_Notes=0/' "$goldmine/GM.INI"
 
 chapter "An outbound call: the user dials the contact's number in GoldMine"
 mark
@@ -259,15 +260,17 @@ must_be "what 3CX was asked" '"C:\3CXPhone\CallTriggerCmd.exe" -cmd makecall:555
     "$(unescaped <"$call_trigger_log")"
 
 chapter "That call ends; this time the user wants to complete it by hand"
-use_settings '"optOpenHistoryBeforeSaving"="True"' '"optOpenHistoryAfterSaving"="False"' \
-    '"chkCreateLink"="0"'
+use_settings '"optOpenHistoryBeforeSaving"="True"' '"optOpenHistoryAfterSaving"="False"'
+recording='C:\Recordings\5551234567 (00043).wav'
+tell "3CX writes its recording: $recording"
+echo practice >"$drive/Recordings/5551234567 (00043).wav"
 ring E 5551234567 O 00043
-picture complete-call "GoldMine's Complete Call with the reference that the program filled in"
+picture complete-call "GoldMine's Complete Call with the reference and the notes that the program filled in"
 tell "The user presses Complete. This item in GoldMine's database:"
 press 'Complete Call' Complete
-newest_history 'RecType, Ref' | indented
-must_be "the history item" $'CO\tEnded outgoing call to (555)123-4567' \
-    "$(newest_history 'RecType, Ref')"
+newest_history 'RecType, Ref, Notes' | unescaped | indented
+must_be "the history item" $'CO\tEnded outgoing call to (555)123-4567\t'"$recording" \
+    "$(newest_history 'RecType, Ref, Notes' | unescaped)"
 
 close_program "$goldmine_process" gmw.exe
 chapter "The end. The screenshots and the program's log are in build/demo/."
