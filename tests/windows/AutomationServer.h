@@ -51,6 +51,8 @@ private:
 
 // An automation server on a single-threaded apartment of its own, reached through COM's proxies
 // like a server in another process. Commands that no test expects are failures.
+// Wine lets one process register some sixty class objects in its life: a run of the tests is far
+// from that, three repeats in one process are not.
 class AutomationServer {
 public:
     struct Answer {
