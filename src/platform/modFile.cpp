@@ -90,10 +90,9 @@ bool FolderExists(const std::wstring& path) {
 }
 
 void AppendToFile(const std::wstring& path, std::wstring_view text) {
-    // Reading is asked for because a lock needs it.
-    const HANDLE opened = CreateFileW(path.c_str(), FILE_APPEND_DATA | FILE_READ_DATA,
-                                      FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_ALWAYS,
-                                      FILE_ATTRIBUTE_NORMAL, nullptr);
+    const HANDLE opened =
+        CreateFileW(path.c_str(), FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                    OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
     if (opened == INVALID_HANDLE_VALUE)
         ThrowLastError();
     const UniqueHandle file(opened);

@@ -134,6 +134,16 @@ TEST_F(modFileTest, FileThatIsBeingReadCanBeAppendedTo) {
     EXPECT_EQ(TemporaryFolder::Read(path), "x");
 }
 
+// Appending asks for no right to read: the log may be one that users can only add to.
+TEST_F(modFileTest, FileThatMayNotBeReadCanBeAppendedTo) {
+    const std::wstring path = folder.Write(L"log.txt", "");
+    {
+        const OpenFile other(path, FILE_APPEND_DATA, FILE_SHARE_WRITE);
+        AppendToFile(path, L"mine\r\n");
+    }
+    EXPECT_EQ(TemporaryFolder::Read(path), "mine\r\n");
+}
+
 TEST_F(modFileTest, AppendingToALockedFileIsPermissionDenied) {
     const std::wstring path = folder.Write(L"log.txt", "");
     const OpenFile lock(path, GENERIC_READ | GENERIC_WRITE, 0);
