@@ -72,9 +72,40 @@ AutomationServer::~AutomationServer() {
 }
 
 HRESULT AutomationServer::Open() {
+    if (const HRESULT kept = KeepInterfaces(); FAILED(kept)) {
+        return kept;
+    }
     const ComPtr<IClassFactory> factory(new ClassFactory(*this));
     return CoRegisterClassObject(types_.classId, factory.Get(), CLSCTX_LOCAL_SERVER,
                                  REGCLS_MULTIPLEUSE, &cookie_);
+}
+
+// With a process's last object of an interface, Wine takes the interface back and waits for its
+// running calls; when one of them ends in that moment, it waits for ever. One object that nobody
+// calls keeps every interface that clients use, until the server disconnects it with the others.
+HRESULT AutomationServer::KeepInterfaces() {
+    const ComPtr<IUnknown> object = AutomationObject::Make(*this);
+    ComPtr<IConnectionPointContainer> container;
+    ComPtr<IConnectionPoint> events;
+    HRESULT outcome = object.As(&container);
+    if (SUCCEEDED(outcome)) {
+        outcome = container->FindConnectionPoint(types_.eventsId, &events);
+    }
+    const auto keep = [&](const IID& id, IUnknown* owner) {
+        ComPtr<IStream> stream;
+        if (SUCCEEDED(outcome)) {
+            outcome = CreateStreamOnHGlobal(nullptr, TRUE, &stream);
+        }
+        if (SUCCEEDED(outcome)) {
+            outcome = CoMarshalInterface(stream.Get(), id, owner, MSHCTX_LOCAL, nullptr,
+                                         MSHLFLAGS_TABLESTRONG);
+        }
+    };
+    for (const IID& id : {userInterfaceId, IID_IDispatch, IID_IConnectionPointContainer}) {
+        keep(id, object.Get());
+    }
+    keep(IID_IConnectionPoint, events.Get());
+    return outcome;
 }
 
 void AutomationServer::Revoke() {

@@ -35,6 +35,8 @@ public:
     void Detach(AutomationObject* object);
 
 private:
+    HRESULT KeepInterfaces();
+
     const TypeLibrary& types_;
     CommandRouter& router_;
     EventRaiser& events_;

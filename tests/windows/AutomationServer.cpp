@@ -8,6 +8,7 @@
 #include "gmapi/GoldMineTypeLibrary.h"
 #include "platform/Bstr.h"
 #include "platform/ComObject.h"
+#include "windows/InterfaceKeeper.h"
 #include "windows/PumpUntil.h"
 
 #include <olectl.h>
@@ -242,6 +243,7 @@ private:
 }  // namespace
 
 AutomationServer::AutomationServer(Handler handler) : handler_(std::move(handler)) {
+    KeepInterfaces();
     thread_ = std::thread([this] { Serve(); });
     EXPECT_TRUE(WaitUntil([this] { return started_ != E_PENDING; }));
     EXPECT_EQ(started_, S_OK);
