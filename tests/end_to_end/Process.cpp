@@ -41,13 +41,15 @@ Process::Process(const std::wstring& program, const std::wstring& arguments) {
     STARTUPINFOW startUp{};
     startUp.cb = sizeof startUp;
     PROCESS_INFORMATION information{};
-    if (CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
-                       &startUp, &information)) {
-        CloseHandle(information.hThread);
-        handle_ = KernelHandle(information.hProcess);
-        id_ = information.dwProcessId;
+    if (!CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
+                        &startUp, &information)) {
+        const DWORD error = GetLastError();
+        ADD_FAILURE() << "error " << error << " starting " << Utf8(line);
+        return;
     }
-    EXPECT_TRUE(started()) << Utf8(line);
+    CloseHandle(information.hThread);
+    handle_ = KernelHandle(information.hProcess);
+    id_ = information.dwProcessId;
 }
 
 Process Process::ChildOf(DWORD parent) {
