@@ -1,12 +1,15 @@
 #include "EventRaiser.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace practice {
 namespace {
 
 constexpr const wchar_t* className = L"PracticeGoldMineEvents";
-constexpr UINT raiseMessage = WM_APP + 1;
+// Long enough that no client gets the event before the reply, by whatever thread each comes to it.
+constexpr UINT replyMilliseconds = 200;
+constexpr UINT signalPollMilliseconds = 20;
 
 }  // namespace
 
@@ -42,17 +45,16 @@ void EventRaiser::Raise(const std::wstring& windowName, bool up, HWND window,
         case EventTiming::Moment::BeforeReply:
             RaiseNow(event, false);
             return;
-        case EventTiming::Moment::Late:
-            pending_[++lastKey_] = event;
-            SetTimer(window_, lastKey_, timing.lateMilliseconds, nullptr);
+        case EventTiming::Moment::OnSignal:
+            RaiseLater(event, signalPollMilliseconds,
+                       KernelHandle(CreateEventW(nullptr, TRUE, FALSE, timing.signal.c_str())));
             return;
         case EventTiming::Moment::Twice:
-            pending_[++lastKey_] = event;
-            PostMessageW(window_, raiseMessage, lastKey_, 0);
+            RaiseLater(event, replyMilliseconds, {});
             [[fallthrough]];
         case EventTiming::Moment::AfterReply:
-            pending_[++lastKey_] = event;
-            PostMessageW(window_, raiseMessage, lastKey_, 0);
+            // No client waits for a reply when the user closes a window.
+            RaiseLater(event, up ? replyMilliseconds : USER_TIMER_MINIMUM, {});
             return;
     }
 }
@@ -75,20 +77,28 @@ void EventRaiser::RaiseNow(const RaisedEvent& event, bool toAll) {
     }
 }
 
+void EventRaiser::RaiseLater(const RaisedEvent& event, UINT milliseconds, KernelHandle signal) {
+    pending_[++lastKey_] = {event, std::move(signal)};
+    SetTimer(window_, lastKey_, milliseconds, nullptr);
+}
+
 void EventRaiser::RaisePending(UINT_PTR key) {
     const auto found = pending_.find(key);
-    if (found != pending_.end()) {
-        const RaisedEvent event = found->second;
-        pending_.erase(found);
-        RaiseNow(event, false);
+    if (found == pending_.end()) {
+        return;
     }
+    const PendingEvent& pending = found->second;
+    if (pending.signal && WaitForSingleObject(pending.signal.get(), 0) != WAIT_OBJECT_0) {
+        return;
+    }
+    KillTimer(window_, key);
+    const RaisedEvent event = pending.event;
+    pending_.erase(found);
+    RaiseNow(event, false);
 }
 
 LRESULT CALLBACK EventRaiser::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (message == raiseMessage || message == WM_TIMER) {
-        if (message == WM_TIMER) {
-            KillTimer(window, wParam);
-        }
+    if (message == WM_TIMER) {
         reinterpret_cast<EventRaiser*>(GetWindowLongPtrW(window, GWLP_USERDATA))
             ->RaisePending(wParam);
         return 0;

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "Faults.h"
+#include "Handles.h"
 
 namespace practice {
 
@@ -41,12 +42,18 @@ public:
 
 private:
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    struct PendingEvent {
+        RaisedEvent event;
+        KernelHandle signal;  // waited for, when there is one
+    };
+
     void RaiseNow(const RaisedEvent& event, bool toAll);
+    void RaiseLater(const RaisedEvent& event, UINT milliseconds, KernelHandle signal);
     void RaisePending(UINT_PTR key);
 
-    HWND window_ = nullptr;  // receives the posted and the timed events
+    HWND window_ = nullptr;  // has the timers of the pending events
     std::vector<EventTarget*> targets_;
-    std::map<UINT_PTR, RaisedEvent> pending_;
+    std::map<UINT_PTR, PendingEvent> pending_;  // by the number of its timer
     UINT_PTR lastKey_ = 0;
 };
 

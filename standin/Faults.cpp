@@ -30,13 +30,10 @@ Answer Failed(HRESULT result) {
 
 std::optional<EventTiming> ReadTiming(const std::wstring& argument) {
     using Moment = EventTiming::Moment;
-    const auto [moment, milliseconds] = SplitWord(argument);
-    if (moment == L"late") {
-        const long number = ToNumber(milliseconds, -1);
-        if (number < 0) {
-            return std::nullopt;
-        }
-        return EventTiming{Moment::Late, static_cast<UINT>(number)};
+    const auto [moment, signal] = SplitWord(argument);
+    if (moment == L"on") {
+        return signal.empty() ? std::nullopt
+                              : std::make_optional(EventTiming{Moment::OnSignal, signal});
     }
     constexpr std::pair<std::wstring_view, Moment> moments[] = {
         {L"after", Moment::AfterReply},
@@ -46,7 +43,7 @@ std::optional<EventTiming> ReadTiming(const std::wstring& argument) {
     };
     for (const auto& [name, value] : moments) {
         if (moment == name) {
-            return EventTiming{value, 0};
+            return EventTiming{value, {}};
         }
     }
     return std::nullopt;

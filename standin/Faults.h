@@ -13,10 +13,10 @@ namespace practice {
 
 // When the event about a window that a command opened is raised.
 struct EventTiming {
-    enum class Moment { AfterReply, BeforeReply, Never, Twice, Late };
+    enum class Moment { AfterReply, BeforeReply, Never, Twice, OnSignal };
 
     Moment moment = Moment::AfterReply;
-    UINT lateMilliseconds = 0;
+    std::wstring signal;  // OnSignal: the name of the Windows event that is waited for
 };
 
 struct RaisedEvent {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "Handles.h"
 #include "WindowTest.h"
 
 namespace end_to_end {
@@ -346,7 +347,8 @@ TEST_F(KeyboardTest, EnterDoesNothingWhileProcessCallCannotBePressed) {
 }
 
 TEST_F(KeyboardTest, KeysWorkWhileTheEndWaitsForGoldMinesDialog) {
-    GoldMine().SetFaults("MenuCommand event late 3000\n");
+    GoldMine().SetFaults("MenuCommand event on end-to-end tests dialog\n");
+    const KernelHandle opens(CreateEventW(nullptr, TRUE, FALSE, L"end-to-end tests dialog"));
     SetAll({{"chkAlwaysShowForm", "1"}, {"chkAutoProcess", "0"}});
     ProgramRun run = Start("/N:C /C:5551234567 /T:I /I:7");
     const HWND window = Show(run);
@@ -367,6 +369,7 @@ TEST_F(KeyboardTest, KeysWorkWhileTheEndWaitsForGoldMinesDialog) {
 
     EXPECT_TRUE(WaitUntil([&] { return FocusedControl(window) != before; }));
     EXPECT_TRUE(IsWindowVisible(window)) << "still waiting";
+    SetEvent(opens.get());
     Finish(run);
 }
 

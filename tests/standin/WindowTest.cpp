@@ -27,10 +27,11 @@ protected:
     HWND OpenCompleteCall(Client& client, const std::wstring& command) {
         client.Watch(true);
         EXPECT_EQ(client.Send(MenuCommand(command)), executed);
-        EXPECT_TRUE(PumpUntil([&] { return !client.events().empty(); }));
-        return client.events().empty()
-                   ? nullptr
-                   : static_cast<HWND>(LongToHandle(client.events().front().windowHandle));
+        // An event about an earlier window may still come.
+        const auto opened = [&] { return !client.events().empty() && client.events().back().up; };
+        EXPECT_TRUE(PumpUntil(opened));
+        return opened() ? static_cast<HWND>(LongToHandle(client.events().back().windowHandle))
+                        : nullptr;
     }
     std::wstring SetText(Client& client, HWND window, int control, const std::wstring& text) {
         return client.Ask(L"SetControlText",
