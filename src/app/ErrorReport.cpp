@@ -11,7 +11,11 @@
 namespace corvane {
 
 void ErrorReport::Report(const RuntimeError& error) {
-    WriteLine(error);
+    try {
+        WriteLine(error);
+    } catch (...) {
+        // The box comes even where no line can be written.
+    }
     boxes_.Notify(RuntimeErrorText(error), BoxIcon::Critical);
 }
 

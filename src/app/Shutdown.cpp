@@ -33,7 +33,8 @@ bool Shutdown::Unload() {
     // Whatever goes wrong with GoldMine here, the program ends.
     parts_.errors.Guard([this] { FinishCallDialog(); });
     parts_.gmui.Release();
-    parts_.status.WriteStatus(L"Finished unloading form and closing program.");
+    parts_.errors.Guard(
+        [this] { parts_.status.WriteStatus(L"Finished unloading form and closing program."); });
     return true;
 }
 

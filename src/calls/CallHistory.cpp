@@ -43,13 +43,13 @@ std::wstring_view CallHistory::CompleteCallCommand() const {
 
 void CallHistory::OpenCompleteCallDialog() {
     const std::wstring command = PlainCommand(L"MenuCommand", CompleteCallCommand());
-    if (!windows_.RegisterWindowUpDown(completeCallWindow, true)) {
-        status_.WriteStatus(
-            L"Could not watch for Complete Call dialog, so its Ref and Notes may stay empty.");
-    }
-    status_.WriteStatus(L"Opening Complete Call dialog before saving in history.");
     std::wstring reply;
     try {
+        if (!windows_.RegisterWindowUpDown(completeCallWindow, true)) {
+            status_.WriteStatus(
+                L"Could not watch for Complete Call dialog, so its Ref and Notes may stay empty.");
+        }
+        status_.WriteStatus(L"Opening Complete Call dialog before saving in history.");
         reply = gmui_.GMUI_Execute(command);
     } catch (const RuntimeError&) {
         windows_.StopWatchingCallDialog();  // no dialog will come

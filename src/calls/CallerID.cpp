@@ -21,7 +21,7 @@ std::wstring ExtractDigits(std::wstring_view text, bool allowDialCharacters, boo
 }
 
 bool NormalizeCallerID(Form& form, StatusWriter& status) {
-    const bool keepBlanks = !form.chkCallerIDRemoveSpaces.checked();
+    const bool keepBlanks = form.chkCallerIDRemoveSpaces.value() == CheckBox::unchecked;
     const std::wstring digits = ExtractDigits(form.txtCallerID.text(), false, keepBlanks);
     form.txtCallerIDDigits.setText(digits);
     if (digits.empty()) {

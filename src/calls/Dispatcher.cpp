@@ -134,7 +134,7 @@ void Dispatcher::History(bool foundInThisRun) {
     const auto report = [this](std::wstring_view text) {
         status_.WriteStatus(Join(historyPhase, text));
     };
-    if (!form_.chkCreateHistory.checked()) {
+    if (form_.chkCreateHistory.value() == CheckBox::unchecked) {
         report(L"no history creation requested.");
         return;
     }
@@ -171,28 +171,31 @@ void Dispatcher::History(bool foundInThisRun) {
 void Dispatcher::CreateHistoryForEvent() {
     const EventWords words = WordsOf(form_.txtNotifType.text());
     const std::wstring& callType = form_.txtCallType.text();
-    refText_.clear();
+    std::wstring refText;
     if (form_.chkFillInRef.checked()) {
         const std::wstring& cid = form_.txtCallerIDFormatted.text();
         if (callType == inbound)
-            refText_ = Join(words.reference, L"incoming call from ", cid);
+            refText = Join(words.reference, L"incoming call from ", cid);
         if (callType == outbound)
-            refText_ = Join(words.reference, L"outgoing call to ", cid);
+            refText = Join(words.reference, L"outgoing call to ", cid);
     }
     status_.WriteStatus(Join(L"Creating history at ", words.stage, L" of call."));
-    link_ = {};
+    RecordingLinkState link;
     if (form_.chkCreateLink.checked())
-        PrepareLink();
+        PrepareLink(link);
     if (form_.chkAutoOpenHistory.checked() && form_.GoldMineVersionOK &&
         form_.optOpenHistoryBeforeSaving.selected()) {
+        // Until here the dialog of the call before may still have come.
+        refText_ = refText;
+        link_ = link;
         history_.OpenCompleteCallDialog();
     } else {
-        history_.SaveHistory(refText_, words.stage, link_);
+        history_.SaveHistory(refText, words.stage, link);
     }
     status_.WriteStatus(Join(L"Finishing creating history at ", words.stage, L" of call."));
 }
 
-void Dispatcher::PrepareLink() {
+void Dispatcher::PrepareLink(RecordingLinkState& link) {
     if (form_.chkDelayAddingLink.checked()) {
         const std::wstring& seconds = form_.txtDelayAddingLinkSeconds.text();
         const std::int64_t milliseconds = std::int64_t{LongFromText(seconds)} * 1000;
@@ -205,7 +208,7 @@ void Dispatcher::PrepareLink() {
         if (milliseconds > 0)
             clock_.Sleep(static_cast<std::uint32_t>(milliseconds));
     }
-    recordingLink_.GetFileLink(link_);
+    recordingLink_.GetFileLink(link);
 }
 
 void Dispatcher::FillInCallDialog(std::int32_t windowHandle) {

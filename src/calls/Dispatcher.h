@@ -42,7 +42,7 @@ private:
     bool InboundSearch();
     void History(bool foundInThisRun);
     void CreateHistoryForEvent();
-    void PrepareLink();
+    void PrepareLink(RecordingLinkState& link);
 
     Form& form_;
     Dialer& dialer_;

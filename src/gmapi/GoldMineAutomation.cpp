@@ -81,9 +81,11 @@ std::wstring GoldMineAutomation::Send(const std::wstring& command) {
 }
 
 void GoldMineAutomation::Release() noexcept {
+    // Letting go lets others in, who may connect anew meanwhile.
+    std::unique_ptr<WindowUpDownSubscription> subscription = std::move(subscription_);
+    const ComPtr<IDispatch> object = std::move(object_);
     // Unadvise first: no event may arrive for an object that is gone.
-    subscription_.reset();
-    object_.Reset();
+    subscription.reset();
 }
 
 }  // namespace corvane

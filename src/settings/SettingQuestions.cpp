@@ -3,7 +3,6 @@
 #include "settings/Settings.h"
 #include "ui/Form.h"
 #include "ui/MessageBoxes.h"
-#include "util/RuntimeError.h"
 
 namespace corvane {
 
@@ -26,7 +25,7 @@ void SettingQuestions::ClickGlobalEnable(const std::function<void()>& closeProgr
     try {
         if (settings_.SaveSettings())
             closeProgram();
-    } catch (const RuntimeError&) {
+    } catch (...) {
         // The program goes on without the link, so the box must say so. What was saved until then
         // is another matter: the settings stay to be saved.
         form_.chkGlobalEnable.setChecked(false);

@@ -37,10 +37,10 @@ NativeKind KindOf(const ControlSpec& spec) {
             return {WC_EDITW, style, WS_EX_CLIENTEDGE};
         }
         case ControlKind::CheckBox:
-            return {WC_BUTTONW, WS_TABSTOP | BS_3STATE | BS_NOTIFY, 0};
+            return {WC_BUTTONW, WS_TABSTOP | BS_3STATE, 0};
         case ControlKind::OptionButton: {
             const DWORD wrap = multiLine ? DWORD{BS_MULTILINE | BS_TOP} : 0;
-            return {WC_BUTTONW, BS_RADIOBUTTON | BS_NOTIFY | wrap, 0};
+            return {WC_BUTTONW, BS_RADIOBUTTON | wrap, 0};
         }
         case ControlKind::CommandButton: {
             const DWORD push = spec.has(ControlTrait::byDefault) ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON;

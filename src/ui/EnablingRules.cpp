@@ -1,5 +1,8 @@
 #include "ui/EnablingRules.h"
 
+#include <algorithm>
+#include <array>
+
 #include "ui/Form.h"
 
 namespace corvane {
@@ -54,13 +57,20 @@ void EnablingRules::RunAll() const {
 void EnablingRules::GlobalEnable() const {
     if (form_.chkGlobalEnable.value() != CheckBox::unchecked)
         return;
-    for (Control* control : form_.controls())
-        control->setEnabled(false);
-    form_.frameOptions(form_.tabstripOptions.selectedTab()).setEnabled(true);
-    form_.frameGlobal.setEnabled(true);
-    form_.chkGlobalEnable.setEnabled(true);
-    form_.cmdSaveSettings.setEnabled(true);
-    form_.cmdExit.setEnabled(true);
+    const std::array<const Control*, 5> usable = {
+        &form_.frameOptions(form_.tabstripOptions.selectedTab()), &form_.frameGlobal,
+        &form_.chkGlobalEnable, &form_.cmdSaveSettings, &form_.cmdExit};
+    // A usable one is not even disabled in passing: that would take the focus from it. They come
+    // first, so that the focus of a disabled one has somewhere to go.
+    const auto staysUsable = [&](const Control* control) {
+        return std::find(usable.begin(), usable.end(), control) != usable.end();
+    };
+    for (const bool enabled : {true, false}) {
+        for (Control* control : form_.controls()) {
+            if (staysUsable(control) == enabled)
+                control->setEnabled(enabled);
+        }
+    }
 }
 
 void EnablingRules::TrimOutboundPrefix() const {

@@ -153,8 +153,9 @@ bool MainWindow::TranslateKey(MSG& message) {
 bool MainWindow::OnKey(const MSG& message) {
     if (message.message != WM_KEYDOWN)
         return false;
+    // With Alt it is the AltGr key, which types a character.
     if (GetKeyState(VK_CONTROL) < 0)
-        return OnControlKey(message);
+        return GetKeyState(VK_MENU) >= 0 && OnControlKey(message);
     return OnArrow(message) || OnKeyInManyLines(message);
 }
 
@@ -277,10 +278,19 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             }
             break;
         case WM_CLOSE:
+            // A message box of this window's would go with it unread.
+            if (!IsWindowEnabled(window_)) {
+                closeWaits_ = !askedToClose_;
+                return 0;
+            }
             // A box whose check fails must not keep the user who wants to discard it; saving
             // checks it (FinishEntry).
             CloseIfAllowed();
             return 0;
+        case WM_ENABLE:
+            if (wParam && std::exchange(closeWaits_, false))
+                Close();
+            break;
         case WM_QUERYENDSESSION:
             // Logging off ends the program as its close box does, with the same question.
             return CloseIfAllowed() ? TRUE : FALSE;
@@ -298,7 +308,10 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 bool MainWindow::CloseIfAllowed() {
-    if (!actions_.MayClose())
+    askedToClose_ = true;
+    const bool allowed = actions_.MayClose();
+    askedToClose_ = false;
+    if (!allowed)
         return false;
     DestroyWindow(window_);
     return true;

@@ -77,7 +77,9 @@ private:
     std::wstring textOnEntry_;    // what it held then
     bool leaving_ = false;        // its check runs: the focus moves of its boxes are no leaving
     const Control* typedInto_ = nullptr;
-    bool showing_ = false;  // the form is being shown: what the controls tell is no input
+    bool askedToClose_ = false;  // the actions are being asked
+    bool closeWaits_ = false;    // for the user's answer to a message box
+    bool showing_ = false;       // the form is being shown: what the controls tell is no input
 };
 
 }  // namespace corvane

@@ -113,6 +113,25 @@ TEST_F(KeyboardTest, TabLeavesOutWhatCannotBeUsed) {
     Close(run, window);
 }
 
+TEST_F(KeyboardTest, SwitchingTheLinkOffKeepsTheKeyboardAtTheSwitch) {
+    CloseGoldMine();
+    const HWND other = CreateWindowExW(0, L"Static", L"another window", WS_OVERLAPPED | WS_VISIBLE,
+                                       0, 0, 100, 100, nullptr, nullptr, nullptr, nullptr);
+    ProgramRun run = Start("");
+    const HWND window = ShowAt(run, "chkGlobalEnable");
+
+    Press({VK_SPACE});
+    EXPECT_TRUE(WaitUntil([&] { return !ControlEnabled(window, "chkTrimOutboundPrefix"); }));
+    EXPECT_TRUE(HasFocus(window, "chkGlobalEnable")) << FocusedControl(window);
+    BringToForeground(other);
+    EXPECT_TRUE(WaitUntil([&] { return FocusedControl(window).empty(); }));
+    BringToForeground(window);
+    EXPECT_TRUE(HasFocus(window, "chkGlobalEnable")) << FocusedControl(window);
+
+    DestroyWindow(other);
+    CloseAndDiscard(run, window);
+}
+
 TEST_F(KeyboardTest, AGroupWhoseSelectedOptionCannotBeUsedIsReachedAndStaysAsItIs) {
     CloseGoldMine();
     SetAll({{"optCompleteScheduledCall", "True"}, {"optOpenHistoryAfterSaving", "True"}});

@@ -227,11 +227,12 @@ TEST_F(WindowFieldsTest, TheLogLevelOfThePluginGoesThereAndBack) {
 struct OddText {
     const char* name;
     std::wstring text;
+    std::string stored;  // in the system's code page
 };
 
 class OddTextTest : public WindowTest, public testing::WithParamInterface<OddText> {};
 
-TEST_P(OddTextTest, IsKeptAsTyped) {
+TEST_P(OddTextTest, IsKeptAsTypedAndStoredAsTheCodePageHasIt) {
     CloseGoldMine();
     ProgramRun run = Start("");
     const HWND window = Show(run);
@@ -239,13 +240,16 @@ TEST_P(OddTextTest, IsKeptAsTyped) {
     Type(window, "txtCallerIDFormat", GetParam().text);
 
     EXPECT_EQ(WindowTextOf(ControlNamed(window, "txtCallerIDFormat")), GetParam().text);
-    CloseAndDiscard(run, window);
+    Click(window, "cmdSaveSettings");
+    EXPECT_EQ(OwnValue("txtCallerIDFormat"), GetParam().stored);
+    Close(run, window);
 }
 
-INSTANTIATE_TEST_SUITE_P(Texts, OddTextTest,
-                         testing::Values(OddText{"ControlCharacters", L"a\x01\x02\x1b\x7f\tb"},
-                                         OddText{"RightToLeft", L"\x05e9\x05dc\x05d5\x05dd ###"}),
-                         NameOf);
+INSTANTIATE_TEST_SUITE_P(
+    Texts, OddTextTest,
+    testing::Values(OddText{"ControlCharacters", L"a\x01\x02\x1b\x7f\tb", "a\x01\x02\x1b\x7f\tb"},
+                    OddText{"RightToLeft", L"\x05e9\x05dc\x05d5\x05dd ###", "???? ###"}),
+    NameOf);
 
 TEST_F(WindowFieldsTest, APastedMegabyteIsRefusedByEveryBox) {
     CloseGoldMine();

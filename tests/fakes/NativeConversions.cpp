@@ -136,11 +136,13 @@ std::wstring FormatSeconds(double seconds) {
 
 std::wstring GeneralDateText(double automationDate) {
     const LocalTimeMs time = CalendarTime(automationDate);
+    const std::wstring date = Join(std::to_wstring(time.month), L"/", std::to_wstring(time.day),
+                                   L"/", std::to_wstring(time.year));
+    if (time.hour == 0 && time.minute == 0 && time.second == 0)
+        return date;
     const int hour = time.hour % 12 == 0 ? 12 : time.hour % 12;
-    return Join(std::to_wstring(time.month), L"/", std::to_wstring(time.day), L"/",
-                std::to_wstring(time.year), L" ", std::to_wstring(hour), L":",
-                ZeroPadded(time.minute, 2), L":", ZeroPadded(time.second, 2),
-                time.hour < 12 ? L" AM" : L" PM");
+    return Join(date, L" ", std::to_wstring(hour), L":", ZeroPadded(time.minute, 2), L":",
+                ZeroPadded(time.second, 2), time.hour < 12 ? L" AM" : L" PM");
 }
 
 }  // namespace corvane

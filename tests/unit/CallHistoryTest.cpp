@@ -199,6 +199,16 @@ TEST_F(CallHistoryTest, AMenuCommandThatRaisesIsNotWaitedForEither) {
     EXPECT_TRUE(windows.CallDialogRegistered());
 }
 
+TEST_F(CallHistoryTest, ARegistrationThatRaisesIsNotWaitedForEither) {
+    goldMine.onSend = [&](const std::wstring& sent) {
+        if (sent.find(L"RegisterWindowUpDown") != std::wstring::npos)
+            goldMine.sendError = CompleteError(91);
+    };
+    EXPECT_EQ(ErrorOf([&] { history.OpenCompleteCallDialog(); }).number, 91);
+    EXPECT_FALSE(windows.WatchingCallDialog());
+    EXPECT_EQ(status.lines, Lines{});
+}
+
 struct Direction {
     std::wstring callType;
     std::wstring command;

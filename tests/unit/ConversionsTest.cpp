@@ -158,6 +158,7 @@ TEST(ConversionsTest, SecondsHaveThreeDecimals) {
 
 TEST(ConversionsTest, ADateIsWrittenInTheGeneralForm) {
     EXPECT_EQ(GeneralDateText(45362.5), L"3/11/2024 12:00:00 PM");
+    EXPECT_EQ(GeneralDateText(45362.0), L"3/11/2024") << "midnight is no time";
     EXPECT_EQ(GeneralDateText(45362.0 + 3661.0 / 86400.0), L"3/11/2024 1:01:01 AM");
 }
 

@@ -136,5 +136,12 @@ TEST_F(DialerTest, AMaximumLengthThatIsNoNumberIsATypeMismatch) {
     EXPECT_TRUE(processes.started.empty());
 }
 
+TEST_F(DialerTest, ANegativeMaximumLengthIsAnInvalidArgument) {
+    form.chkTrimOutboundPrefix.setChecked(true);
+    form.txtOutboundMaxLength.setText(L"-1");
+    EXPECT_EQ(ErrorOf([&] { static_cast<void>(Dial(L"5551234")); }).number, 5);
+    EXPECT_TRUE(processes.started.empty());
+}
+
 }  // namespace
 }  // namespace corvane::test

@@ -46,6 +46,10 @@ protected:
             return Reply(L"RegisterWindowUpDown", L"1", L"Success");
         if (command.starts_with(L"<GMAPI call=\"MenuCommand\">"))
             return Reply(L"MenuCommand", L"1", L"The command was executed.");
+        if (command == L"<GMAPI call=\"GetActiveWindowsList\"/>")
+            return Reply(L"GetActiveWindowsList", L"1", L"");
+        if (command.starts_with(L"<GMAPI call=\"SetControlText\">"))
+            return Reply(L"GMUI_SetControlText", L"1", L"Success");
         ADD_FAILURE() << "unexpected command " << testing::PrintToString(command);
         return {};
     }
@@ -594,6 +598,57 @@ TEST_F(DispatcherTest, TheRecordingOfTheCallBeforeIsForgotten) {
     goldMine.commands.clear();
     dispatcher.FillInCallDialog(4711);
     EXPECT_EQ(goldMine.commands, Lines{});
+}
+
+TEST_F(DispatcherTest, TheReferenceOfTheCallBeforeIsForgotten) {
+    form.chkFillInRef.setChecked(true);
+    form.chkAutoOpenHistory.setChecked(true);
+    form.GoldMineVersionOK = true;
+    form.optOpenHistoryBeforeSaving.setSelected(true);
+    dispatcher.ProcessCall();
+    goldMine.commands.clear();
+    dispatcher.FillInCallDialog(4711);
+    EXPECT_NE(goldMine.commands, Lines{});
+
+    form.chkFillInRef.setChecked(false);
+    dispatcher.ProcessCall();
+
+    goldMine.commands.clear();
+    dispatcher.FillInCallDialog(4711);
+    EXPECT_EQ(goldMine.commands, Lines{});
+}
+
+TEST_F(DispatcherTest, ADialogStillAwaitedGetsItsOwnCallsReference) {
+    form.chkFillInRef.setChecked(true);
+    form.chkAutoOpenHistory.setChecked(true);
+    form.GoldMineVersionOK = true;
+    form.optOpenHistoryBeforeSaving.setSelected(true);
+    form.txtCallType.setText(L"O");
+    dispatcher.ProcessCall();
+
+    // The next call is under way: its recording is waited for.
+    AddRecording();
+    form.txtCallType.setText(L"I");
+    form.chkDelayAddingLink.setChecked(true);
+    form.txtDelayAddingLinkSeconds.setText(L"1");
+    Lines filledIn;
+    clock.onPump = [&] {
+        goldMine.commands.clear();
+        dispatcher.FillInCallDialog(4711);
+        filledIn = goldMine.commands;
+    };
+    dispatcher.ProcessCall();
+
+    ASSERT_FALSE(filledIn.empty());
+    EXPECT_NE(filledIn.back().find(L"outgoing call to 555"), std::wstring::npos) << filledIn.back();
+}
+
+TEST_F(DispatcherTest, OnlyAnUncheckedBoxMeansNoHistory) {
+    form.chkCreateHistory.setValue(2);
+    dispatcher.ProcessCall();
+    EXPECT_EQ(std::count(status.lines.begin(), status.lines.end(),
+                         L"History creation:  no history creation requested."),
+              0);
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "fakes/FakeFormView.h"
 #include "ui/Form.h"
 
 namespace corvane::test {
@@ -166,6 +167,25 @@ TEST_P(EnablingRulesTest, TheMasterSwitchLeavesOnlyTheNeededControlsUsable) {
             EXPECT_EQ(control->enabled(), usable) << name << L" " << control->spec().index;
         }
     }
+}
+
+TEST_P(EnablingRulesTest, WhatTheMasterSwitchLeavesUsableIsNotTouched) {
+    form.chkAlwaysShowForm.setChecked(false);
+    FakeFormView view;
+    form.setView(&view);
+
+    form.chkGlobalEnable.setChecked(false);
+    rules.RunOnActivation();
+
+    for (const FakeFormView::Change& change : view.changes) {
+        if (change.aspect == ControlAspect::Enabled) {
+            EXPECT_NE(change.control, L"frameGlobal");
+            EXPECT_NE(change.control, L"chkGlobalEnable");
+            EXPECT_NE(change.control, L"cmdSaveSettings");
+            EXPECT_NE(change.control, L"cmdExit");
+        }
+    }
+    form.setView(nullptr);
 }
 
 TEST_P(EnablingRulesTest, ActivationKeepsADisabledProgramDisabled) {

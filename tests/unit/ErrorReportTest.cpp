@@ -33,6 +33,17 @@ TEST_F(ErrorReportTest, EveryKindOfLineBreakBecomesABlankInTheLog) {
     EXPECT_EQ(boxes.Take().front().text, L"Run-time error '5':\r\n\r\na\nb\rc\r\nd");
 }
 
+TEST_F(ErrorReportTest, TheBoxComesEvenWhenItsLineCannotBeWritten) {
+    class FullStatus final : public StatusWriter {
+        void WriteStatus(std::wstring_view, LogMode) override { throw std::bad_alloc(); }
+    };
+    FullStatus full;
+    ErrorReport report(full, boxes);
+    EXPECT_FALSE(report.Guard([] { throw RuntimeError{5, L"x", L"a", L"", 0}; }));
+    EXPECT_EQ(boxes.Take(), (std::vector<ShownBox>{{L"Run-time error '5':\r\n\r\na", BoxButtons::Ok,
+                                                    BoxIcon::Critical}}));
+}
+
 TEST_F(ErrorReportTest, WhatSucceedsIsNotReported) {
     EXPECT_TRUE(errors.Guard([] {}));
     EXPECT_TRUE(status.lines.empty());

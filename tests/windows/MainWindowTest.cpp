@@ -2,6 +2,7 @@
 
 #include "platform/SystemClock.h"
 #include "ui/Dpi.h"
+#include "ui/EnablingRules.h"
 
 namespace corvane::test {
 namespace {
@@ -129,6 +130,17 @@ TEST_F(MainWindowTest, ClickingACheckBoxChangesFormAndWindow) {
     Click(form.chkGlobalEnable);
     EXPECT_FALSE(form.chkGlobalEnable.checked());
     EXPECT_EQ(CheckState(Native(form.chkGlobalEnable)), BST_UNCHECKED);
+}
+
+TEST_F(MainWindowTest, EachOfTwoQuickClicksOnACheckBoxCounts) {
+    Show();
+    const HWND box = Native(form.chkGlobalEnable);
+    for (const UINT press : {WM_LBUTTONDOWN, WM_LBUTTONDBLCLK}) {
+        SendMessageW(box, press, MK_LBUTTON, 0);
+        SendMessageW(box, WM_LBUTTONUP, 0, 0);
+    }
+    EXPECT_EQ(actions.told,
+              (std::vector<std::wstring>{L"check chkGlobalEnable", L"check chkGlobalEnable"}));
 }
 
 TEST_F(MainWindowTest, ClickingAnOptionSelectsItAndClearsItsGroup) {
@@ -591,6 +603,27 @@ TEST_F(MainWindowTest, CtrlASelectsAllOfAReadOnlyBox) {
     EXPECT_EQ(end, 8U);
 }
 
+TEST_F(MainWindowTest, AltGrWithALetterIsNoShortcut) {
+    form.txtOutboundPhone.setText(L"12");
+    Show();
+    const HWND box = Native(form.txtOutboundPhone);
+    SendMessageW(box, EM_SETSEL, 2, 2);
+    MSG message{};
+    message.hwnd = box;
+    message.message = WM_KEYDOWN;
+    message.wParam = 'A';
+    {
+        const HeldKeys held{VK_CONTROL, VK_MENU};
+        window->TranslateKey(message);
+    }
+    EXPECT_EQ(SendMessageW(box, EM_GETSEL, 0, 0), MAKELRESULT(2, 2));
+    {
+        const HeldKeys held{VK_CONTROL};
+        window->TranslateKey(message);
+    }
+    EXPECT_EQ(SendMessageW(box, EM_GETSEL, 0, 0), MAKELRESULT(0, 2));
+}
+
 // Where the key brings the focus within the group of the moments of history.
 class ArrowTest : public MainWindowTest {
 protected:
@@ -718,6 +751,48 @@ TEST_F(MainWindowTest, AnyFloodOfStatusLinesIsReadWhole) {
         whole += L"more\r\n";
     }
     EXPECT_EQ(TextOf(Native(form.txtStatus)), whole);
+}
+
+TEST_F(MainWindowTest, ClosingWaitsForTheAnswerToAMessageBox) {
+    Show();
+    EnableWindow(window->handle(), FALSE);  // as a message box of the window's does
+    window->Close();
+    PumpWhatIsPending();
+    EXPECT_EQ(actions.closeQuestions, 0);
+    ASSERT_NE(window->handle(), nullptr);
+
+    EnableWindow(window->handle(), TRUE);
+    ASSERT_TRUE(PumpUntil([this] { return window->handle() == nullptr; }));
+    EXPECT_EQ(actions.closeQuestions, 1);
+}
+
+TEST_F(MainWindowTest, ClosingIsAskedOnceWhileTheQuestionIsOpen) {
+    Show();
+    actions.mayClose = false;
+    actions.onClose = [this] {
+        EnableWindow(window->handle(), FALSE);
+        window->Close();
+        PumpWhatIsPending();
+        EnableWindow(window->handle(), TRUE);
+    };
+    window->Close();
+    ASSERT_TRUE(PumpUntil([this] { return actions.closeQuestions > 0; }));
+    PumpWhatIsPending();
+    EXPECT_EQ(actions.closeQuestions, 1);
+    EXPECT_NE(window->handle(), nullptr);
+}
+
+TEST_F(MainWindowTest, TheMasterSwitchKeepsTheFocusWhenItDisablesTheRest) {
+    Show();
+    const EnablingRules rules(form);
+    form.setChangeHandler([&](Control& changed) { rules.Run(changed); });
+    form.chkGlobalEnable.setChecked(true);
+    SetFocus(Native(form.chkGlobalEnable));
+    form.chkGlobalEnable.setChecked(false);
+    EXPECT_EQ(GetFocus(), Native(form.chkGlobalEnable));
+    rules.RunOnActivation();
+    EXPECT_EQ(GetFocus(), Native(form.chkGlobalEnable));
+    form.setChangeHandler(nullptr);
 }
 
 TEST_F(MainWindowTest, WindowStaysWhenClosingIsCancelled) {
