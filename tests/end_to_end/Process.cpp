@@ -41,9 +41,16 @@ Process::Process(const std::wstring& program, const std::wstring& arguments) {
     STARTUPINFOW startUp{};
     startUp.cb = sizeof startUp;
     PROCESS_INFORMATION information{};
-    if (!CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
-                        &startUp, &information)) {
-        const DWORD error = GetLastError();
+    // Under load, once in some thousand starts, Wine loses a process before it has begun. Nothing
+    // of the program has run then.
+    constexpr int tries = 3;
+    DWORD error = ERROR_INTERNAL_ERROR;
+    for (int attempt = 0; attempt < tries && error == ERROR_INTERNAL_ERROR; ++attempt) {
+        const bool started = CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, FALSE,
+                                            0, nullptr, nullptr, &startUp, &information) != FALSE;
+        error = started ? ERROR_SUCCESS : GetLastError();
+    }
+    if (error != ERROR_SUCCESS) {
         ADD_FAILURE() << "error " << error << " starting " << Utf8(line);
         return;
     }

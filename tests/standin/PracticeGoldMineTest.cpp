@@ -198,9 +198,12 @@ Process::Process(const std::wstring& program, const std::wstring& arguments,
         startUp.hStdError = output;
     }
     PROCESS_INFORMATION information{};
-    const BOOL started =
-        CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, !outputFile.empty(), 0,
-                       nullptr, nullptr, &startUp, &information);
+    const auto start = [&] {
+        return CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, !outputFile.empty(),
+                              0, nullptr, nullptr, &startUp, &information) != FALSE;
+    };
+    // Under load, once in some thousand starts, Wine loses a process before it has begun.
+    const bool started = start() || (GetLastError() == ERROR_INTERNAL_ERROR && start());
     if (output != INVALID_HANDLE_VALUE) {
         CloseHandle(output);
     }
