@@ -319,6 +319,11 @@ protected:
             return {L"(no history)"};
         return {begin + 1, end};
     }
+    void OpenTheDialog() {
+        form.chkAutoOpenHistory.setChecked(true);
+        form.GoldMineVersionOK = true;
+        form.optOpenHistoryBeforeSaving.setSelected(true);
+    }
     void AddRecording() {
         form.txtLinkedItemPath.setText(L"C:\\Rec");
         files.folders.insert(L"C:\\Rec");
@@ -586,9 +591,7 @@ INSTANTIATE_TEST_SUITE_P(Settings, DialogRoadTest,
                                          DialogRoad{false, false, false, false}));
 
 TEST_F(DispatcherTest, TheRecordingOfTheCallBeforeIsForgotten) {
-    form.chkAutoOpenHistory.setChecked(true);
-    form.GoldMineVersionOK = true;
-    form.optOpenHistoryBeforeSaving.setSelected(true);
+    OpenTheDialog();
     AddRecording();
     dispatcher.ProcessCall();
     form.chkCreateLink.setChecked(false);
@@ -602,9 +605,7 @@ TEST_F(DispatcherTest, TheRecordingOfTheCallBeforeIsForgotten) {
 
 TEST_F(DispatcherTest, TheReferenceOfTheCallBeforeIsForgotten) {
     form.chkFillInRef.setChecked(true);
-    form.chkAutoOpenHistory.setChecked(true);
-    form.GoldMineVersionOK = true;
-    form.optOpenHistoryBeforeSaving.setSelected(true);
+    OpenTheDialog();
     dispatcher.ProcessCall();
     goldMine.commands.clear();
     dispatcher.FillInCallDialog(4711);
@@ -620,9 +621,7 @@ TEST_F(DispatcherTest, TheReferenceOfTheCallBeforeIsForgotten) {
 
 TEST_F(DispatcherTest, ADialogStillAwaitedGetsItsOwnCallsReference) {
     form.chkFillInRef.setChecked(true);
-    form.chkAutoOpenHistory.setChecked(true);
-    form.GoldMineVersionOK = true;
-    form.optOpenHistoryBeforeSaving.setSelected(true);
+    OpenTheDialog();
     form.txtCallType.setText(L"O");
     dispatcher.ProcessCall();
 
