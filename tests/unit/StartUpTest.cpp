@@ -253,6 +253,30 @@ INSTANTIATE_TEST_SUITE_P(
                     std::pair{L"optPhone123", L"maybe"}, std::pair{L"optPhone123", L""},
                     std::pair{L"chkWriteLog", L"on"}));
 
+TEST_F(StartUpTest, ARegistryThatCannotBeOpenedStopsTheStartWithOneBox) {
+    around.registry.failingKeys.insert(FakeRegistry::ownKey);
+    EXPECT_EQ(Run(call), RunOutcome::End);
+    EXPECT_EQ(around.boxes.Take(), std::vector<ShownBox>{configurationError});
+    EXPECT_EQ(around.goldMine.commands, Strings{});
+    const Strings lines = Lines();
+    ASSERT_EQ(lines.size(), 3u);
+    EXPECT_TRUE(lines[0].starts_with(L"Run-time error '-2147191503'")) << "loading";
+    EXPECT_TRUE(lines[1].starts_with(L"Run-time error '-2147191503'")) << "resetting the number";
+    EXPECT_EQ(lines[2], finished);
+}
+
+TEST_F(StartUpTest, AMinimumLengthThatIsNoNumberIsARunTimeErrorOfTheCall) {
+    around.RunGoldMine();
+    around.StoreOption(L"chkIgnoreShortCallerID", L"1");
+    around.StoreOption(L"txtCallerIDMinLength", L"ten");
+    Run(call);
+    EXPECT_EQ(around.boxes.Take(),
+              (std::vector<ShownBox>{{L"Run-time error '13':\r\n\r\nType mismatch", BoxButtons::Ok,
+                                      BoxIcon::Critical}}));
+    EXPECT_EQ(around.goldMine.commands, Strings{});
+    EXPECT_EQ(Lines().back(), finished);
+}
+
 TEST_F(StartUpTest, AVersionThatCannotBeReadEndsTheStart) {
     around.RunGoldMine();
     around.goldMine.answerAll = [](const std::wstring&) { return L"<GMAPI/>"; };
