@@ -44,7 +44,7 @@ set_text 'HKLM\SOFTWARE\3CX\CRM' CommandLineAPILogPath 'C:\CorvaneTo3CX\Logs\'
 # picture <name> <width in twips>: the program's window without the desktop around it.
 picture() {
     local window file=$folder/$1-$dpi.png expected width share=0
-    window=$(xwininfo -root -tree | awk '/"Halvorn Corvane to 3CX"/ { print $1; exit }')
+    window=$(xwininfo -root -tree | awk '!seen && /"Halvorn Corvane to 3CX"/ { print $1; seen = 1 }')
     [ -n "$window" ] || fail "the window is not there"
     # Until everything is painted, two pictures in a row differ.
     local before='' now=

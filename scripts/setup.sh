@@ -62,12 +62,14 @@ is_installed() { [ "$(dpkg-query -W -f '${db:Status-Status}' "$1" 2>/dev/null)" 
 refresh_lists() {
     [ -z "$lists_are_fresh" ] || return 0
     # Lists of other parties may fail; whether the packages install is what counts.
-    as_root apt-get -qq update || say "not every package list could be refreshed; going on"
+    try_thrice as_root apt-get -qq -o APT::Update::Error-Mode=any update ||
+        say "not every package list could be refreshed; going on"
     lists_are_fresh=yes
 }
 
 install() {
-    as_root env DEBIAN_FRONTEND=noninteractive apt-get -qq -o Dpkg::Use-Pty=0 install -y --no-install-recommends "$@" \
+    as_root env DEBIAN_FRONTEND=noninteractive apt-get -qq -o Dpkg::Use-Pty=0 \
+        -o DPkg::Lock::Timeout=300 install -y --no-install-recommends "$@" \
         </dev/null
 }
 

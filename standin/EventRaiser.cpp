@@ -53,8 +53,7 @@ void EventRaiser::Raise(const std::wstring& windowName, bool up, HWND window,
             RaiseLater(event, replyMilliseconds, {});
             [[fallthrough]];
         case EventTiming::Moment::AfterReply:
-            // No client waits for a reply when the user closes a window.
-            RaiseLater(event, up ? replyMilliseconds : USER_TIMER_MINIMUM, {});
+            RaiseLater(event, replyMilliseconds, {});
             return;
     }
 }

@@ -107,7 +107,7 @@ TEST_F(DialingRunTest, TheCallTriggersEndIsNotWaitedFor) {
     ProgramRun run = Start("5551234");
     const Outcome outcome = Finish(run);
 
-    Process trigger = Process::ChildOf(run.processId());
+    Process trigger = Process::ChildOf(run.processId(), L"CallTriggerCmd.exe");
     EXPECT_TRUE(trigger.running());
     EXPECT_TRUE(WaitUntil([] { return !Dialled().empty(); }));
     EXPECT_TRUE(trigger.running());

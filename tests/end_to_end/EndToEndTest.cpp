@@ -54,7 +54,7 @@ void EndToEndTest::SetUp() {
             {"chkWriteLog", "1"},
             {"txtCOMDurationSeconds", "99"}});
     DeleteFileW(logFile().c_str());
-    DeleteFileW((std::wstring(appFolder) + L"CallTriggerCmd.log").c_str());
+    DeleteFileWhenFree(std::wstring(appFolder) + L"CallTriggerCmd.log");
     WriteFileText(std::wstring(appFolder) + L"CommandLineAPIPlugin.dll", "");
     MakeFolder(dataFolder);
     DeleteFileW((std::wstring(dataFolder) + L"faults.txt").c_str());

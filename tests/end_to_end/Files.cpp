@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "Process.h"
 #include "Text.h"
 
 namespace end_to_end {
@@ -59,6 +60,16 @@ void CopyFileTo(const std::wstring& from, const std::wstring& to) {
 
 bool FileIsThere(const std::wstring& path) {
     return GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+
+void DeleteFileWhenFree(const std::wstring& path) {
+    EXPECT_TRUE(WaitUntil([&] {
+        if (DeleteFileW(path.c_str())) {
+            return true;
+        }
+        const DWORD error = GetLastError();
+        return error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND;
+    })) << Utf8(path);
 }
 
 void MakeFolder(const std::wstring& path) {

@@ -16,6 +16,8 @@ std::optional<std::string> ReadFileText(const std::wstring& path);
 void WriteFileText(const std::wstring& path, std::string_view text);
 void CopyFileTo(const std::wstring& from, const std::wstring& to);
 bool FileIsThere(const std::wstring& path);
+// Waits until nobody else has it open; a file that is not there is no failure.
+void DeleteFileWhenFree(const std::wstring& path);
 void MakeFolder(const std::wstring& path);
 // The folder is there and empty afterwards; sub-folders go too.
 void EmptyFolder(const std::wstring& path);

@@ -383,7 +383,8 @@ TEST_F(KeyboardTest, KeysWorkWhileTheEndWaitsForGoldMinesDialog) {
     }));
     BringToForeground(window);
 
-    const std::string before = FocusedControl(window);
+    std::string before;
+    EXPECT_TRUE(WaitUntil([&] { return !(before = FocusedControl(window)).empty(); }));
     Press({VK_TAB});
 
     EXPECT_TRUE(WaitUntil([&] { return FocusedControl(window) != before; }));

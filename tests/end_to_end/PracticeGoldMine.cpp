@@ -69,7 +69,7 @@ PracticeGoldMine::~PracticeGoldMine() {
         }
         return true;
     });
-    EXPECT_TRUE(process_.WaitForEnd(closingTime)) << "the practice GoldMine does not close";
+    EXPECT_TRUE(process_.WaitForEnd(patience)) << "the practice GoldMine does not close";
 }
 
 void PracticeGoldMine::CloseOtherWindows() const {

@@ -59,14 +59,15 @@ Process::Process(const std::wstring& program, const std::wstring& arguments) {
     id_ = information.dwProcessId;
 }
 
-Process Process::ChildOf(DWORD parent) {
+Process Process::ChildOf(DWORD parent, const std::wstring& program) {
     const KernelHandle snapshot(CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0));
     PROCESSENTRY32W entry{};
     entry.dwSize = sizeof entry;
     Process child;
     for (BOOL more = Process32FirstW(snapshot.get(), &entry); more && !child.running();
          more = Process32NextW(snapshot.get(), &entry)) {
-        if (entry.th32ParentProcessID == parent) {
+        // The id of a parent that ended long ago may be another's by now.
+        if (entry.th32ParentProcessID == parent && program == entry.szExeFile) {
             constexpr DWORD rights = PROCESS_TERMINATE | PROCESS_QUERY_INFORMATION | SYNCHRONIZE;
             child.handle_ = KernelHandle(OpenProcess(rights, FALSE, entry.th32ProcessID));
             child.id_ = entry.th32ProcessID;

@@ -18,8 +18,9 @@ public:
     Process() = default;
     // The program's command line is its quoted path, a blank, and these arguments as they stand.
     Process(const std::wstring& program, const std::wstring& arguments);
-    // The program that one process started and that still runs; not started when there is none.
-    static Process ChildOf(DWORD parent);
+    // The program of this name that one process started and that still runs; not started when there
+    // is none.
+    static Process ChildOf(DWORD parent, const std::wstring& program);
     Process(Process&&) noexcept = default;
     Process& operator=(Process&&) noexcept = default;
     ~Process();

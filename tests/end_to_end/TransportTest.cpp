@@ -137,14 +137,14 @@ TEST_F(TransportTest, AGoldMineThatDiesInACallIsALostConnection) {
 }
 
 TEST_F(TransportTest, ACommandSlowerThanTheThresholdIsLogged) {
-    GoldMine().SetFaults("CallerID delay 2100\n");
-    Set("txtCOMDurationSeconds", "2");
+    GoldMine().SetFaults("CallerID delay 5100\n");
+    Set("txtCOMDurationSeconds", "5");
 
     const Outcome run = Run(call);
 
     Check(run, {.log = RunLog(call, "7",
                               Joined({before,
-                                      {"> COM command > 2 second(s) (<seconds> seconds): '" +
+                                      {"> COM command > 5 second(s) (<seconds> seconds): '" +
                                            gmapi::CallerID("(555)123-4567", "1", "1") + "'",
                                        found},
                                       after})),

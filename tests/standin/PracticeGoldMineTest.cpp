@@ -238,14 +238,15 @@ DWORD Process::exitCode() const {
     return code;
 }
 
-Process ChildOf(DWORD parent) {
+Process ChildOf(DWORD parent, const std::wstring& program) {
     const HANDLE snapshot = CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
     PROCESSENTRY32W entry{};
     entry.dwSize = sizeof entry;
     Process child;
     for (BOOL more = Process32FirstW(snapshot, &entry); more;
          more = Process32NextW(snapshot, &entry)) {
-        if (entry.th32ParentProcessID != parent) {
+        // The id of a parent that ended long ago may be another's by now.
+        if (entry.th32ParentProcessID != parent || program != entry.szExeFile) {
             continue;
         }
         const DWORD rights = PROCESS_QUERY_INFORMATION | PROCESS_TERMINATE | SYNCHRONIZE;

@@ -67,9 +67,9 @@ private:
     DWORD id_ = 0;
 };
 
-// The process that one process started, be that one still running or not; to be ended with it. Not
-// started when there is none.
-Process ChildOf(DWORD parent);
+// The process of this program that one process started, be that one still running or not; to be
+// ended with it. Not started when there is none.
+Process ChildOf(DWORD parent, const std::wstring& program);
 
 // Runs a practice program to its end and answers its exit code.
 DWORD RunToEnd(const std::wstring& program, const std::wstring& arguments);

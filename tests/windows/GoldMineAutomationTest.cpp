@@ -2,8 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/ComApartment.h"
@@ -257,20 +259,19 @@ TEST_P(GoldMineAutomationBusyTest, IsAskedAgainUntilItAnswers) {
 
 TEST_P(GoldMineAutomationBusyTest, EventArrivesInTheMeantime) {
     goldMine.Connect();
-    int refusals = 1;
-    std::size_t seenBeforeTheAnswer = 0;
+    std::atomic<int> seen = 0;
+    goldMine.setWindowUpDownHandler([&](const std::wstring&, bool, std::int32_t) { ++seen; });
+    bool raised = false;
+    // Busy until the event has come: had it to wait for the call's end, the call would be given up.
     answer = [&](const std::wstring&) {
-        if (refusals-- > 0) {
+        if (!std::exchange(raised, true))
             server.RaiseWhenIdle(windowUpDownEvent, L"W", true, 1);
-            return Answer{.result = GetParam()};
-        }
-        seenBeforeTheAnswer = events.size();  // the client waits for this call and changes nothing
-        return Answer{.reply = L"at last"};
+        return seen == 0 ? Answer{.result = GetParam()} : Answer{.reply = L"at last"};
     };
 
     EXPECT_EQ(goldMine.Send(L"x"), L"at last");
 
-    EXPECT_EQ(seenBeforeTheAnswer, 1U);
+    EXPECT_EQ(seen, 1);
 }
 
 INSTANTIATE_TEST_SUITE_P(Results, GoldMineAutomationBusyTest,

@@ -83,8 +83,9 @@ TEST(SystemClockTest, MillisecondsMove) {
     const ULONGLONG end = GetTickCount64() + 1000;
     const int first = clock.GetLocalTimeMs().millisecond;
     int other = first;
-    while (other == first && GetTickCount64() < end)
+    do {
         other = clock.GetLocalTimeMs().millisecond;
+    } while (other == first && GetTickCount64() < end);
     EXPECT_NE(other, first);
 }
 
