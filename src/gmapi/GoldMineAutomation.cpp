@@ -50,7 +50,7 @@ void GoldMineAutomation::Connect() {
                 if (handler_)
                     handler_(windowName, up, windowHandle);
             });
-    } catch (const RuntimeError&) {
+    } catch (...) {
         Release();
         throw;
     }

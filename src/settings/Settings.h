@@ -4,7 +4,6 @@
 
 namespace corvane {
 
-class EnablingRules;
 class Form;
 class MessageBoxes;
 class Registry;

@@ -65,6 +65,11 @@ HBRUSH PageBrush() {
     return GetSysColorBrush(IsAppThemed() ? COLOR_WINDOW : COLOR_BTNFACE);
 }
 
+// What the system writes upon it, which is no black in every theme.
+COLORREF PageTextColour() {
+    return GetSysColor(IsAppThemed() ? COLOR_WINDOWTEXT : COLOR_BTNTEXT);
+}
+
 bool IsTextBox(HWND control) {
     const auto row = static_cast<std::size_t>(GetDlgCtrlID(control) - firstControlId);
     return row < controlCatalogue.size() && controlCatalogue[row].kind == ControlKind::TextBox;
@@ -404,6 +409,7 @@ LRESULT CALLBACK ControlWindows::FrameProcedure(HWND frame, UINT message, WPARAM
             if (IsTextBox(reinterpret_cast<HWND>(lParam)))
                 break;
             SetBkMode(reinterpret_cast<HDC>(wParam), TRANSPARENT);
+            SetTextColor(reinterpret_cast<HDC>(wParam), PageTextColour());
             return reinterpret_cast<LRESULT>(PageBrush());
         default:
             break;

@@ -292,8 +292,9 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
                 Close();
             break;
         case WM_QUERYENDSESSION:
-            // Logging off ends the program as its close box does, with the same question.
-            return CloseIfAllowed() ? TRUE : FALSE;
+            // Logging off ends the program as its close box does, with the same question. While a
+            // message box stands before it, it leaves its end to the system.
+            return !IsWindowEnabled(window_) || CloseIfAllowed() ? TRUE : FALSE;
         case WM_DESTROY: {
             const HWND destroyed = std::exchange(window_, nullptr);
             SetWindowLongPtrW(destroyed, GWLP_USERDATA, 0);
@@ -308,9 +309,9 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 bool MainWindow::CloseIfAllowed() {
-    askedToClose_ = true;
+    const bool asked = std::exchange(askedToClose_, true);
     const bool allowed = actions_.MayClose();
-    askedToClose_ = false;
+    askedToClose_ = asked;
     if (!allowed)
         return false;
     DestroyWindow(window_);

@@ -430,6 +430,26 @@ TEST_F(MainWindowTest, LoggingOffClosesAsTheCloseBoxDoes) {
     EXPECT_EQ(window->handle(), nullptr);
 }
 
+TEST_F(MainWindowTest, LoggingOffLeavesAMessageBoxStanding) {
+    Show();
+    EnableWindow(window->handle(), FALSE);
+    EXPECT_EQ(SendMessageW(window->handle(), WM_QUERYENDSESSION, 0, 0), TRUE);
+    EXPECT_EQ(actions.closeQuestions, 0);
+    EXPECT_NE(window->handle(), nullptr);
+    EnableWindow(window->handle(), TRUE);
+}
+
+TEST_F(MainWindowTest, LabelsAreWrittenInTheSystemsColour) {
+    Show();
+    const HWND label = Native(form.lblDelayAddingLinkSeconds);
+    const HDC device = GetDC(label);
+    SetTextColor(device, RGB(1, 2, 3));
+    SendMessageW(GetParent(label), WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(device),
+                 reinterpret_cast<LPARAM>(label));
+    EXPECT_EQ(GetTextColor(device), GetSysColor(COLOR_WINDOWTEXT));
+    ReleaseDC(label, device);
+}
+
 // Enter presses the default button without leaving the box.
 TEST_F(MainWindowTest, ABoxIsCheckedEachTimeThatAButtonIsPressedFromIt) {
     Show();
