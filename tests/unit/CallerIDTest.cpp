@@ -187,6 +187,12 @@ TEST_F(CallerIDTest, AnEmptyFormatLeavesTheDigitsAsTheyAre) {
     ExpectAccepted(L"(055) 512-3456", L"0555123456", L"0555123456");
 }
 
+TEST_F(CallerIDTest, OnlyAnUncheckedBoxKeepsBlanks) {
+    form.chkCallerIDRemoveSpaces.setValue(2);
+
+    ExpectAccepted(L"555 123 4567", L"5551234567", L"(555)123-4567");
+}
+
 TEST_F(CallerIDTest, AMinimumThatIsNoNumberMismatches) {
     form.txtCallerIDMinLength.setText(L"six");
 
