@@ -8,7 +8,7 @@ add_custom_command(
             "${PROJECT_SOURCE_DIR}/cmake/WriteControls.cpp"
     COMMAND "${control_writer}" > "${PROJECT_BINARY_DIR}/controls.tsv"
     DEPENDS "${PROJECT_SOURCE_DIR}/cmake/WriteControls.cpp"
-            "${PROJECT_SOURCE_DIR}/src/ui/ControlCatalogue.h"
+            "${PROJECT_SOURCE_DIR}/src/ui/form/ControlCatalogue.h"
     COMMENT "Writing controls.tsv"
     VERBATIM)
 add_custom_target(control_table ALL DEPENDS "${PROJECT_BINARY_DIR}/controls.tsv")

@@ -4,7 +4,7 @@
 #include <cstdio>
 #include <string>
 
-#include "ui/ControlCatalogue.h"
+#include "ui/form/ControlCatalogue.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 
 #include "app/Status.h"
 #include "calls/CallerID.h"
-#include "ui/Form.h"
+#include "ui/form/Form.h"
 #include "util/Text.h"
 
 namespace corvane {

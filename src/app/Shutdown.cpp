@@ -1,14 +1,14 @@
 #include "app/Shutdown.h"
 
-#include "app/ErrorReport.h"
 #include "environment/GoldMineProcess.h"
 #include "gmapi/GMUI.h"
 #include "gmapi/WindowCommands.h"
+#include "seams/Clock.h"
+#include "seams/MessageBoxes.h"
+#include "seams/StatusWriter.h"
 #include "settings/Settings.h"
-#include "ui/Form.h"
-#include "ui/MessageBoxes.h"
-#include "util/Clock.h"
-#include "util/StatusWriter.h"
+#include "ui/form/Form.h"
+#include "util/ErrorReport.h"
 #include "util/Text.h"
 
 namespace corvane {

@@ -1,16 +1,16 @@
 #include "app/StartUp.h"
 
 #include "app/AboutText.h"
-#include "app/ErrorReport.h"
 #include "app/Status.h"
 #include "calls/Dispatcher.h"
 #include "environment/GoldMineProcess.h"
 #include "environment/GoldMineVersion.h"
 #include "environment/ThreeCXIntegration.h"
+#include "seams/MessageBoxes.h"
 #include "settings/Settings.h"
-#include "ui/EnablingRules.h"
-#include "ui/Form.h"
-#include "ui/MessageBoxes.h"
+#include "ui/form/EnablingRules.h"
+#include "ui/form/Form.h"
+#include "util/ErrorReport.h"
 #include "util/Text.h"
 
 namespace corvane {

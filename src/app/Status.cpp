@@ -2,15 +2,15 @@
 
 #include <exception>
 
+#include "seams/Clock.h"
+#include "seams/Conversions.h"
+#include "seams/FileSystem.h"
+#include "seams/Shell.h"
 #include "settings/cSimuIniFile.h"
 #include "settings/OptionText.h"
-#include "ui/Form.h"
-#include "util/Clock.h"
-#include "util/Conversions.h"
-#include "util/FileSystem.h"
+#include "ui/form/Form.h"
 #include "util/ProgramInfo.h"
 #include "util/RuntimeError.h"
-#include "util/Shell.h"
 #include "util/Text.h"
 
 namespace corvane {

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string>
 
-#include "util/StatusWriter.h"
+#include "seams/StatusWriter.h"
 
 namespace corvane {
 

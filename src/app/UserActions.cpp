@@ -3,7 +3,6 @@
 #include <utility>
 
 #include "app/CallParameters.h"
-#include "app/ErrorReport.h"
 #include "app/Shutdown.h"
 #include "calls/Dispatcher.h"
 #include "calls/RecordingLink.h"
@@ -11,12 +10,13 @@
 #include "environment/GoldMineProcess.h"
 #include "environment/ThreeCXIntegration.h"
 #include "gmapi/GMUI.h"
-#include "settings/FieldChecks.h"
+#include "seams/MessageBoxes.h"
 #include "settings/SettingQuestions.h"
 #include "settings/Settings.h"
-#include "ui/EnablingRules.h"
-#include "ui/Form.h"
-#include "ui/MessageBoxes.h"
+#include "ui/form/EnablingRules.h"
+#include "ui/form/FieldChecks.h"
+#include "ui/form/Form.h"
+#include "util/ErrorReport.h"
 
 namespace corvane {
 

@@ -2,7 +2,7 @@
 
 #include <functional>
 
-#include "ui/FormActions.h"
+#include "ui/form/FormActions.h"
 
 namespace corvane {
 

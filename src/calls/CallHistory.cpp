@@ -6,11 +6,11 @@
 #include "gmapi/Macro.h"
 #include "gmapi/Records.h"
 #include "gmapi/WindowCommands.h"
-#include "ui/Form.h"
-#include "ui/MessageBoxes.h"
-#include "util/Conversions.h"
+#include "seams/Conversions.h"
+#include "seams/MessageBoxes.h"
+#include "seams/StatusWriter.h"
+#include "ui/form/Form.h"
 #include "util/RuntimeError.h"
-#include "util/StatusWriter.h"
 #include "util/Text.h"
 
 namespace corvane {

@@ -1,24 +1,12 @@
 #include "calls/CallerID.h"
 
-#include "ui/Form.h"
-#include "util/Conversions.h"
-#include "util/StatusWriter.h"
+#include "seams/Conversions.h"
+#include "seams/StatusWriter.h"
+#include "ui/form/Form.h"
+#include "util/Digits.h"
 #include "util/Text.h"
 
 namespace corvane {
-
-std::wstring ExtractDigits(std::wstring_view text, bool allowDialCharacters, bool keepBlanks) {
-    std::wstring kept;
-    for (const wchar_t character : text) {
-        const bool isDigit = character >= L'0' && character <= L'9';
-        const bool isDialCharacter = character == L'#' || character == L'*';
-        if (isDigit || (allowDialCharacters && isDialCharacter) ||
-            (keepBlanks && character == L' ')) {
-            kept += character;
-        }
-    }
-    return kept;
-}
 
 bool NormalizeCallerID(Form& form, StatusWriter& status) {
     const bool keepBlanks = form.chkCallerIDRemoveSpaces.value() == CheckBox::unchecked;

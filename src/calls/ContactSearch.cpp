@@ -3,9 +3,9 @@
 #include "gmapi/DataStream.h"
 #include "gmapi/Macro.h"
 #include "gmapi/WindowCommands.h"
-#include "ui/Form.h"
-#include "ui/MessageBoxes.h"
-#include "util/StatusWriter.h"
+#include "seams/MessageBoxes.h"
+#include "seams/StatusWriter.h"
+#include "ui/form/Form.h"
 #include "util/Text.h"
 
 namespace corvane {

@@ -4,11 +4,11 @@
 #include "calls/HtmlNotes.h"
 #include "calls/RecordingLink.h"
 #include "dialing/Dialer.h"
-#include "ui/Form.h"
-#include "util/Clock.h"
-#include "util/Conversions.h"
+#include "seams/Clock.h"
+#include "seams/Conversions.h"
+#include "seams/StatusWriter.h"
+#include "ui/form/Form.h"
 #include "util/RuntimeError.h"
-#include "util/StatusWriter.h"
 #include "util/Text.h"
 
 namespace corvane {

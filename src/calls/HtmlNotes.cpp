@@ -3,10 +3,10 @@
 #include "calls/RecordingLinkState.h"
 #include "gmapi/Envelope.h"
 #include "gmapi/WindowCommands.h"
-#include "ui/Form.h"
-#include "util/Clock.h"
+#include "seams/Clock.h"
+#include "seams/StatusWriter.h"
+#include "ui/form/Form.h"
 #include "util/RuntimeError.h"
-#include "util/StatusWriter.h"
 #include "util/Text.h"
 
 namespace corvane {

@@ -5,7 +5,7 @@
 #include <memory>
 #include <string>
 
-#include "util/HtmlDocument.h"
+#include "seams/HtmlDocument.h"
 
 namespace corvane {
 

@@ -3,7 +3,7 @@
 #include <string>
 
 #include "calls/RecordingLinkState.h"
-#include "util/FileSystem.h"
+#include "seams/FileSystem.h"
 
 namespace corvane {
 

@@ -1,12 +1,12 @@
 #include "dialing/Dialer.h"
 
-#include "calls/CallerID.h"
-#include "ui/Form.h"
-#include "ui/MessageBoxes.h"
-#include "util/Conversions.h"
-#include "util/Processes.h"
+#include "seams/Conversions.h"
+#include "seams/MessageBoxes.h"
+#include "seams/Processes.h"
+#include "seams/StatusWriter.h"
+#include "ui/form/Form.h"
+#include "util/Digits.h"
 #include "util/RuntimeError.h"
-#include "util/StatusWriter.h"
 #include "util/Text.h"
 
 namespace corvane {

@@ -1,10 +1,10 @@
 #include "dialing/GoldMineIniSetup.h"
 
 #include "gmapi/Macro.h"
-#include "settings/IniFiles.h"
-#include "ui/Form.h"
-#include "ui/MessageBoxes.h"
-#include "util/FileSystem.h"
+#include "seams/FileSystem.h"
+#include "seams/IniFiles.h"
+#include "seams/MessageBoxes.h"
+#include "ui/form/Form.h"
 #include "util/Text.h"
 
 namespace corvane {

@@ -1,9 +1,9 @@
 #include "environment/FileOpener.h"
 
-#include "ui/Form.h"
-#include "ui/MessageBoxes.h"
-#include "util/FileSystem.h"
-#include "util/Shell.h"
+#include "seams/FileSystem.h"
+#include "seams/MessageBoxes.h"
+#include "seams/Shell.h"
+#include "ui/form/Form.h"
 #include "util/Text.h"
 
 namespace corvane {

@@ -1,9 +1,9 @@
 #include "environment/GoldMineProcess.h"
 
-#include "ui/Form.h"
-#include "ui/MessageBoxes.h"
+#include "seams/MessageBoxes.h"
+#include "seams/StatusWriter.h"
+#include "ui/form/Form.h"
 #include "util/RuntimeError.h"
-#include "util/StatusWriter.h"
 #include "util/Text.h"
 
 namespace corvane {

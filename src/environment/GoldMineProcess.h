@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "util/Processes.h"
+#include "seams/Processes.h"
 
 namespace corvane {
 

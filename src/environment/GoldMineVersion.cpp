@@ -4,12 +4,12 @@
 
 #include "dialing/GoldMineIniSetup.h"
 #include "gmapi/Macro.h"
-#include "ui/EnablingRules.h"
-#include "ui/Form.h"
-#include "ui/MessageBoxes.h"
-#include "util/Conversions.h"
+#include "seams/Conversions.h"
+#include "seams/MessageBoxes.h"
+#include "seams/StatusWriter.h"
+#include "ui/form/EnablingRules.h"
+#include "ui/form/Form.h"
 #include "util/RuntimeError.h"
-#include "util/StatusWriter.h"
 #include "util/Text.h"
 
 namespace corvane {

@@ -1,12 +1,12 @@
 #include "environment/ThreeCXIntegration.h"
 
+#include "seams/FileSystem.h"
+#include "seams/MessageBoxes.h"
+#include "seams/Shell.h"
 #include "settings/cSimuIniFile.h"
-#include "ui/Form.h"
-#include "ui/MessageBoxes.h"
-#include "util/FileSystem.h"
+#include "ui/form/Form.h"
 #include "util/ProgramInfo.h"
 #include "util/RuntimeError.h"
-#include "util/Shell.h"
 #include "util/Text.h"
 
 namespace corvane {

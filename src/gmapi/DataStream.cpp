@@ -2,10 +2,10 @@
 
 #include "gmapi/Envelope.h"
 #include "gmapi/GMUI.h"
-#include "ui/Form.h"
-#include "ui/MessageBoxes.h"
-#include "util/Conversions.h"
-#include "util/StatusWriter.h"
+#include "seams/Conversions.h"
+#include "seams/MessageBoxes.h"
+#include "seams/StatusWriter.h"
+#include "ui/form/Form.h"
 #include "util/Text.h"
 
 namespace corvane {

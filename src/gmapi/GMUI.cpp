@@ -1,12 +1,12 @@
 #include "gmapi/GMUI.h"
 
 #include "gmapi/Envelope.h"
-#include "ui/Form.h"
-#include "ui/MessageBoxes.h"
-#include "util/Clock.h"
-#include "util/Conversions.h"
+#include "seams/Clock.h"
+#include "seams/Conversions.h"
+#include "seams/MessageBoxes.h"
+#include "seams/StatusWriter.h"
+#include "ui/form/Form.h"
 #include "util/RuntimeError.h"
-#include "util/StatusWriter.h"
 #include "util/Text.h"
 
 namespace corvane {

@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "gmapi/GoldMine.h"
-#include "gmapi/XPathReader.h"
+#include "seams/GoldMine.h"
+#include "seams/XPathReader.h"
 
 namespace corvane {
 

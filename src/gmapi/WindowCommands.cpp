@@ -2,8 +2,8 @@
 
 #include "gmapi/Envelope.h"
 #include "gmapi/GMUI.h"
+#include "seams/StatusWriter.h"
 #include "util/RuntimeError.h"
-#include "util/StatusWriter.h"
 #include "util/Text.h"
 
 namespace corvane {

@@ -1,6 +1,6 @@
 #include "platform/MshtmlDocument.h"
 
-#include "platform/BuiltInHtmlDocument.h"
+#include "util/BuiltInHtmlDocument.h"
 
 namespace corvane {
 

@@ -2,8 +2,8 @@
 
 #include <memory>
 
-#include "platform/Dispatch.h"
-#include "util/HtmlDocument.h"
+#include "platform/kit/Dispatch.h"
+#include "seams/HtmlDocument.h"
 
 namespace corvane {
 

@@ -1,6 +1,6 @@
-#include "platform/Bstr.h"
-#include "platform/ComError.h"
-#include "util/Conversions.h"
+#include "platform/kit/Bstr.h"
+#include "platform/kit/ComError.h"
+#include "seams/Conversions.h"
 #include "util/Text.h"
 
 namespace corvane {

@@ -2,8 +2,8 @@
 
 #include <utility>
 
+#include "platform/kit/Windows.h"
 #include "util/Text.h"
-#include "util/Windows.h"
 
 namespace corvane {
 

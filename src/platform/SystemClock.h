@@ -2,8 +2,8 @@
 
 #include <functional>
 
-#include "util/Clock.h"
-#include "util/Windows.h"
+#include "platform/kit/Windows.h"
+#include "seams/Clock.h"
 
 namespace corvane {
 

@@ -2,8 +2,8 @@
 
 #include <array>
 
-#include "util/AnsiText.h"
-#include "util/Windows.h"
+#include "platform/kit/AnsiText.h"
+#include "platform/kit/Windows.h"
 
 #include <tlhelp32.h>
 

@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "util/Processes.h"
+#include "seams/Processes.h"
 
 namespace corvane {
 

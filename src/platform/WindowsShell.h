@@ -1,6 +1,6 @@
 #pragma once
 
-#include "util/Shell.h"
+#include "seams/Shell.h"
 
 namespace corvane {
 

@@ -3,12 +3,12 @@
 #include <memory>
 #include <type_traits>
 
-#include "platform/ComError.h"
-#include "util/AnsiText.h"
+#include "platform/kit/AnsiText.h"
+#include "platform/kit/ComError.h"
+#include "platform/kit/Windows.h"
 #include "util/RecordingCandidate.h"
 #include "util/RuntimeError.h"
 #include "util/Text.h"
-#include "util/Windows.h"
 
 #include <oleauto.h>
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "util/FileSystem.h"
+#include "seams/FileSystem.h"
 
 // Stateless file and folder helpers; StripAtNull and AddTrailingBackslash stand in util/Text.h.
 namespace corvane {

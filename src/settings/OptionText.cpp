@@ -1,7 +1,7 @@
 #include "settings/OptionText.h"
 
-#include "ui/Form.h"
-#include "util/Conversions.h"
+#include "seams/Conversions.h"
+#include "ui/form/Form.h"
 #include "util/Text.h"
 
 namespace corvane {

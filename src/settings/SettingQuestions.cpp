@@ -1,8 +1,8 @@
 #include "settings/SettingQuestions.h"
 
+#include "seams/MessageBoxes.h"
 #include "settings/Settings.h"
-#include "ui/Form.h"
-#include "ui/MessageBoxes.h"
+#include "ui/form/Form.h"
 
 namespace corvane {
 

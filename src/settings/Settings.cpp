@@ -1,11 +1,11 @@
 #include "settings/Settings.h"
 
+#include "seams/MessageBoxes.h"
+#include "seams/StatusWriter.h"
 #include "settings/cSimuIniFile.h"
 #include "settings/OptionText.h"
 #include "settings/SettingsCatalogue.h"
-#include "ui/Form.h"
-#include "ui/MessageBoxes.h"
-#include "util/StatusWriter.h"
+#include "ui/form/Form.h"
 
 namespace corvane {
 

@@ -1,6 +1,6 @@
 #include "settings/cSimuIniFile.h"
 
-#include "util/Conversions.h"
+#include "seams/Conversions.h"
 #include "util/RuntimeError.h"
 #include "util/Text.h"
 

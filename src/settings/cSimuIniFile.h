@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string>
 
-#include "settings/Registry.h"
+#include "seams/Registry.h"
 
 namespace corvane {
 

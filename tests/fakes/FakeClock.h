@@ -3,7 +3,7 @@
 #include <functional>
 #include <vector>
 
-#include "util/Clock.h"
+#include "seams/Clock.h"
 
 namespace corvane::test {
 

@@ -8,10 +8,10 @@
 #include <utility>
 #include <vector>
 
-#include "settings/IniFiles.h"
-#include "util/FileSystem.h"
+#include "seams/FileSystem.h"
+#include "seams/IniFiles.h"
+#include "seams/Shell.h"
 #include "util/RuntimeError.h"
-#include "util/Shell.h"
 
 namespace corvane::test {
 

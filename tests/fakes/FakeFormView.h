@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "ui/Form.h"
+#include "ui/form/Form.h"
 
 namespace corvane::test {
 

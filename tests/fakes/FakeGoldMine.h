@@ -9,7 +9,7 @@
 #include <utility>
 #include <vector>
 
-#include "gmapi/GoldMine.h"
+#include "seams/GoldMine.h"
 #include "util/RuntimeError.h"
 
 namespace corvane::test {

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "util/HtmlDocument.h"
+#include "seams/HtmlDocument.h"
 
 namespace corvane::test {
 

@@ -9,7 +9,7 @@
 #include <utility>
 #include <vector>
 
-#include "ui/MessageBoxes.h"
+#include "seams/MessageBoxes.h"
 
 namespace corvane::test {
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "util/Processes.h"
+#include "seams/Processes.h"
 
 namespace corvane::test {
 

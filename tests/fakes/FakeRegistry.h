@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "settings/Registry.h"
+#include "seams/Registry.h"
 #include "util/RuntimeError.h"
 
 namespace corvane::test {

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "util/StatusWriter.h"
+#include "seams/StatusWriter.h"
 
 namespace corvane::test {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "gmapi/XPathReader.h"
+#include "seams/XPathReader.h"
 
 namespace corvane::test {
 

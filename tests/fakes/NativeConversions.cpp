@@ -9,8 +9,8 @@
 #include <optional>
 #include <string>
 
-#include "util/Clock.h"
-#include "util/Conversions.h"
+#include "seams/Clock.h"
+#include "seams/Conversions.h"
 #include "util/RuntimeError.h"
 #include "util/Text.h"
 

@@ -3,7 +3,7 @@
 // MSXML wants a COM apartment on the thread that reads replies.
 #ifdef _WIN32
 
-#include "platform/ComApartment.h"
+#include "platform/kit/ComApartment.h"
 
 namespace corvane::test {
 using TestApartment = ComApartment;

@@ -3,7 +3,7 @@
 // The XPath reader for tests of the logic: the program's own on Windows, libxml2's elsewhere.
 #ifdef _WIN32
 
-#include "gmapi/MsxmlXPathReader.h"
+#include "platform/MsxmlXPathReader.h"
 
 namespace corvane::test {
 using TestXPathReader = MsxmlXPathReader;

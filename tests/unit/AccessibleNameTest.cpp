@@ -1,4 +1,4 @@
-#include "ui/AccessibleName.h"
+#include "ui/form/AccessibleName.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "platform/BuiltInHtmlDocument.h"
+#include "util/BuiltInHtmlDocument.h"
 
 #include <gtest/gtest.h>
 

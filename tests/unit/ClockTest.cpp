@@ -1,4 +1,4 @@
-#include "util/Clock.h"
+#include "seams/Clock.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "ui/ControlCatalogue.h"
+#include "ui/form/ControlCatalogue.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "util/Conversions.h"
+#include "seams/Conversions.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "ui/EnablingRules.h"
+#include "ui/form/EnablingRules.h"
 
 #include <gtest/gtest.h>
 
@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "fakes/FakeFormView.h"
-#include "ui/Form.h"
+#include "ui/form/Form.h"
 
 namespace corvane::test {
 namespace {

@@ -1,4 +1,4 @@
-#include "app/ErrorReport.h"
+#include "util/ErrorReport.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "settings/FieldChecks.h"
+#include "ui/form/FieldChecks.h"
 
 #include <gtest/gtest.h>
 

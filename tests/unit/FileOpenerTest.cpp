@@ -4,7 +4,7 @@
 
 #include "fakes/FakeFiles.h"
 #include "fakes/FakeMessageBoxes.h"
-#include "ui/Form.h"
+#include "ui/form/Form.h"
 
 namespace corvane::test {
 namespace {

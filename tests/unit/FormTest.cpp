@@ -1,4 +1,4 @@
-#include "ui/Form.h"
+#include "ui/form/Form.h"
 
 #include <gtest/gtest.h>
 

@@ -17,7 +17,7 @@
 #include "gmapi/Records.h"
 #include "gmapi/WindowCommands.h"
 #include "TestErrors.h"
-#include "ui/Form.h"
+#include "ui/form/Form.h"
 #include "util/RuntimeError.h"
 
 namespace corvane::test {

@@ -6,7 +6,7 @@
 #include "fakes/FakeProcesses.h"
 #include "fakes/FakeStatusWriter.h"
 #include "TestErrors.h"
-#include "ui/Form.h"
+#include "ui/form/Form.h"
 
 namespace corvane::test {
 namespace {

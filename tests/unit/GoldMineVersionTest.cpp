@@ -3,7 +3,7 @@
 #include "dialing/GoldMineIniSetup.h"
 #include "fakes/FakeFiles.h"
 #include "GoldMineFixture.h"
-#include "ui/EnablingRules.h"
+#include "ui/form/EnablingRules.h"
 
 namespace corvane::test {
 namespace {

@@ -6,7 +6,7 @@
 #include "fakes/FakeHtmlDocument.h"
 #include "gmapi/Envelope.h"
 #include "GoldMineFixture.h"
-#include "platform/BuiltInHtmlDocument.h"
+#include "util/BuiltInHtmlDocument.h"
 
 namespace corvane::test {
 namespace {

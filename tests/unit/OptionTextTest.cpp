@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "TestErrors.h"
-#include "ui/Form.h"
+#include "ui/form/Form.h"
 
 namespace corvane::test {
 namespace {

@@ -9,8 +9,8 @@
 #include "fakes/FakeStatusWriter.h"
 #include "settings/OptionText.h"
 #include "settings/Settings.h"
-#include "ui/EnablingRules.h"
-#include "ui/Form.h"
+#include "ui/form/EnablingRules.h"
+#include "ui/form/Form.h"
 
 namespace corvane::test {
 

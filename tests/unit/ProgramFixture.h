@@ -8,7 +8,6 @@
 #include <utility>
 
 #include "app/CallParameters.h"
-#include "app/ErrorReport.h"
 #include "app/Shutdown.h"
 #include "app/StartUp.h"
 #include "app/Status.h"
@@ -39,11 +38,12 @@
 #include "gmapi/Macro.h"
 #include "gmapi/Records.h"
 #include "gmapi/WindowCommands.h"
-#include "settings/FieldChecks.h"
 #include "settings/SettingQuestions.h"
 #include "settings/Settings.h"
-#include "ui/EnablingRules.h"
-#include "ui/Form.h"
+#include "ui/form/EnablingRules.h"
+#include "ui/form/FieldChecks.h"
+#include "ui/form/Form.h"
+#include "util/ErrorReport.h"
 #include "util/ProgramInfo.h"
 
 namespace corvane::test {

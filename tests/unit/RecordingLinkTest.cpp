@@ -9,7 +9,7 @@
 #include "fakes/FakeMessageBoxes.h"
 #include "fakes/FakeStatusWriter.h"
 #include "TestErrors.h"
-#include "ui/Form.h"
+#include "ui/form/Form.h"
 
 namespace corvane::test {
 namespace {

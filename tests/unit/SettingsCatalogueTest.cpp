@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "OptionsTable.h"
-#include "ui/ControlCatalogue.h"
+#include "ui/form/ControlCatalogue.h"
 
 namespace corvane::test {
 namespace {

@@ -5,7 +5,7 @@
 #include "fakes/FakeFiles.h"
 #include "fakes/FakeMessageBoxes.h"
 #include "fakes/FakeRegistry.h"
-#include "ui/Form.h"
+#include "ui/form/Form.h"
 #include "util/ProgramInfo.h"
 
 namespace corvane::test {

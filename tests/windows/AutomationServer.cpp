@@ -5,9 +5,9 @@
 #include <array>
 #include <memory>
 
-#include "gmapi/GoldMineTypeLibrary.h"
-#include "platform/Bstr.h"
-#include "platform/ComObject.h"
+#include "platform/goldmine/GoldMineTypeLibrary.h"
+#include "platform/kit/Bstr.h"
+#include "platform/kit/ComObject.h"
 #include "windows/InterfaceKeeper.h"
 #include "windows/PumpUntil.h"
 

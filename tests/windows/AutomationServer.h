@@ -9,7 +9,7 @@
 #include <thread>
 #include <vector>
 
-#include "util/Windows.h"
+#include "platform/kit/Windows.h"
 
 #include <oaidl.h>
 #include <ocidl.h>

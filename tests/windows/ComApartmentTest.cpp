@@ -1,4 +1,4 @@
-#include "platform/ComApartment.h"
+#include "platform/kit/ComApartment.h"
 
 #include <gtest/gtest.h>
 

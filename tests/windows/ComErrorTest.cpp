@@ -1,4 +1,4 @@
-#include "platform/ComError.h"
+#include "platform/kit/ComError.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "gmapi/GoldMineAutomation.h"
+#include "platform/goldmine/GoldMineAutomation.h"
 
 #include <gtest/gtest.h>
 
@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/ComApartment.h"
+#include "platform/kit/ComApartment.h"
 #include "platform/SystemClock.h"
 #include "unit/TestErrors.h"
 #include "util/RuntimeError.h"

@@ -1,8 +1,8 @@
-#include "gmapi/GoldMineTypeLibrary.h"
+#include "platform/goldmine/GoldMineTypeLibrary.h"
 
 #include <gtest/gtest.h>
 
-#include "platform/ComApartment.h"
+#include "platform/kit/ComApartment.h"
 #include "unit/TestErrors.h"
 #include "windows/AutomationServer.h"
 #include "windows/RegistrySandbox.h"

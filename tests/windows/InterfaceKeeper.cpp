@@ -7,8 +7,8 @@
 #include <future>
 #include <thread>
 
-#include "gmapi/GoldMineTypeLibrary.h"
-#include "platform/ComObject.h"
+#include "platform/goldmine/GoldMineTypeLibrary.h"
+#include "platform/kit/ComObject.h"
 #include "windows/AutomationServer.h"
 
 #include <objidl.h>

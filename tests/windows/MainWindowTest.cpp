@@ -1,8 +1,8 @@
 #include "windows/MainWindowTest.h"
 
 #include "platform/SystemClock.h"
-#include "ui/Dpi.h"
-#include "ui/EnablingRules.h"
+#include "ui/form/EnablingRules.h"
+#include "ui/window/Dpi.h"
 
 namespace corvane::test {
 namespace {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/MainWindow.h"
+#include "ui/window/MainWindow.h"
 
 #include <gtest/gtest.h>
 
@@ -10,8 +10,8 @@
 #include <string>
 #include <vector>
 
-#include "ui/Form.h"
-#include "ui/FormActions.h"
+#include "ui/form/Form.h"
+#include "ui/form/FormActions.h"
 #include "windows/NativeWindow.h"
 #include "windows/PumpUntil.h"
 

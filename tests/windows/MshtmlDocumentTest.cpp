@@ -8,11 +8,11 @@
 #include <string>
 #include <vector>
 
-#include "platform/BuiltInHtmlDocument.h"
-#include "platform/ComApartment.h"
-#include "platform/ComError.h"
-#include "platform/ComObject.h"
+#include "platform/kit/ComApartment.h"
+#include "platform/kit/ComError.h"
+#include "platform/kit/ComObject.h"
 #include "unit/TestErrors.h"
+#include "util/BuiltInHtmlDocument.h"
 #include "util/RuntimeError.h"
 
 namespace corvane::test {

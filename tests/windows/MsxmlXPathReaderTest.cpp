@@ -1,10 +1,10 @@
-#include "gmapi/MsxmlXPathReader.h"
+#include "platform/MsxmlXPathReader.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
 
-#include "platform/ComApartment.h"
+#include "platform/kit/ComApartment.h"
 #include "util/RuntimeError.h"
 
 namespace corvane::test {

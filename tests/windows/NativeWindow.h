@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "util/Windows.h"
+#include "platform/kit/Windows.h"
 
 namespace corvane::test {
 

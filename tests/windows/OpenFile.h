@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "util/Windows.h"
+#include "platform/kit/Windows.h"
 
 namespace corvane::test {
 

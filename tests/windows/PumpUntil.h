@@ -1,6 +1,6 @@
 #pragma once
 
-#include "util/Windows.h"
+#include "platform/kit/Windows.h"
 
 namespace corvane::test {
 

@@ -5,7 +5,7 @@
 #include <atomic>
 #include <string>
 
-#include "util/Windows.h"
+#include "platform/kit/Windows.h"
 
 namespace corvane::test {
 

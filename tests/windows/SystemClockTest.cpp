@@ -6,7 +6,7 @@
 #include <functional>
 #include <vector>
 
-#include "util/Windows.h"
+#include "platform/kit/Windows.h"
 
 #include <oleauto.h>
 

@@ -1,4 +1,4 @@
-#include "ui/SystemMessageBoxes.h"
+#include "platform/SystemMessageBoxes.h"
 
 #include <gtest/gtest.h>
 

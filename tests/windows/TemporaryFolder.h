@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "util/Windows.h"
+#include "platform/kit/Windows.h"
 
 namespace corvane::test {
 

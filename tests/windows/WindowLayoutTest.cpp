@@ -1,7 +1,7 @@
 #include <algorithm>
 
-#include "ui/ControlWindows.h"
-#include "ui/Dpi.h"
+#include "ui/window/ControlWindows.h"
+#include "ui/window/Dpi.h"
 #include "windows/MainWindowTest.h"
 
 namespace corvane::test {

@@ -1,8 +1,8 @@
 #include <map>
 #include <set>
 
-#include "platform/ComApartment.h"
-#include "platform/ComObject.h"
+#include "platform/kit/ComApartment.h"
+#include "platform/kit/ComObject.h"
 #include "windows/MainWindowTest.h"
 
 #include <oleacc.h>

@@ -6,9 +6,9 @@
 #include <memory>
 #include <string>
 
-#include "ui/Form.h"
-#include "ui/FormActions.h"
-#include "ui/MainWindow.h"
+#include "ui/form/Form.h"
+#include "ui/form/FormActions.h"
+#include "ui/window/MainWindow.h"
 #include "windows/NativeWindow.h"
 #include "windows/PumpUntil.h"
 

@@ -6,9 +6,9 @@
 #include <memory>
 #include <string>
 
+#include "platform/kit/Windows.h"
 #include "platform/RunningProgram.h"
 #include "util/Text.h"
-#include "util/Windows.h"
 #include "windows/PumpUntil.h"
 #include "windows/TemporaryFolder.h"
 

@@ -4,8 +4,8 @@
 
 #include <string>
 
+#include "platform/kit/Windows.h"
 #include "platform/RunningProgram.h"
-#include "util/Windows.h"
 
 namespace corvane::test {
 namespace {

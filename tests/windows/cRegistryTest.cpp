@@ -1,4 +1,4 @@
-#include "settings/cRegistry.h"
+#include "platform/cRegistry.h"
 
 #include <gtest/gtest.h>
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "settings/cRegistry.h"
+#include "platform/cRegistry.h"
 #include "unit/TestErrors.h"
 #include "util/RuntimeError.h"
 #include "windows/RegistrySandbox.h"

@@ -6,10 +6,10 @@
 #include <string>
 #include <thread>
 
+#include "platform/kit/Windows.h"
 #include "platform/RunningProgram.h"
+#include "seams/Clock.h"
 #include "unit/TestErrors.h"
-#include "util/Clock.h"
-#include "util/Windows.h"
 #include "windows/OpenFile.h"
 #include "windows/TemporaryFolder.h"
 

@@ -1,4 +1,4 @@
-#include "settings/modIniFile.h"
+#include "platform/modIniFile.h"
 
 #include <gtest/gtest.h>
 

@@ -1,0 +1,82 @@
+#!/usr/bin/env bash
+# Fails when a file includes what its folder may not:
+#   - an include of the program that runs upwards in the house, or against the order on a floor;
+#   - a header of Windows or COM outside of platform/, ui/window/ and app/main.cpp;
+#   - the practice GoldMine and the program sharing a file; a test from outside that knows either.
+set -euo pipefail
+# shellcheck source=scripts/common.sh
+. "$(dirname "$0")/common.sh"
+cd "$top"
+
+# Each folder of src/ and those that it may include; docs/architecture.md draws this.
+allowed='
+seams:
+util: seams
+platform: seams util
+ui/form: seams util
+ui/window: seams util platform ui/form
+settings: seams util ui/form
+gmapi: seams util ui/form
+dialing: seams util ui/form gmapi
+calls: seams util ui/form gmapi dialing
+environment: seams util ui/form settings gmapi dialing
+app: seams util ui/form settings gmapi dialing calls environment
+app/main.cpp: seams util ui/form settings gmapi dialing calls environment app platform ui/window
+'
+
+# room <file below src/>: the folder whose rules it follows.
+room() {
+    case $1 in
+    app/main.cpp) echo app/main.cpp ;;
+    ui/*) cut -d/ -f1,2 <<<"$1" ;;
+    *) cut -d/ -f1 <<<"$1" ;;
+    esac
+}
+
+wrong=0
+complain() {
+    printf '%s includes %s: %s\n' "$1" "$2" "$3" >&2
+    wrong=1
+}
+
+# includes <folder...>: "file<TAB>header", the header as it stands between <> or "".
+includes() {
+    grep -rnoE --include='*.h' --include='*.cpp' '^#include [<"][^>"]+[>"]' "$@" |
+        sed -E 's/^([^:]*):[0-9]*:#include /\1\t/'
+}
+
+while IFS=$'\t' read -r file header; do
+    from=$(room "${file#src/}")
+    may=$(sed -n "s|^$from: *||p" <<<"$allowed")
+    grep -q "^$from:" <<<"$allowed" || complain "$file" "$header" "the folder has no rule"
+    case $header in
+    '<'*.h*'>')
+        # C++ headers have no ending; everything else in angle brackets is the system's.
+        [[ " app/main.cpp platform ui/window " == *" $from "* ]] ||
+            complain "$file" "$header" "only platform/, ui/window/ and app/main.cpp know Windows"
+        ;;
+    '"Version.h"' | '"resources/'*) ;;
+    '"'*)
+        header=${header//\"/}
+        to=$(room "$header")
+        [ "$to" = "${from%/main.cpp}" ] || [[ " $may " == *" $to "* ]] ||
+            complain "$file" "$header" "$from may include no $to"
+        ;;
+    esac
+done < <(includes src)
+
+while IFS=$'\t' read -r file header; do
+    header=${header//\"/}
+    [ ! -f "src/$header" ] || complain "$file" "$header" "nothing of src/ belongs here"
+    [[ $file == standin/* ]] || [ -z "$(find standin -path "standin/$header")" ] ||
+        [ -f "$(dirname "$file")/$header" ] || [ -f "tests/$header" ] ||
+        complain "$file" "$header" "nothing of standin/ belongs here"
+done < <(includes standin tests/end_to_end tests/standin tests/support tests/tools | grep '"')
+
+while IFS=$'\t' read -r file header; do
+    header=${header//\"/}
+    [ ! -f "standin/$header" ] || [ -f "src/$header" ] || [ -f "tests/$header" ] ||
+        complain "$file" "$header" "the program and its tests know no file of standin/"
+done < <(includes src tests/unit tests/windows | grep '"')
+
+exit "$wrong"

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "seams/XPathReader.h"
+
+namespace corvane {
+
+// MSXML's DOM with XPath. A fresh document per call: replies are read once.
+class MsxmlXPathReader final : public XPathReader {
+public:
+    [[nodiscard]] std::wstring SelectNode(const std::wstring& reply, const std::wstring& expression,
+                                          NodeForm form) const override;
+};
+
+}  // namespace corvane

@@ -1,0 +1,91 @@
+#include "platform/goldmine/WindowUpDownSink.h"
+
+#include "platform/kit/Bstr.h"
+#include "platform/kit/ComError.h"
+#include "platform/kit/ComObject.h"
+
+namespace corvane {
+
+namespace {
+
+using Microsoft::WRL::ComPtr;
+
+// The receiving end: decodes the event's arguments and calls the handler.
+class Sink final : public ComObject<IDispatch> {
+public:
+    Sink(const IID& eventInterface, DISPID windowUpDown, WindowUpDownHandler handler)
+        : eventInterface_(eventInterface),
+          windowUpDown_(windowUpDown),
+          handler_(std::move(handler)) {}
+
+    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
+        if (!count)
+            return E_POINTER;
+        *count = 0;
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
+        return E_NOTIMPL;
+    }
+    HRESULT STDMETHODCALLTYPE Invoke(DISPID member, REFIID, LCID, WORD, DISPPARAMS* parameters,
+                                     VARIANT*, EXCEPINFO*, UINT*) override {
+        if (member != windowUpDown_)
+            return S_OK;
+        constexpr UINT argumentCount = 3;
+        if (!parameters || parameters->cArgs < argumentCount)
+            return DISP_E_BADPARAMCOUNT;
+        // The handler may end the subscription, and with it the last other reference.
+        const ComPtr<IDispatch> alive(this);
+        // No exception may cross the COM border; the handler reports its own errors.
+        try {
+            // Arguments arrive in reverse order.
+            VARIANT* last = parameters->rgvarg + parameters->cArgs - 1;
+            Variant name;
+            Variant up;
+            Variant handle;
+            ThrowIfFailed(VariantChangeType(name.get(), last, 0, VT_BSTR));
+            ThrowIfFailed(VariantChangeType(up.get(), last - 1, 0, VT_BOOL));
+            // A handle has 32 significant bits, in whatever type it comes.
+            ThrowIfFailed(VariantChangeType(handle.get(), last - 2, 0, VT_I8));
+            const std::wstring windowName(name->bstrVal ? name->bstrVal : L"",
+                                          SysStringLen(name->bstrVal));
+            handler_(windowName, up->boolVal != VARIANT_FALSE,
+                     static_cast<std::int32_t>(handle->llVal));
+            return S_OK;
+        } catch (const RuntimeError&) {
+            return DISP_E_TYPEMISMATCH;
+        } catch (...) {
+            return E_FAIL;
+        }
+    }
+
+private:
+    [[nodiscard]] bool Answers(REFIID id) const override {
+        return ComObject::Answers(id) || IsEqualIID(id, eventInterface_);
+    }
+
+    IID eventInterface_;
+    DISPID windowUpDown_;
+    WindowUpDownHandler handler_;
+};
+
+}  // namespace
+
+WindowUpDownSubscription::WindowUpDownSubscription(IUnknown& source, const IID& eventInterface,
+                                                   DISPID windowUpDown,
+                                                   WindowUpDownHandler handler) {
+    ComPtr<IConnectionPointContainer> container;
+    ThrowIfFailed(source.QueryInterface(__uuidof(IConnectionPointContainer),
+                                        reinterpret_cast<void**>(container.GetAddressOf())));
+    ThrowIfFailed(container->FindConnectionPoint(eventInterface, connectionPoint_.GetAddressOf()));
+    const auto sink = MakeComObject<Sink>(eventInterface, windowUpDown, std::move(handler));
+    ThrowIfFailed(connectionPoint_->Advise(sink.Get(), &cookie_));
+}
+
+WindowUpDownSubscription::~WindowUpDownSubscription() {
+    // A server that died cannot be told; nothing is lost by that.
+    connectionPoint_->Unadvise(cookie_);
+}
+
+}  // namespace corvane

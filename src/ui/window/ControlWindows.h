@@ -1,0 +1,76 @@
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "platform/kit/Windows.h"
+#include "ui/form/Form.h"
+#include "ui/window/LogBox.h"
+
+namespace corvane {
+
+// The native control of each control of the form: created from the control catalogue, placed for a
+// resolution, and shown in the state that the form has.
+class ControlWindows {
+public:
+    ControlWindows(const Form& form, HINSTANCE instance);
+
+    // Registers the class of frames; what their controls tell goes to the window's root. The
+    // resolution is in dots per inch. The controls come up in the state that the form has.
+    void Create(HWND window, UINT dpi);
+
+    // Places and fonts for another resolution, in dots per inch.
+    void Layout(UINT dpi);
+
+    void Show(const Control& control, ControlAspect aspect);
+
+    // The parameters area is there only while the window is wide.
+    void ShowParams(bool shown);
+
+    [[nodiscard]] HWND of(const Control& control) const { return windows_[control.row()]; }
+    [[nodiscard]] Control* FindById(int controlId) const;
+    [[nodiscard]] static std::wstring TextOf(HWND window);
+
+    // An option button is just getting the focus; Windows tells that as a click.
+    [[nodiscard]] bool focusArrives() const { return focusArrives_; }
+
+private:
+    struct DeleteGdiObject {
+        void operator()(HGDIOBJ object) const { DeleteObject(object); }
+    };
+    using UniqueFont = std::unique_ptr<std::remove_pointer_t<HFONT>, DeleteGdiObject>;
+
+    static LRESULT CALLBACK FrameProcedure(HWND frame, UINT message, WPARAM wParam, LPARAM lParam);
+    static LRESULT CALLBACK OptionProcedure(HWND option, UINT message, WPARAM wParam, LPARAM lParam,
+                                            UINT_PTR id, DWORD_PTR self);
+    void CreateControl(const Control& control);
+    void AddTabs(const TabStrip& strip);
+    void ShowTooltip(const Control& control);
+    void NameForScreenReaders() const;
+    void TakeFont();
+    void PlaceControl(const Control& control);
+    void CutOutPages();
+    void CutOutPage(const Control& strip, const Control& page);
+    void ShowText(const Control& control);
+    void ShowValue(const Control& control) const;
+    void MarkTabStop(const OptionButton& option) const;
+    void MarkTabStops(const Control& changed) const;
+    [[nodiscard]] int Pixels(int twips) const;
+    [[nodiscard]] RECT Pixels(const Place& place) const;
+    [[nodiscard]] bool IsShown(const Control& control) const;
+    [[nodiscard]] bool IsInParamsArea(const Control& control) const;
+
+    const Form& form_;
+    HINSTANCE instance_;
+    HWND window_ = nullptr;
+    HWND tooltips_ = nullptr;
+    UINT dpi_ = 96;
+    UniqueFont font_;
+    bool paramsShown_ = false;
+    bool focusArrives_ = false;
+    LogBox status_;
+    std::vector<HWND> windows_;  // in the order of the catalogue
+    std::vector<HWND> borders_;  // the group box of a frame with a border
+};
+
+}  // namespace corvane

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "platform/kit/Windows.h"
+#include "ui/form/Form.h"
+
+namespace corvane {
+
+// Shows a text box that only ever grows at its end. Lines are shown and painted as they come, so
+// that a call can be watched. Showing costs more the longer the text is; so that a flood of lines
+// costs no more per line at its end than at its beginning, showing takes a small share of the time
+// at most, and the lines between two showings are shown together. Whoever reads the native box gets
+// all of it.
+class LogBox {
+public:
+    explicit LogBox(const TextBox& model) : model_(model) {}
+    LogBox(const LogBox&) = delete;
+    LogBox& operator=(const LogBox&) = delete;
+
+    // The native box must not outlive this.
+    void Attach(HWND native);
+
+    // The model's text anew.
+    void ShowText();
+    // What was appended to the model's text.
+    void ShowAppended();
+
+private:
+    static LRESULT CALLBACK Procedure(HWND native, UINT message, WPARAM wParam, LPARAM lParam,
+                                      UINT_PTR id, DWORD_PTR self);
+    void Flush();
+
+    const TextBox& model_;
+    HWND native_ = nullptr;
+    std::size_t shown_ = 0;   // characters of the model's text that the native box holds
+    LONGLONG nextFlush_ = 0;  // not before; of QueryPerformanceCounter
+    bool timerRuns_ = false;
+    bool busy_ = false;  // the messages come from here
+};
+
+}  // namespace corvane

@@ -1,0 +1,85 @@
+#pragma once
+
+#include <string>
+
+#include "platform/kit/Windows.h"
+#include "ui/form/Form.h"
+#include "ui/window/ControlWindows.h"
+
+namespace corvane {
+
+class FormActions;
+
+// The form in a native window. It is created when the form is shown for the first time, so that a
+// run for 3CX pays for no window.
+class MainWindow final : public FormView {
+public:
+    MainWindow(Form& form, FormActions& actions, HINSTANCE instance);
+    ~MainWindow() override;
+    MainWindow(const MainWindow&) = delete;
+    MainWindow& operator=(const MainWindow&) = delete;
+
+    // Nothing until the form was shown, and again after the window was closed.
+    [[nodiscard]] HWND handle() const { return window_; }
+
+    // Serves messages until the window has gone.
+    void RunMessageLoop();
+
+    // What the keyboard does in the window as a whole; true when the message is done with. Every
+    // loop that serves the window's messages asks it first.
+    bool TranslateKey(MSG& message);
+
+    // Asks to close, as the close box does.
+    void Close();
+
+    void OnControlChanged(const Control& control, ControlAspect aspect) override;
+    void OnWindowChanged() override;
+    void OnFocusRequested(const Control& control) override;
+    [[nodiscard]] bool FinishEntry() override { return LeaveBox(); }
+
+private:
+    static LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM wParam,
+                                            LPARAM lParam);
+    LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
+    void OnCommand(int controlId, int notification);
+    void OnClick(Control& control);
+    void OnTextBox(TextBox& box, int notification);
+    void Enter(TextBox& box);
+    void EnterFocused();
+    void OnFocusSettled();
+    [[nodiscard]] bool LeaveBox();
+    void OnTabSelected(HWND strip);
+    // Keys that belong to the window as a whole; false leaves the message to the dialog keyboard.
+    bool OnKey(const MSG& message);
+    bool OnControlKey(const MSG& message);
+    bool OnArrow(const MSG& message);
+    bool OnKeyInManyLines(const MSG& message);
+    void StepThroughTabs(HWND focused, int step);
+    void KeepFocusUsable(const Control& changed, HWND before);
+    [[nodiscard]] TabStrip& StripBeside(HWND native) const;
+    bool CloseIfAllowed();
+    void OnActivate(bool active);
+    [[nodiscard]] LRESULT DefaultButton() const;
+    void OnDpiChanged(UINT dpi, const RECT& suggested);
+
+    void Create();
+    void Size();
+    void CentreOnMonitor();
+
+    Form& form_;
+    FormActions& actions_;
+    HINSTANCE instance_;
+    HWND window_ = nullptr;
+    UINT dpi_ = 96;
+    ControlWindows controls_;
+    HWND lastFocus_ = nullptr;    // comes back when the window becomes active again
+    TextBox* entered_ = nullptr;  // the box the user is in, or whose check is still to be done
+    std::wstring textOnEntry_;    // what it held then
+    bool leaving_ = false;        // its check runs: the focus moves of its boxes are no leaving
+    const Control* typedInto_ = nullptr;
+    bool askedToClose_ = false;  // the actions are being asked
+    bool closeWaits_ = false;    // for the user's answer to a message box
+    bool showing_ = false;       // the form is being shown: what the controls tell is no input
+};
+
+}  // namespace corvane

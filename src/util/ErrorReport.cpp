@@ -1,0 +1,55 @@
+#include "util/ErrorReport.h"
+
+#include <algorithm>
+#include <exception>
+#include <new>
+
+#include "seams/MessageBoxes.h"
+#include "seams/StatusWriter.h"
+#include "util/Text.h"
+
+namespace corvane {
+
+void ErrorReport::Report(const RuntimeError& error) {
+    try {
+        WriteLine(error);
+    } catch (...) {
+        // The box comes even where no line can be written.
+    }
+    boxes_.Notify(RuntimeErrorText(error), BoxIcon::Critical);
+}
+
+void ErrorReport::WriteLine(const RuntimeError& error) {
+    std::wstring line = ReplaceAll(RuntimeErrorText(error), lineBreak, L" ");
+    // GoldMine's own descriptions may break lines in other ways.
+    std::replace_if(
+        line.begin(), line.end(), [](wchar_t each) { return each == L'\r' || each == L'\n'; },
+        L' ');
+    status_.WriteStatus(line, LogMode::Forced);
+}
+
+RuntimeError ErrorReport::CurrentError() {
+    try {
+        throw;
+    } catch (const RuntimeError& error) {
+        return error;
+    } catch (const std::bad_alloc&) {
+        return MakeRuntimeError(ErrorNumber::OutOfMemory);
+    } catch (const std::exception& exception) {
+        RuntimeError error = MakeRuntimeError(ErrorNumber::InvalidProcedureCall);
+        for (const char* each = exception.what(); *each; ++each) {
+            error.source += static_cast<wchar_t>(static_cast<unsigned char>(*each));
+        }
+        return error;
+    }
+}
+
+void ErrorReport::ReportCurrentException() noexcept {
+    try {
+        Report(CurrentError());
+    } catch (...) {
+        // Nothing is left that could be said: reporting itself failed.
+    }
+}
+
+}  // namespace corvane
