@@ -27,7 +27,7 @@ UserActions::UserActions(const Parts& parts) : parts_(parts) {
     // The outcome is told by the procedure itself; the window stays either way.
     form.cmdSaveSettings.onClick = [this] { static_cast<void>(parts_.settings.SaveSettings()); };
     form.cmdProcessCall.onClick = [this] { ProcessCallByHand(); };
-    form.cmdExit.onClick = [this] { CloseWindow(); };
+    form.cmdExit.onClick = [&form] { form.Close(); };
     form.cmdOpenUserINI.onClick = [this] { parts_.fileOpener.OpenUserINI(); };
     form.cmdOpenGMINI.onClick = [this] { parts_.fileOpener.OpenGMINI(); };
     form.cmdOpenLog.onClick = [this] { parts_.fileOpener.OpenLog(); };
@@ -44,7 +44,7 @@ void UserActions::ButtonClicked(CommandButton& button) {
 void UserActions::CheckBoxClicked(CheckBox& box) {
     parts_.errors.Guard([&] {
         if (&box == &parts_.form.chkGlobalEnable) {
-            parts_.questions.ClickGlobalEnable([this] { CloseWindow(); });
+            parts_.questions.ClickGlobalEnable();
         } else if (&box == &parts_.form.chkSearchInAddlContacts) {
             parts_.questions.ClickSearchInAddlContacts();
         } else {
@@ -91,7 +91,7 @@ bool UserActions::MayClose() {
 
 void UserActions::CallProcessed() {
     if (std::exchange(closeAfterCall_, false))
-        CloseWindow();
+        parts_.form.Close();
 }
 
 void UserActions::ProcessCallByHand() {
@@ -104,11 +104,6 @@ void UserActions::ProcessCallByHand() {
     }
     parts_.form.txtStatus.setText(L"");
     parts_.dispatcher.ProcessCall();
-}
-
-void UserActions::CloseWindow() {
-    if (closeWindow_)
-        closeWindow_();
 }
 
 }  // namespace corvane

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <functional>
-
 #include "ui/form/FormActions.h"
 
 namespace corvane {
@@ -45,11 +43,6 @@ public:
 
     explicit UserActions(const Parts& parts);
 
-    // How the window is closed; set by whoever owns it.
-    void setCloseWindow(std::function<void()> closeWindow) {
-        closeWindow_ = std::move(closeWindow);
-    }
-
     void ButtonClicked(CommandButton& button) override;
     void CheckBoxClicked(CheckBox& box) override;
     void OptionClicked(OptionButton& option) override;
@@ -62,10 +55,8 @@ public:
 
 private:
     void ProcessCallByHand();
-    void CloseWindow();
 
     Parts parts_;
-    std::function<void()> closeWindow_;
     bool closeAfterCall_ = false;
 };
 

@@ -60,15 +60,14 @@ struct Program {
             });
         windows.setCallDialogHandler(
             [this](std::int32_t windowHandle) { dispatcher.FillInCallDialog(windowHandle); });
-        boxes.setOwner([this] { return window.handle(); });
-        actions.setCloseWindow([this] { window.Close(); });
-        clock.setTranslator([this](MSG& message) { return window.TranslateKey(message); });
+        window.Attach(form, actions);
         dispatcher.setAfterCall([this] { actions.CallProcessed(); });
     }
     ~Program() {
         // GoldMine's last event must find nobody rather than what is being taken down.
         goldMine.setWindowUpDownHandler(nullptr);
         goldMine.Release();
+        window.Detach();
     }
     Program(const Program&) = delete;
     Program& operator=(const Program&) = delete;
@@ -88,17 +87,18 @@ struct Program {
     ProgramInfo info = RunningProgramInfo(versionMajor, versionMinor, versionRevision);
     ComApartment apartment;
 
+    MainWindow window{instance};
     cRegistry registry;
     modIniFile iniFiles;
     modFile files;
     WindowsShell shell;
     WindowsProcesses processes;
-    SystemClock clock;
-    SystemMessageBoxes boxes;
+    SystemClock clock{&window};
+    SystemMessageBoxes boxes{&window};
     MsxmlXPathReader xpath;
     GoldMineAutomation goldMine;
 
-    Form form;
+    Form form{&window};
     EnablingRules rules{form};
     Status status{form, info, registry, files, shell, clock};
     ErrorReport errors{status, boxes};
@@ -133,7 +133,6 @@ struct Program {
     UserActions actions{{form, settings, questions, fieldChecks, rules, parameters, dispatcher,
                          recordingLink, goldMineProcess, gmui, threeCX, fileOpener, shutdown, boxes,
                          errors}};
-    MainWindow window{form, actions, instance};
 };
 
 }  // namespace

@@ -28,7 +28,7 @@ void SystemClock::PumpEvents() {
             PostQuitMessage(static_cast<int>(message.wParam));
             return;
         }
-        if (translator_ && translator_(message))
+        if (window_ && window_->TranslateKey(message))
             continue;
         TranslateMessage(&message);
         DispatchMessageW(&message);

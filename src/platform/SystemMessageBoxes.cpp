@@ -33,7 +33,7 @@ UINT StyleOf(BoxIcon icon) {
 }  // namespace
 
 BoxAnswer SystemMessageBoxes::Show(std::wstring_view text, BoxButtons buttons, BoxIcon icon) {
-    const HWND owner = owner_ ? owner_() : nullptr;
+    const HWND owner = window_ ? window_->handle() : nullptr;
     // The user may be in another program, on the phone: the box must not hide behind it. Windows
     // may refuse the foreground to a program without a window; it cannot refuse the topmost place.
     const UINT place = MB_SETFOREGROUND | (owner ? 0U : MB_SYSTEMMODAL);

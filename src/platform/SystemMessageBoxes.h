@@ -1,21 +1,18 @@
 #pragma once
 
-#include <functional>
-
-#include "platform/kit/Windows.h"
+#include "platform/kit/ProgramWindow.h"
 #include "seams/MessageBoxes.h"
 
 namespace corvane {
 
-// The system's message box.
+// The system's message box, before the program's window while that is shown.
 class SystemMessageBoxes final : public MessageBoxes {
 public:
-    // The main window while it is shown, else nothing.
-    void setOwner(std::function<HWND()> owner) { owner_ = std::move(owner); }
+    explicit SystemMessageBoxes(const ProgramWindow* window = nullptr) : window_(window) {}
     BoxAnswer Show(std::wstring_view text, BoxButtons buttons, BoxIcon icon) override;
 
 private:
-    std::function<HWND()> owner_;
+    const ProgramWindow* window_;
 };
 
 }  // namespace corvane

@@ -9,7 +9,7 @@ namespace corvane {
 SettingQuestions::SettingQuestions(Form& form, Settings& settings, MessageBoxes& boxes)
     : form_(form), settings_(settings), boxes_(boxes) {}
 
-void SettingQuestions::ClickGlobalEnable(const std::function<void()>& closeProgram) {
+void SettingQuestions::ClickGlobalEnable() {
     const bool wasDirty = form_.SettingsDirty;
     form_.chkGlobalEnable.setChecked(!form_.chkGlobalEnable.checked());
     if (!form_.chkGlobalEnable.checked())
@@ -24,7 +24,7 @@ void SettingQuestions::ClickGlobalEnable(const std::function<void()>& closeProgr
     }
     try {
         if (settings_.SaveSettings())
-            closeProgram();
+            form_.Close();
     } catch (...) {
         // The program goes on without the link, so the box must say so. What was saved until then
         // is another matter: the settings stay to be saved.

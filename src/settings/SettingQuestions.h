@@ -1,7 +1,5 @@
 #pragma once
 
-#include <functional>
-
 namespace corvane {
 
 class Form;
@@ -14,8 +12,8 @@ class SettingQuestions {
 public:
     SettingQuestions(Form& form, Settings& settings, MessageBoxes& boxes);
 
-    // The user clicked chkGlobalEnable. Checking it again can end the program, by closeProgram.
-    void ClickGlobalEnable(const std::function<void()>& closeProgram);
+    // The user clicked chkGlobalEnable. Checking it again can end the program.
+    void ClickGlobalEnable();
 
     // The user clicked chkSearchInAddlContacts.
     void ClickSearchInAddlContacts();

@@ -4,18 +4,26 @@
 #include <vector>
 
 #include "ui/form/Form.h"
+#include "ui/form/FormActions.h"
 
 namespace corvane::test {
 
 // Keeps what a form told its view.
 class FakeFormView final : public FormView {
 public:
+    void Attach(Form&, FormActions& actions) override { actions_ = &actions; }
+    void Detach() override { actions_ = nullptr; }
     void OnControlChanged(const Control& control, ControlAspect aspect) override {
         changes.push_back({control.name(), aspect});
     }
     void OnWindowChanged() override { ++windowChanges; }
     void OnFocusRequested(const Control& control) override { focus.push_back(control.name()); }
     [[nodiscard]] bool FinishEntry() override { return entryFinishes; }
+    // The user, or the program, closes the window.
+    void Close() override {
+        ++closeRequests;
+        closed = !actions_ || actions_->MayClose();
+    }
 
     struct Change {
         std::wstring control;
@@ -26,6 +34,11 @@ public:
     int windowChanges = 0;
     std::vector<std::wstring> focus;
     bool entryFinishes = true;
+    int closeRequests = 0;
+    bool closed = false;
+
+private:
+    FormActions* actions_ = nullptr;
 };
 
 }  // namespace corvane::test

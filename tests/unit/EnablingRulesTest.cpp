@@ -114,7 +114,8 @@ protected:
         rules.RunAll();
     }
 
-    Form form;
+    FakeFormView view;
+    Form form{&view};
     EnablingRules rules{form};
 };
 
@@ -171,8 +172,7 @@ TEST_P(EnablingRulesTest, TheMasterSwitchLeavesOnlyTheNeededControlsUsable) {
 
 TEST_P(EnablingRulesTest, WhatTheMasterSwitchLeavesUsableIsNotTouched) {
     form.chkAlwaysShowForm.setChecked(false);
-    FakeFormView view;
-    form.setView(&view);
+    view.changes.clear();
 
     form.chkGlobalEnable.setChecked(false);
     rules.RunOnActivation();
@@ -185,7 +185,6 @@ TEST_P(EnablingRulesTest, WhatTheMasterSwitchLeavesUsableIsNotTouched) {
             EXPECT_NE(change.control, L"cmdExit");
         }
     }
-    form.setView(nullptr);
 }
 
 TEST_P(EnablingRulesTest, ActivationKeepsADisabledProgramDisabled) {

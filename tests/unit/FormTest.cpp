@@ -12,9 +12,6 @@ namespace {
 
 class FormTest : public testing::Test {
 protected:
-    FormTest() { form.setView(&view); }
-    ~FormTest() override { form.setView(nullptr); }
-
     // The indexes of the frames that are visible.
     [[nodiscard]] std::vector<int> VisibleFrames(const std::wstring& name) const {
         std::vector<int> visible;
@@ -26,7 +23,7 @@ protected:
     }
 
     FakeFormView view;
-    Form form;
+    Form form{&view};
 };
 
 TEST_F(FormTest, EveryControlOfTheCatalogueIsThere) {

@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include "fakes/FakeFormView.h"
 #include "fakes/FakeMessageBoxes.h"
 #include "fakes/FakeRegistry.h"
 #include "fakes/FakeStatusWriter.h"
@@ -43,7 +44,8 @@ protected:
     FakeRegistry registry;
     FakeStatusWriter status;
     FakeMessageBoxes boxes;
-    Form form;
+    FakeFormView view;
+    Form form{&view};
     EnablingRules rules{form};
     Settings settings{form, registry, status, boxes};
 };

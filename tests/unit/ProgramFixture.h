@@ -110,7 +110,7 @@ struct TestProgram {
             });
         windows.setCallDialogHandler(
             [this](std::int32_t windowHandle) { dispatcher.FillInCallDialog(windowHandle); });
-        actions.setCloseWindow([this] { Close(); });
+        view.Attach(form, actions);
         dispatcher.setAfterCall([this] { actions.CallProcessed(); });
     }
     ~TestProgram() { around.goldMine.setWindowUpDownHandler(nullptr); }
@@ -126,19 +126,11 @@ struct TestProgram {
         return outcome;
     }
 
-    // The user, or the program, closes the window.
-    void Close() {
-        ++closeRequests;
-        if (actions.MayClose())
-            closed = true;
-    }
-
     Surroundings& around;
     std::wstring arguments;
-    int closeRequests = 0;
-    bool closed = false;
+    FakeFormView view;
 
-    Form form;
+    Form form{&view};
     EnablingRules rules{form};
     Status status{form, around.info, around.registry, around.files, around.shell, around.clock};
     ErrorReport errors{status, around.boxes};

@@ -25,9 +25,6 @@ protected:
         form.chkGlobalEnable.setChecked(false);
         form.SettingsDirty = GetParam();
     }
-    void ClickGlobalEnable() {
-        questions.ClickGlobalEnable([this] { ++closed; });
-    }
     // One question, answered so.
     void Expect(const ShownBox& question, BoxAnswer answer) {
         expected_.push_back(question);
@@ -39,7 +36,6 @@ protected:
     }
 
     SettingQuestions questions{form, settings, boxes};
-    int closed = 0;
 
 private:
     std::vector<ShownBox> expected_;
@@ -51,47 +47,47 @@ TEST_P(SettingQuestionsTest, SwitchingOffAsksNothing) {
     form.chkGlobalEnable.setChecked(true);
     form.SettingsDirty = GetParam();
 
-    ClickGlobalEnable();
+    questions.ClickGlobalEnable();
 
     EXPECT_FALSE(form.chkGlobalEnable.checked());
     EXPECT_TRUE(form.SettingsDirty);
     EXPECT_FALSE(form.cmdDefaults.enabled());
     EXPECT_TRUE(form.cmdExit.enabled());
-    EXPECT_EQ(closed, 0);
+    EXPECT_EQ(view.closeRequests, 0);
 }
 
 TEST_P(SettingQuestionsTest, SwitchingOnSavesAndCloses) {
     Expect(reloadQuestion, BoxAnswer::Yes);
 
-    ClickGlobalEnable();
+    questions.ClickGlobalEnable();
 
     EXPECT_TRUE(form.chkGlobalEnable.checked());
     EXPECT_EQ(Stored(L"chkGlobalEnable"), L"1");
     EXPECT_EQ(status.lines, (std::vector<std::wstring>{L"Settings saved."}));
     EXPECT_FALSE(form.SettingsDirty);
-    EXPECT_EQ(closed, 1);
+    EXPECT_EQ(view.closeRequests, 1);
 }
 
 TEST_P(SettingQuestionsTest, ANoLeavesTheSwitchOffAndTheFlagAsItWas) {
     Expect(reloadQuestion, BoxAnswer::No);
 
-    ClickGlobalEnable();
+    questions.ClickGlobalEnable();
 
     EXPECT_FALSE(form.chkGlobalEnable.checked());
     EXPECT_EQ(form.SettingsDirty, GetParam());
     EXPECT_TRUE(registry.writes.empty());
-    EXPECT_EQ(closed, 0);
+    EXPECT_EQ(view.closeRequests, 0);
 }
 
 TEST_P(SettingQuestionsTest, AFailingSaveDoesNotClose) {
     Expect(reloadQuestion, BoxAnswer::Yes);
     registry.readOnlyKeys.insert(FakeRegistry::ownKey);
 
-    EXPECT_EQ(ErrorOf([this] { ClickGlobalEnable(); }).number, -2147191503);
+    EXPECT_EQ(ErrorOf([this] { questions.ClickGlobalEnable(); }).number, -2147191503);
 
     EXPECT_FALSE(form.chkGlobalEnable.checked());
     EXPECT_TRUE(form.SettingsDirty);
-    EXPECT_EQ(closed, 0);
+    EXPECT_EQ(view.closeRequests, 0);
 }
 
 TEST_P(SettingQuestionsTest, SearchingAdditionalContactsWantsAYes) {

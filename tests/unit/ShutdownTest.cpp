@@ -102,9 +102,7 @@ TEST_F(ShutdownTest, YesSavesAndCloses) {
 
 TEST_F(ShutdownTest, ABoxThatTheUserIsStillInIsCheckedOnlyBeforeSaving) {
     TestProgram& made = Make();
-    FakeFormView view;
-    view.entryFinishes = false;
-    made.form.setView(&view);
+    made.view.entryFinishes = false;
     made.form.setVisible(true);
     made.form.SettingsDirty = true;
     around.boxes.answers = {BoxAnswer::Yes, BoxAnswer::No};
@@ -113,7 +111,6 @@ TEST_F(ShutdownTest, ABoxThatTheUserIsStillInIsCheckedOnlyBeforeSaving) {
     EXPECT_TRUE(made.shutdown.Unload());
     EXPECT_TRUE(around.registry.writes.empty());
     EXPECT_EQ(around.boxes.Take(), (std::vector<ShownBox>{saveQuestion, saveQuestion}));
-    made.form.setView(nullptr);
 }
 
 TEST_F(ShutdownTest, ASaveThatFailsTheFolderCheckKeepsTheWindow) {

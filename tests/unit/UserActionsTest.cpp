@@ -64,8 +64,8 @@ TEST_F(UserActionsTest, ADisabledButtonDoesNothing) {
 TEST_F(UserActionsTest, ExitClosesTheWindowByItsShutdown) {
     TestProgram& made = Shown();
     made.actions.ButtonClicked(made.form.cmdExit);
-    EXPECT_EQ(made.closeRequests, 1);
-    EXPECT_TRUE(made.closed);
+    EXPECT_EQ(made.view.closeRequests, 1);
+    EXPECT_TRUE(made.view.closed);
     EXPECT_EQ(StatusLines(made.form).back(), L"Finished unloading form and closing program.");
 }
 
@@ -99,7 +99,7 @@ TEST_F(UserActionsTest, AnErrorBehindAButtonIsShownOnceAndTheWindowStays) {
     ASSERT_EQ(shown.size(), 1u);
     EXPECT_EQ(shown[0].icon, BoxIcon::Critical);
     EXPECT_TRUE(shown[0].text.starts_with(L"Run-time error '-2147191503':\r\n\r\n"));
-    EXPECT_FALSE(made.closed);
+    EXPECT_FALSE(made.view.closed);
 }
 
 TEST_F(UserActionsTest, CheckBoxesToggleAndOptionsSelect) {
@@ -130,7 +130,7 @@ TEST_F(UserActionsTest, TheMasterSwitchCheckedAgainSavesAndCloses) {
     made.actions.CheckBoxClicked(made.form.chkGlobalEnable);
     EXPECT_EQ(around.boxes.Take().size(), 1u);
     EXPECT_EQ(around.registry.Stored(FakeRegistry::ownKey, L"chkGlobalEnable"), L"1");
-    EXPECT_TRUE(made.closed);
+    EXPECT_TRUE(made.view.closed);
 }
 
 TEST_F(UserActionsTest, LeavingABoxRunsItsCheck) {
@@ -186,7 +186,7 @@ TEST_F(UserActionsTest, AGreyedMasterSwitchCountsAsOnAndAClickAsksAsForCheckingI
                                    L"can then re-start the program.")}));
     EXPECT_EQ(made.form.chkGlobalEnable.value(), 0);
     EXPECT_FALSE(made.form.SettingsDirty);
-    EXPECT_FALSE(made.closed);
+    EXPECT_FALSE(made.view.closed);
 }
 
 TEST_F(UserActionsTest, AClickOnAGreyedSearchOfAdditionalContactsAsksAsForCheckingIt) {
@@ -234,11 +234,11 @@ TEST_F(UserActionsTest, WhileACallIsProcessedNoOtherBeginsAndTheWindowClosesAfte
         around.clock.onPump = nullptr;
         made.actions.ButtonClicked(made.form.cmdProcessCall);
         made.actions.ButtonClicked(made.form.cmdExit);
-        EXPECT_FALSE(made.closed);
+        EXPECT_FALSE(made.view.closed);
     };
     made.actions.ButtonClicked(made.form.cmdProcessCall);
 
-    EXPECT_TRUE(made.closed);
+    EXPECT_TRUE(made.view.closed);
     const Strings lines = StatusLines(made.form);
     EXPECT_EQ(std::count(lines.begin(), lines.end(), L"Creating history at connection of call."),
               1);
@@ -280,20 +280,19 @@ TEST_F(UserActionsTest, WhileTheDialogIsFilledInNoCallBeginsAndTheWindowClosesAf
     made.actions.ButtonClicked(made.form.cmdProcessCall);
     ASSERT_TRUE(made.windows.WatchingCallDialog());
     Strings expected = StatusLines(made.form);
-    int closeRequests = 0;
-    made.actions.setCloseWindow([&] { ++closeRequests; });
+    made.view.Detach();  // the window comes to its closing later
 
     int pumps = 0;
     around.clock.onPump = [&] {
         ++pumps;
         made.actions.ButtonClicked(made.form.cmdProcessCall);
         EXPECT_FALSE(made.actions.MayClose());
-        EXPECT_EQ(closeRequests, 0);
+        EXPECT_EQ(made.view.closeRequests, 0);
     };
     around.goldMine.RaiseWindowUpDown(L"DIALOGSCHEDULECOMPLETE", true, 4711);
 
     EXPECT_EQ(pumps, 2);
-    EXPECT_EQ(closeRequests, 1);
+    EXPECT_EQ(made.view.closeRequests, 1);
     expected.push_back(L"Finished opening Complete Call dialog before saving in history.");
     EXPECT_EQ(StatusLines(made.form), expected);
 }

@@ -723,8 +723,7 @@ TEST_F(MainWindowTest, EnterPressesTheButtonThatHasTheFocus) {
 }
 
 TEST_F(MainWindowTest, KeysMoveTheFocusAlsoWhileAProcedureWaits) {
-    SystemClock clock;
-    clock.setTranslator([this](MSG& message) { return window->TranslateKey(message); });
+    SystemClock clock(window.get());
     Show();
     SetFocus(Native(form.cmdDefaults));
     PostMessageW(Native(form.cmdDefaults), WM_KEYDOWN, VK_TAB, 1);

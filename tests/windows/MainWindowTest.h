@@ -68,7 +68,10 @@ inline BOOL CALLBACK AddNative(HWND window, LPARAM found) {
 
 class MainWindowTest : public testing::Test {
 protected:
-    MainWindowTest() { actions.form = &form; }
+    MainWindowTest() {
+        actions.form = &form;
+        window->Attach(form, actions);
+    }
     ~MainWindowTest() override {
         window.reset();
         // A window that ended asks its loop to end: the next test has its own.
@@ -122,10 +125,9 @@ protected:
     }
     static LRESULT CheckState(HWND window) { return SendMessageW(window, BM_GETCHECK, 0, 0); }
 
-    Form form;
+    std::unique_ptr<MainWindow> window = std::make_unique<MainWindow>(GetModuleHandleW(nullptr));
+    Form form{window.get()};
     RecordedActions actions;
-    std::unique_ptr<MainWindow> window =
-        std::make_unique<MainWindow>(form, actions, GetModuleHandleW(nullptr));
 
 private:
     mutable NativeControls natives_;  // looked up once: the window never makes others

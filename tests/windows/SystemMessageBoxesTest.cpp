@@ -65,6 +65,13 @@ SeenBox ReadAndPress(HWND box, const std::wstring& caption) {
     return seen;
 }
 
+struct FakeWindow final : ProgramWindow {
+    [[nodiscard]] HWND handle() const override { return shown; }
+    bool TranslateKey(MSG&) override { return false; }
+
+    HWND shown = nullptr;
+};
+
 class SystemMessageBoxesTest : public testing::Test {
 protected:
     // Shows a box while another thread looks at it and presses the button.
@@ -80,7 +87,8 @@ protected:
         return answer;
     }
 
-    SystemMessageBoxes boxes;
+    FakeWindow window;
+    SystemMessageBoxes boxes{&window};
     SeenBox seen;
 };
 
@@ -132,7 +140,7 @@ TEST_F(SystemMessageBoxesTest, BoxHasNoOwnerUnlessOneIsShown) {
     ShowAndPress(L"x", BoxButtons::Ok, BoxIcon::None, L"OK");
     EXPECT_EQ(seen.owner, nullptr);
     EXPECT_TRUE(seen.topmost) << "a program without a window may not take the foreground";
-    boxes.setOwner([] { return HWND{nullptr}; });
+    boxes = SystemMessageBoxes();
     ShowAndPress(L"x", BoxButtons::Ok, BoxIcon::None, L"OK");
     EXPECT_EQ(seen.owner, nullptr);
 }
@@ -142,7 +150,7 @@ TEST_F(SystemMessageBoxesTest, OwnerIsDisabledWhileItsBoxIsShown) {
         CreateWindowExW(0, L"Static", L"owner", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 300, 200,
                         nullptr, nullptr, GetModuleHandleW(nullptr), nullptr);
     ASSERT_NE(owner, nullptr);
-    boxes.setOwner([&] { return owner; });
+    window.shown = owner;
 
     ShowAndPress(L"x", BoxButtons::Ok, BoxIcon::None, L"OK");
 

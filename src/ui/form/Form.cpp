@@ -83,7 +83,7 @@ void OptionButton::setSelected(bool selected) {
     Changed(ControlAspect::Value);
 }
 
-Form::Form() {
+Form::Form(FormView* view) {
     for (std::size_t row = 0; row < controls_.size(); ++row) {
         if (controls_[row])
             continue;
@@ -102,6 +102,7 @@ Form::Form() {
             each->setVisible(spec.index == 0);
         }
     }
+    view_ = view;
 }
 
 Control& Form::control(std::wstring_view name, int index) const {
@@ -156,6 +157,11 @@ void Form::setVisible(bool visible) {
     visible_ = visible;
     if (view_)
         view_->OnWindowChanged();
+}
+
+void Form::Close() {
+    if (view_)
+        view_->Close();
 }
 
 void Form::setWaiting(bool waiting) {

@@ -10,8 +10,9 @@
 
 namespace corvane {
 
-class Form;
 class Control;
+class Form;
+class FormActions;
 
 enum class ControlAspect { Text, Appended, Value, Enabled, Caption, Tooltip, Visible };
 
@@ -19,11 +20,17 @@ enum class ControlAspect { Text, Appended, Value, Enabled, Caption, Tooltip, Vis
 class FormView {
 public:
     virtual ~FormView() = default;
+    // The view is there before the form and outlives it: from here to Detach it shows this form
+    // and tells these actions what the user does.
+    virtual void Attach(Form& form, FormActions& actions) = 0;
+    virtual void Detach() = 0;
     virtual void OnControlChanged(const Control& control, ControlAspect aspect) = 0;
     virtual void OnWindowChanged() = 0;  // caption, width, visibility or tab selection
     virtual void OnFocusRequested(const Control& control) = 0;
     // Checks the box that the user is in, as leaving it does; false keeps the focus there.
     [[nodiscard]] virtual bool FinishEntry() = 0;
+    // Asks to close, as the close box does.
+    virtual void Close() = 0;
 };
 
 // The part that every control has. A control is the single home of its value.
@@ -147,7 +154,8 @@ struct RowOf {
 // beside them. Needs no window; MainWindow shows it when there is one to show.
 class Form {
 public:
-    Form();
+    // Without a view nobody sees it.
+    explicit Form(FormView* view = nullptr);
     Form(const Form&) = delete;
     Form& operator=(const Form&) = delete;
 
@@ -294,6 +302,8 @@ public:
     void SetFocus(const Control& control);
     // Before what was typed is used without the box being left; false when its check fails.
     [[nodiscard]] bool FinishEntry() { return !view_ || view_->FinishEntry(); }
+    // Asks to close the window that shows it.
+    void Close();
 
     // Whether the wait pointer is shown; WaitPointer sets it.
     [[nodiscard]] bool waiting() const { return waiting_; }
@@ -301,8 +311,6 @@ public:
 
     // Runs after every change or click of a control's value, by the user or by the program.
     void setChangeHandler(std::function<void(Control&)> handler) { onChange_ = std::move(handler); }
-    // The view must outlive the form or take itself away with nullptr.
-    void setView(FormView* view) { view_ = view; }
 
 private:
     friend class Control;

@@ -20,18 +20,23 @@ constexpr UINT focusSettled = WM_APP + 1;  // after a box lost the focus
 
 }  // namespace
 
-MainWindow::MainWindow(Form& form, FormActions& actions, HINSTANCE instance)
-    : form_(form), actions_(actions), instance_(instance), controls_(form, instance) {
-    form_.setView(this);
+MainWindow::~MainWindow() {
+    Detach();
 }
 
-MainWindow::~MainWindow() {
-    form_.setView(nullptr);
+void MainWindow::Attach(Form& form, FormActions& actions) {
+    form_ = &form;
+    actions_ = &actions;
+}
+
+void MainWindow::Detach() {
     if (window_)
         DestroyWindow(window_);
+    form_ = nullptr;
 }
 
 void MainWindow::Create() {
+    controls_ = std::make_unique<ControlWindows>(*form_, instance_);
     const INITCOMMONCONTROLSEX classes{sizeof(INITCOMMONCONTROLSEX),
                                        ICC_STANDARD_CLASSES | ICC_TAB_CLASSES};
     InitCommonControlsEx(&classes);
@@ -47,23 +52,24 @@ void MainWindow::Create() {
 
     constexpr DWORD style =
         WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX | WS_CLIPCHILDREN;
-    CreateWindowExW(WS_EX_CONTROLPARENT, windowClass, form_.caption().c_str(), style, CW_USEDEFAULT,
-                    CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, nullptr, nullptr, instance_, this);
+    CreateWindowExW(WS_EX_CONTROLPARENT, windowClass, form_->caption().c_str(), style,
+                    CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, nullptr, nullptr,
+                    instance_, this);
     if (!window_)
         throw MakeRuntimeError(ErrorNumber::OutOfMemory);
 
     showing_ = true;
     dpi_ = DpiOfWindow(window_);
-    controls_.Create(window_, dpi_);
+    controls_->Create(window_, dpi_);
     Size();
     CentreOnMonitor();
     showing_ = false;
 }
 
 void MainWindow::Size() {
-    SetWindowPos(window_, nullptr, 0, 0, PixelsFromTwips(form_.width(), dpi_),
+    SetWindowPos(window_, nullptr, 0, 0, PixelsFromTwips(form_->width(), dpi_),
                  PixelsFromTwips(windowHeight, dpi_), SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
-    controls_.ShowParams(form_.width() == windowWideWidth);
+    controls_->ShowParams(form_->width() == windowWideWidth);
 }
 
 void MainWindow::CentreOnMonitor() {
@@ -85,7 +91,7 @@ void MainWindow::OnControlChanged(const Control& control, ControlAspect aspect) 
         return;
     const bool wasShowing = std::exchange(showing_, true);
     const HWND focused = GetFocus();
-    controls_.Show(control, aspect);
+    controls_->Show(control, aspect);
     if (aspect == ControlAspect::Enabled || aspect == ControlAspect::Visible)
         KeepFocusUsable(control, focused);
     showing_ = wasShowing;
@@ -96,39 +102,39 @@ void MainWindow::KeepFocusUsable(const Control& changed, HWND before) {
     if (!IsChild(window_, before) || (IsWindowVisible(before) && IsWindowEnabled(before)))
         return;
     const bool isPage = changed.spec().kind == ControlKind::Frame;
-    ::SetFocus(isPage ? controls_.of(StripBeside(before))
+    ::SetFocus(isPage ? controls_->of(StripBeside(before))
                       : GetNextDlgTabItem(window_, before, FALSE));
 }
 
 // The strip whose pages hold the control, or that it is itself.
 TabStrip& MainWindow::StripBeside(HWND native) const {
     for (; native && native != window_; native = GetParent(native)) {
-        const Control* control = controls_.FindById(GetDlgCtrlID(native));
-        if (control == &form_.tabstripParams ||
-            (control && control->spec().name == Form::FramesOf(form_.tabstripParams)))
-            return form_.tabstripParams;
+        const Control* control = controls_->FindById(GetDlgCtrlID(native));
+        if (control == &form_->tabstripParams ||
+            (control && control->spec().name == Form::FramesOf(form_->tabstripParams)))
+            return form_->tabstripParams;
     }
-    return form_.tabstripOptions;
+    return form_->tabstripOptions;
 }
 
 void MainWindow::OnWindowChanged() {
-    if (form_.visible() && !window_) {
+    if (form_->visible() && !window_) {
         Create();
         ShowWindow(window_, SW_SHOWNORMAL);
         UpdateWindow(window_);
     }
     if (!window_)
         return;
-    SetWindowTextW(window_, form_.caption().c_str());
-    controls_.Show(form_.tabstripOptions, ControlAspect::Value);
-    controls_.Show(form_.tabstripParams, ControlAspect::Value);
+    SetWindowTextW(window_, form_->caption().c_str());
+    controls_->Show(form_->tabstripOptions, ControlAspect::Value);
+    controls_->Show(form_->tabstripParams, ControlAspect::Value);
     Size();
-    SetCursor(LoadCursorW(nullptr, form_.waiting() ? IDC_WAIT : IDC_ARROW));
+    SetCursor(LoadCursorW(nullptr, form_->waiting() ? IDC_WAIT : IDC_ARROW));
 }
 
 void MainWindow::OnFocusRequested(const Control& control) {
     if (window_)
-        ::SetFocus(controls_.of(control));
+        ::SetFocus(controls_->of(control));
 }
 
 void MainWindow::Close() {
@@ -164,10 +170,10 @@ bool MainWindow::OnArrow(const MSG& message) {
     const bool back = message.wParam == VK_LEFT || message.wParam == VK_UP;
     if (!back && message.wParam != VK_RIGHT && message.wParam != VK_DOWN)
         return false;
-    const Control* from = controls_.FindById(GetDlgCtrlID(message.hwnd));
+    const Control* from = controls_->FindById(GetDlgCtrlID(message.hwnd));
     if (!from || from->spec().kind != ControlKind::OptionButton)
         return false;
-    std::vector<OptionButton*> members = form_.GroupOf(static_cast<const OptionButton&>(*from));
+    std::vector<OptionButton*> members = form_->GroupOf(static_cast<const OptionButton&>(*from));
     if (back)
         std::reverse(members.begin(), members.end());
     std::rotate(members.begin(), std::find(members.begin(), members.end(), from), members.end());
@@ -175,14 +181,14 @@ bool MainWindow::OnArrow(const MSG& message) {
                                    [](const OptionButton* member) { return member->enabled(); });
     if (next == members.end() || !LeaveBox())
         return true;
-    actions_.OptionClicked(**next);
-    ::SetFocus(controls_.of(**next));
+    actions_->OptionClicked(**next);
+    ::SetFocus(controls_->of(**next));
     return true;
 }
 
 // A box of many lines would keep these keys for itself.
 bool MainWindow::OnKeyInManyLines(const MSG& message) {
-    const Control* control = controls_.FindById(GetDlgCtrlID(message.hwnd));
+    const Control* control = controls_->FindById(GetDlgCtrlID(message.hwnd));
     if (!control || control->spec().kind != ControlKind::TextBox ||
         !control->spec().has(ControlTrait::multiLine))
         return false;
@@ -210,7 +216,7 @@ bool MainWindow::OnControlKey(const MSG& message) {
             StepThroughTabs(message.hwnd, 1);
             return true;
         case 'A': {
-            const Control* control = controls_.FindById(GetDlgCtrlID(message.hwnd));
+            const Control* control = controls_->FindById(GetDlgCtrlID(message.hwnd));
             if (!control || control->spec().kind != ControlKind::TextBox)
                 return false;
             SendMessageW(message.hwnd, EM_SETSEL, 0, -1);
@@ -226,8 +232,8 @@ void MainWindow::StepThroughTabs(HWND focused, int step) {
     TabStrip& strip = StripBeside(focused);
     if (!strip.enabled())
         return;
-    const auto count = static_cast<int>(SendMessageW(controls_.of(strip), TCM_GETITEMCOUNT, 0, 0));
-    form_.SelectTab(strip, (strip.selectedTab() + step + count) % count);
+    const auto count = static_cast<int>(SendMessageW(controls_->of(strip), TCM_GETITEMCOUNT, 0, 0));
+    form_->SelectTab(strip, (strip.selectedTab() + step + count) % count);
 }
 
 LRESULT CALLBACK MainWindow::WindowProcedure(HWND window, UINT message, WPARAM wParam,
@@ -272,7 +278,7 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             OnDpiChanged(LOWORD(wParam), *reinterpret_cast<const RECT*>(lParam));
             return 0;
         case WM_SETCURSOR:
-            if (form_.waiting()) {
+            if (form_->waiting()) {
                 SetCursor(LoadCursorW(nullptr, IDC_WAIT));
                 return TRUE;
             }
@@ -298,7 +304,7 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_DESTROY: {
             const HWND destroyed = std::exchange(window_, nullptr);
             SetWindowLongPtrW(destroyed, GWLP_USERDATA, 0);
-            form_.setVisible(false);
+            form_->setVisible(false);
             PostQuitMessage(0);
             return 0;
         }
@@ -310,7 +316,7 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
 
 bool MainWindow::CloseIfAllowed() {
     const bool asked = std::exchange(askedToClose_, true);
-    const bool allowed = actions_.MayClose();
+    const bool allowed = actions_->MayClose();
     askedToClose_ = asked;
     if (!allowed)
         return false;
@@ -328,21 +334,21 @@ void MainWindow::OnActivate(bool active) {
     }
     ::SetFocus(lastFocus_);
     if (!showing_) {
-        actions_.Activated();
+        actions_->Activated();
     }
 }
 
 // Enter presses the button that has the focus, else the default button while it can be pressed.
 LRESULT MainWindow::DefaultButton() const {
-    const Control* button = controls_.FindById(GetDlgCtrlID(GetFocus()));
+    const Control* button = controls_->FindById(GetDlgCtrlID(GetFocus()));
     if (!button || button->spec().kind != ControlKind::CommandButton)
-        button = &form_.cmdProcessCall;
+        button = &form_->cmdProcessCall;
     return button->enabled() ? MAKELRESULT(ControlId(button->row()), DC_HASDEFID) : 0;
 }
 
 void MainWindow::OnDpiChanged(UINT dpi, const RECT& suggested) {
     dpi_ = dpi;
-    controls_.Layout(dpi_);
+    controls_->Layout(dpi_);
     SetWindowPos(window_, nullptr, suggested.left, suggested.top, 0, 0,
                  SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
     Size();
@@ -352,10 +358,10 @@ void MainWindow::OnDpiChanged(UINT dpi, const RECT& suggested) {
 void MainWindow::OnCommand(int controlId, int notification) {
     if (controlId == IDCANCEL) {
         // Esc closes like the Exit button.
-        actions_.ButtonClicked(form_.cmdExit);
+        actions_->ButtonClicked(form_->cmdExit);
         return;
     }
-    Control* control = controls_.FindById(controlId);
+    Control* control = controls_->FindById(controlId);
     if (!control)
         return;
     if (control->spec().kind == ControlKind::TextBox) {
@@ -367,22 +373,22 @@ void MainWindow::OnCommand(int controlId, int notification) {
 }
 
 void MainWindow::OnClick(Control& control) {
-    const bool closes = &control == &form_.cmdExit;
+    const bool closes = &control == &form_->cmdExit;
     // Where none is selected, going there by Tab selects nothing.
-    if (control.spec().kind == ControlKind::OptionButton && controls_.focusArrives())
+    if (control.spec().kind == ControlKind::OptionButton && controls_->focusArrives())
         return;
     // A mnemonic or a screen reader clicks before the focus has settled on the control.
     if (!closes && !LeaveBox())
         return;
     switch (control.spec().kind) {
         case ControlKind::CommandButton:
-            actions_.ButtonClicked(static_cast<CommandButton&>(control));
+            actions_->ButtonClicked(static_cast<CommandButton&>(control));
             break;
         case ControlKind::CheckBox:
-            actions_.CheckBoxClicked(static_cast<CheckBox&>(control));
+            actions_->CheckBoxClicked(static_cast<CheckBox&>(control));
             break;
         case ControlKind::OptionButton:
-            actions_.OptionClicked(static_cast<OptionButton&>(control));
+            actions_->OptionClicked(static_cast<OptionButton&>(control));
             break;
         default:
             break;
@@ -403,7 +409,7 @@ void MainWindow::OnTextBox(TextBox& box, int notification) {
             if (showing_)
                 return;
             typedInto_ = &box;  // the window shows it already
-            box.setText(ControlWindows::TextOf(controls_.of(box)));
+            box.setText(ControlWindows::TextOf(controls_->of(box)));
             typedInto_ = nullptr;
             break;
         case EN_KILLFOCUS:
@@ -423,7 +429,7 @@ void MainWindow::Enter(TextBox& box) {
 
 // A box that is still to be left keeps the visit until its check is done.
 void MainWindow::EnterFocused() {
-    Control* control = controls_.FindById(GetDlgCtrlID(GetFocus()));
+    Control* control = controls_->FindById(GetDlgCtrlID(GetFocus()));
     if (control && control->spec().kind == ControlKind::TextBox &&
         !control->spec().has(ControlTrait::readOnly))
         Enter(static_cast<TextBox&>(*control));
@@ -433,7 +439,7 @@ void MainWindow::EnterFocused() {
 // pull the user back with a message box.
 void MainWindow::OnFocusSettled() {
     const HWND focus = GetFocus();
-    if (entered_ && focus != controls_.of(*entered_) && IsChild(window_, focus))
+    if (entered_ && focus != controls_->of(*entered_) && IsChild(window_, focus))
         static_cast<void>(LeaveBox());
 }
 
@@ -445,22 +451,22 @@ bool MainWindow::LeaveBox() {
         return false;
     leaving_ = true;
     TextBox& box = *entered_;
-    const bool left = actions_.MayLeave(box, textOnEntry_ != box.text());
+    const bool left = actions_->MayLeave(box, textOnEntry_ != box.text());
     entered_ = left ? nullptr : &box;
     if (left)
         EnterFocused();  // the same box, where Enter pressed the default button
     else
-        form_.SetFocus(box);
+        form_->SetFocus(box);
     leaving_ = false;
     return left;
 }
 
 void MainWindow::OnTabSelected(HWND strip) {
     const auto tab = static_cast<int>(SendMessageW(strip, TCM_GETCURSEL, 0, 0));
-    const bool isOptions = strip == controls_.of(form_.tabstripOptions);
-    form_.SelectTab(isOptions ? static_cast<TabStrip&>(form_.tabstripOptions)
-                              : static_cast<TabStrip&>(form_.tabstripParams),
-                    tab);
+    const bool isOptions = strip == controls_->of(form_->tabstripOptions);
+    form_->SelectTab(isOptions ? static_cast<TabStrip&>(form_->tabstripOptions)
+                               : static_cast<TabStrip&>(form_->tabstripParams),
+                     tab);
 }
 
 }  // namespace corvane

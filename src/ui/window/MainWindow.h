@@ -1,8 +1,9 @@
 #pragma once
 
+#include <memory>
 #include <string>
 
-#include "platform/kit/Windows.h"
+#include "platform/kit/ProgramWindow.h"
 #include "ui/form/Form.h"
 #include "ui/window/ControlWindows.h"
 
@@ -12,30 +13,27 @@ class FormActions;
 
 // The form in a native window. It is created when the form is shown for the first time, so that a
 // run for 3CX pays for no window.
-class MainWindow final : public FormView {
+class MainWindow final : public FormView, public ProgramWindow {
 public:
-    MainWindow(Form& form, FormActions& actions, HINSTANCE instance);
+    explicit MainWindow(HINSTANCE instance) : instance_(instance) {}
     ~MainWindow() override;
     MainWindow(const MainWindow&) = delete;
     MainWindow& operator=(const MainWindow&) = delete;
 
-    // Nothing until the form was shown, and again after the window was closed.
-    [[nodiscard]] HWND handle() const { return window_; }
+    [[nodiscard]] HWND handle() const override { return window_; }
 
     // Serves messages until the window has gone.
     void RunMessageLoop();
 
-    // What the keyboard does in the window as a whole; true when the message is done with. Every
-    // loop that serves the window's messages asks it first.
-    bool TranslateKey(MSG& message);
+    bool TranslateKey(MSG& message) override;
 
-    // Asks to close, as the close box does.
-    void Close();
-
+    void Attach(Form& form, FormActions& actions) override;
+    void Detach() override;
     void OnControlChanged(const Control& control, ControlAspect aspect) override;
     void OnWindowChanged() override;
     void OnFocusRequested(const Control& control) override;
     [[nodiscard]] bool FinishEntry() override { return LeaveBox(); }
+    void Close() override;
 
 private:
     static LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM wParam,
@@ -66,13 +64,13 @@ private:
     void Size();
     void CentreOnMonitor();
 
-    Form& form_;
-    FormActions& actions_;
     HINSTANCE instance_;
+    Form* form_ = nullptr;
+    FormActions* actions_ = nullptr;
     HWND window_ = nullptr;
     UINT dpi_ = 96;
-    ControlWindows controls_;
-    HWND lastFocus_ = nullptr;    // comes back when the window becomes active again
+    std::unique_ptr<ControlWindows> controls_;  // made with the window
+    HWND lastFocus_ = nullptr;                  // comes back when the window becomes active again
     TextBox* entered_ = nullptr;  // the box the user is in, or whose check is still to be done
     std::wstring textOnEntry_;    // what it held then
     bool leaving_ = false;        // its check runs: the focus moves of its boxes are no leaving
