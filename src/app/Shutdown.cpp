@@ -1,24 +1,15 @@
 #include "app/Shutdown.h"
 
+#include "calls/CompleteCallDialog.h"
 #include "environment/GoldMineProcess.h"
 #include "gmapi/GMUI.h"
-#include "gmapi/WindowCommands.h"
-#include "seams/Clock.h"
 #include "seams/MessageBoxes.h"
 #include "seams/StatusWriter.h"
 #include "settings/Settings.h"
 #include "ui/form/Form.h"
 #include "util/ErrorReport.h"
-#include "util/Text.h"
 
 namespace corvane {
-
-namespace {
-
-constexpr int mostWaits = 10;
-constexpr std::uint32_t waitMilliseconds = 1000;
-
-}  // namespace
 
 bool Shutdown::Unload() {
     if (unloading_)
@@ -58,20 +49,8 @@ bool Shutdown::SaveBeforeExit() {
 }
 
 void Shutdown::FinishCallDialog() {
-    WindowCommands& windows = parts_.windows;
-    if (!windows.CallDialogRegistered())
-        return;
-    for (int wait = 1; windows.WatchingCallDialog() && wait <= mostWaits; ++wait) {
-        parts_.status.WriteStatus(Join(L"Waiting for history Ref and Notes to be filled in: ",
-                                       std::to_wstring(wait), L" second(s)"));
-        parts_.clock.PumpEvents();
-        parts_.clock.Sleep(waitMilliseconds);
-    }
-    parts_.clock.PumpEvents();
-    if (parts_.goldMineProcess.FindGoldMineExecutable()) {
-        // A refusal changes nothing: the program ends.
-        static_cast<void>(windows.RegisterWindowUpDown(completeCallWindow, false));
-    }
+    if (parts_.dialog.WaitUntilFilledIn() && parts_.goldMineProcess.FindGoldMineExecutable())
+        parts_.dialog.Withdraw();
 }
 
 }  // namespace corvane

@@ -2,7 +2,7 @@
 
 namespace corvane {
 
-class Clock;
+class CompleteCallDialog;
 class ErrorReport;
 class Form;
 class GMUI;
@@ -10,7 +10,6 @@ class GoldMineProcess;
 class MessageBoxes;
 class Settings;
 class StatusWriter;
-class WindowCommands;
 
 // The unload of the main window, for every way the program ends.
 class Shutdown {
@@ -18,12 +17,11 @@ public:
     struct Parts {
         Form& form;
         Settings& settings;
-        WindowCommands& windows;
+        CompleteCallDialog& dialog;
         GMUI& gmui;
         GoldMineProcess& goldMineProcess;
         StatusWriter& status;
         MessageBoxes& boxes;
-        Clock& clock;
         ErrorReport& errors;
     };
 

@@ -78,7 +78,7 @@ RunOutcome StartUp::StayDisabled(bool paramsFound) {
     form.cmdProcessCall.setEnabled(false);
     if (paramsFound && !form.chkAlwaysShowForm.checked())
         return RunOutcome::End;
-    parts_.rules.RunAll();
+    RunAllEnablingRules(form);
     form.setVisible(true);
     return RunOutcome::WindowShown;
 }
@@ -92,7 +92,7 @@ bool StartUp::PrepareGoldMine(bool paramsFound) {
             return false;
         }
         form.GoldMineVersionOK = true;
-        parts_.rules.RunAll();
+        RunAllEnablingRules(form);
         return true;
     }
     if (Succeeds([&] {

@@ -7,7 +7,6 @@
 namespace corvane {
 
 class Dispatcher;
-class EnablingRules;
 class ErrorReport;
 class Form;
 class GoldMineProcess;
@@ -29,7 +28,6 @@ public:
         const ProgramInfo& program;
         Status& status;
         Settings& settings;
-        const EnablingRules& rules;
         ThreeCXIntegration& threeCX;
         CallParameters& parameters;
         GoldMineProcess& goldMineProcess;

@@ -70,11 +70,6 @@ void Status::LoadWriteLog() {
                       OwnSettingsStore(registry_).ReadProfileString(option.name(), option.tag()));
 }
 
-void Status::SaveWriteLog() {
-    OwnSettingsStore(registry_).WriteProfileString(form_.chkWriteLog.name(),
-                                                   OptionText(form_.chkWriteLog));
-}
-
 void Status::TakeRunNumber() {
     cSimuIniFile store = OwnSettingsStore(registry_);
     const std::wstring version = program_.VersionText();

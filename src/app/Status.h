@@ -31,9 +31,6 @@ public:
     // Stores "0" as the run number.
     void ResetRunNumber();
 
-    // Stores chkWriteLog, which the other options' save leaves to the log.
-    void SaveWriteLog();
-
     // What stands between brackets on every log line: empty until the /I switch was read.
     void setCallIdentifier(std::wstring_view identifier) { callIdentifier_ = identifier; }
 

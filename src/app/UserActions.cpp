@@ -1,9 +1,8 @@
 #include "app/UserActions.h"
 
-#include <utility>
-
 #include "app/CallParameters.h"
 #include "app/Shutdown.h"
+#include "calls/CallInProgress.h"
 #include "calls/Dispatcher.h"
 #include "calls/RecordingLink.h"
 #include "environment/FileOpener.h"
@@ -72,7 +71,7 @@ bool UserActions::MayLeave(TextBox& box, bool changed) {
 
 void UserActions::Activated() {
     parts_.errors.Guard([this] {
-        parts_.rules.RunOnActivation();
+        RunEnablingRulesOnActivation(parts_.form);
         if (parts_.form.cmdProcessCall.enabled()) {
             parts_.form.SetFocus(parts_.form.cmdProcessCall);
         }
@@ -80,8 +79,8 @@ void UserActions::Activated() {
 }
 
 bool UserActions::MayClose() {
-    if (parts_.dispatcher.processing()) {
-        closeAfterCall_ = true;
+    if (parts_.call.busy()) {
+        parts_.call.CloseAfterwards();
         return false;
     }
     bool mayClose = false;
@@ -89,13 +88,8 @@ bool UserActions::MayClose() {
     return mayClose;
 }
 
-void UserActions::CallProcessed() {
-    if (std::exchange(closeAfterCall_, false))
-        parts_.form.Close();
-}
-
 void UserActions::ProcessCallByHand() {
-    if (parts_.dispatcher.processing() || parts_.shutdown.unloading())
+    if (parts_.call.busy() || parts_.shutdown.unloading())
         return;
     if (!parts_.goldMineProcess.FindGoldMineExecutable()) {
         parts_.gmui.Release();

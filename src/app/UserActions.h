@@ -4,9 +4,9 @@
 
 namespace corvane {
 
+class CallInProgress;
 class CallParameters;
 class Dispatcher;
-class EnablingRules;
 class ErrorReport;
 class FieldChecks;
 class FileOpener;
@@ -28,9 +28,9 @@ public:
         Settings& settings;
         SettingQuestions& questions;
         FieldChecks& fieldChecks;
-        const EnablingRules& rules;
         CallParameters& parameters;
         Dispatcher& dispatcher;
+        CallInProgress& call;
         RecordingLink& recordingLink;
         GoldMineProcess& goldMineProcess;
         GMUI& gmui;
@@ -50,14 +50,10 @@ public:
     void Activated() override;
     [[nodiscard]] bool MayClose() override;
 
-    // A call has been processed: a window that was asked to close meanwhile closes now.
-    void CallProcessed();
-
 private:
     void ProcessCallByHand();
 
     Parts parts_;
-    bool closeAfterCall_ = false;
 };
 
 }  // namespace corvane

@@ -5,7 +5,6 @@
 #include "gmapi/GMUI.h"
 #include "gmapi/Macro.h"
 #include "gmapi/Records.h"
-#include "gmapi/WindowCommands.h"
 #include "seams/Conversions.h"
 #include "seams/MessageBoxes.h"
 #include "seams/StatusWriter.h"
@@ -23,43 +22,8 @@ constexpr std::size_t notesPiece = 200;
 }  // namespace
 
 CallHistory::CallHistory(Form& form, GMUI& gmui, Macro& macro, Records& records,
-                         WindowCommands& windows, StatusWriter& status, MessageBoxes& boxes)
-    : form_(form),
-      gmui_(gmui),
-      macro_(macro),
-      records_(records),
-      windows_(windows),
-      status_(status),
-      boxes_(boxes) {}
-
-std::wstring_view CallHistory::CompleteCallCommand() const {
-    const bool outbound = form_.txtCallType.text() == L"O";
-    if (form_.optCompleteScheduledCall.selected() ||
-        (form_.optCompleteCallByType.selected() && outbound)) {
-        return L"CompleteScheduledCall";
-    }
-    return outbound ? L"CompleteUnscheduledOutgoingCall" : L"CompleteUnscheduledIncomingCall";
-}
-
-void CallHistory::OpenCompleteCallDialog() {
-    const std::wstring command = PlainCommand(L"MenuCommand", CompleteCallCommand());
-    std::wstring reply;
-    try {
-        if (!windows_.RegisterWindowUpDown(completeCallWindow, true)) {
-            status_.WriteStatus(
-                L"Could not watch for Complete Call dialog, so its Ref and Notes may stay empty.");
-        }
-        status_.WriteStatus(L"Opening Complete Call dialog before saving in history.");
-        reply = gmui_.GMUI_Execute(command);
-    } catch (const RuntimeError&) {
-        windows_.StopWatchingCallDialog();  // no dialog will come
-        throw;
-    }
-    if (reply == SuccessReply(L"MenuCommand", L"The command was executed."))
-        return;
-    windows_.StopWatchingCallDialog();
-    status_.WriteStatus(L"Could not open Complete Call dialog.");
-}
+                         StatusWriter& status, MessageBoxes& boxes)
+    : form_(form), gmui_(gmui), macro_(macro), records_(records), status_(status), boxes_(boxes) {}
 
 void CallHistory::SaveHistory(const std::wstring& refText, std::wstring_view stageWord,
                               const RecordingLinkState& link) {

@@ -13,18 +13,14 @@ class Macro;
 class MessageBoxes;
 class Records;
 class StatusWriter;
-class WindowCommands;
 struct RecordingLinkState;
 
-// Records the call in GoldMine's history for the contact that was found: by GoldMine's Complete
-// Call dialog, or by inserting the item directly.
+// Records the call in GoldMine's history for the contact that was found, by inserting the item
+// directly; CompleteCallDialog is the other way.
 class CallHistory {
 public:
-    CallHistory(Form& form, GMUI& gmui, Macro& macro, Records& records, WindowCommands& windows,
-                StatusWriter& status, MessageBoxes& boxes);
-
-    // Opens the dialog; what is to be filled in follows when GoldMine reports it open.
-    void OpenCompleteCallDialog();
+    CallHistory(Form& form, GMUI& gmui, Macro& macro, Records& records, StatusWriter& status,
+                MessageBoxes& boxes);
 
     // Inserts the item, writes its notes when a link was prepared, opens it as configured. The
     // stage word names the part of the call: "start", "connection" or "end".
@@ -32,7 +28,6 @@ public:
                      const RecordingLinkState& link);
 
 private:
-    [[nodiscard]] std::wstring_view CompleteCallCommand() const;
     std::optional<std::wstring> InsertCallHistory(const std::wstring& refText);
     [[nodiscard]] bool UpdateHistoryNotes(const std::wstring& identifier,
                                           std::wstring_view notesText);
@@ -42,7 +37,6 @@ private:
     GMUI& gmui_;
     Macro& macro_;
     Records& records_;
-    WindowCommands& windows_;
     StatusWriter& status_;
     MessageBoxes& boxes_;
 };

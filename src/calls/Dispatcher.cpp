@@ -1,8 +1,10 @@
 #include "calls/Dispatcher.h"
 
 #include "calls/CallHistory.h"
-#include "calls/HtmlNotes.h"
+#include "calls/CallInProgress.h"
+#include "calls/CompleteCallDialog.h"
 #include "calls/RecordingLink.h"
+#include "calls/RecordingLinkState.h"
 #include "dialing/Dialer.h"
 #include "seams/Clock.h"
 #include "seams/Conversions.h"
@@ -42,59 +44,31 @@ EventWords WordsOf(std::wstring_view notification) {
 
 }  // namespace
 
-Dispatcher::Dispatcher(Form& form, Dialer& dialer, ContactSearch& search, CallHistory& history,
-                       RecordingLink& recordingLink, HtmlNotes& notes, StatusWriter& status,
-                       Clock& clock)
-    : form_(form),
-      dialer_(dialer),
-      search_(search),
-      history_(history),
-      recordingLink_(recordingLink),
-      notes_(notes),
-      status_(status),
-      clock_(clock) {}
-
 void Dispatcher::ProcessCall() {
-    if (!processing())
-        WhileProcessing([this] { DialOrHandleEvent(); });
-}
-
-// GoldMine's event can begin within a call and end after it, so the two are counted.
-template <class Work>
-void Dispatcher::WhileProcessing(Work work) {
-    const auto finish = [this] {
-        --processing_;
-        if (!processing() && afterCall_)
-            afterCall_();
-    };
-    ++processing_;
-    try {
-        work();
-    } catch (...) {
-        finish();
-        throw;
-    }
-    finish();
+    if (parts_.call.busy())
+        return;
+    const CallInProgress::Part part(parts_.call);
+    DialOrHandleEvent();
 }
 
 void Dispatcher::DialOrHandleEvent() {
-    const double begin = clock_.Timer();
+    const double begin = parts_.clock.Timer();
     if (form_.visible())
         form_.SelectTab(form_.tabstripOptions, OptionsTab::status);
 
     if (!form_.txtOutboundPhone.text().empty()) {
-        if (!dialer_.Dial())
+        if (!parts_.dialer.Dial())
             return;
     } else {
         History(form_.txtCallType.text() == inbound && InboundSearch());
     }
-    status_.WriteStatus(Join(L"Call processing completed in ",
-                             FormatSeconds(clock_.Timer() - begin), L" seconds."));
+    parts_.status.WriteStatus(Join(L"Call processing completed in ",
+                                   FormatSeconds(parts_.clock.Timer() - begin), L" seconds."));
 }
 
 bool Dispatcher::InboundSearch() {
     const auto report = [this](std::wstring_view text) {
-        status_.WriteStatus(Join(searchPhase, text));
+        parts_.status.WriteStatus(Join(searchPhase, text));
     };
     if (!form_.chkPopOnInboundCall.checked()) {
         report(L"no searching requested on inbound call.");
@@ -112,14 +86,14 @@ bool Dispatcher::InboundSearch() {
     if (notification == started) {
         if (atStart) {
             report(L"searching while incoming call is ringing.");
-            found = search_.SearchContact(ShowInGoldMine::Yes);
+            found = parts_.search.SearchContact(ShowInGoldMine::Yes);
         } else {
             report(L"call start (ringing) event ignored.");
         }
     } else if (notification == connected) {
         if (atConnect) {
             report(L"searching after incoming call was answered.");
-            found = search_.SearchContact(ShowInGoldMine::Yes);
+            found = parts_.search.SearchContact(ShowInGoldMine::Yes);
         } else {
             report(L"call connect (answered) event ignored.");
         }
@@ -132,7 +106,7 @@ bool Dispatcher::InboundSearch() {
 
 void Dispatcher::History(bool foundInThisRun) {
     const auto report = [this](std::wstring_view text) {
-        status_.WriteStatus(Join(historyPhase, text));
+        parts_.status.WriteStatus(Join(historyPhase, text));
     };
     if (form_.chkCreateHistory.value() == CheckBox::unchecked) {
         report(L"no history creation requested.");
@@ -155,7 +129,8 @@ void Dispatcher::History(bool foundInThisRun) {
     if ((isStart && atStart) || (isConnect && atConnect) || (isEnd && atEnd)) {
         // Only at the start is the inbound search of the same run trusted; at the other moments
         // the user may have moved to another record since.
-        const bool found = (isStart && foundInThisRun) || search_.SearchContact(ShowInGoldMine::No);
+        const bool found =
+            (isStart && foundInThisRun) || parts_.search.SearchContact(ShowInGoldMine::No);
         if (found)
             CreateHistoryForEvent();
     } else if (isStart) {
@@ -179,20 +154,17 @@ void Dispatcher::CreateHistoryForEvent() {
         if (callType == outbound)
             refText = Join(words.reference, L"outgoing call to ", cid);
     }
-    status_.WriteStatus(Join(L"Creating history at ", words.stage, L" of call."));
+    parts_.status.WriteStatus(Join(L"Creating history at ", words.stage, L" of call."));
     RecordingLinkState link;
     if (form_.chkCreateLink.checked())
         PrepareLink(link);
     if (form_.chkAutoOpenHistory.checked() && form_.GoldMineVersionOK &&
         form_.optOpenHistoryBeforeSaving.selected()) {
-        // Until here the dialog of the call before may still have come.
-        refText_ = refText;
-        link_ = link;
-        history_.OpenCompleteCallDialog();
+        parts_.dialog.OpenCompleteCallDialog(refText, link);
     } else {
-        history_.SaveHistory(refText, words.stage, link);
+        parts_.history.SaveHistory(refText, words.stage, link);
     }
-    status_.WriteStatus(Join(L"Finishing creating history at ", words.stage, L" of call."));
+    parts_.status.WriteStatus(Join(L"Finishing creating history at ", words.stage, L" of call."));
 }
 
 void Dispatcher::PrepareLink(RecordingLinkState& link) {
@@ -202,17 +174,13 @@ void Dispatcher::PrepareLink(RecordingLinkState& link) {
         if (milliseconds != static_cast<std::int32_t>(milliseconds)) {
             throw MakeRuntimeError(ErrorNumber::Overflow);
         }
-        status_.WriteStatus(Join(L"Delaying adding link for ", seconds, L" seconds."));
-        clock_.PumpEvents();
+        parts_.status.WriteStatus(Join(L"Delaying adding link for ", seconds, L" seconds."));
+        parts_.clock.PumpEvents();
         // A negative wait is an empty one.
         if (milliseconds > 0)
-            clock_.Sleep(static_cast<std::uint32_t>(milliseconds));
+            parts_.clock.Sleep(static_cast<std::uint32_t>(milliseconds));
     }
-    recordingLink_.GetFileLink(link);
-}
-
-void Dispatcher::FillInCallDialog(std::int32_t windowHandle) {
-    WhileProcessing([&] { notes_.AddRefAndNotesToOpenCallDialog(windowHandle, refText_, link_); });
+    parts_.recordingLink.GetFileLink(link);
 }
 
 }  // namespace corvane

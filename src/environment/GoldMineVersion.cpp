@@ -35,14 +35,8 @@ std::optional<bool> IsRecentEnough(const std::wstring& version) {
 }  // namespace
 
 GoldMineVersion::GoldMineVersion(Form& form, Macro& macro, GoldMineIniSetup& iniSetup,
-                                 const EnablingRules& rules, StatusWriter& status,
-                                 MessageBoxes& boxes)
-    : form_(form),
-      macro_(macro),
-      iniSetup_(iniSetup),
-      rules_(rules),
-      status_(status),
-      boxes_(boxes) {}
+                                 StatusWriter& status, MessageBoxes& boxes)
+    : form_(form), macro_(macro), iniSetup_(iniSetup), status_(status), boxes_(boxes) {}
 
 bool GoldMineVersion::CheckGoldMineVersion(bool& versionOK) {
     versionOK = false;
@@ -63,7 +57,7 @@ bool GoldMineVersion::CheckGoldMineVersion(bool& versionOK) {
 
 bool GoldMineVersion::ApplyGoldMineVersion() {
     if (form_.GoldMineVersionOK) {
-        rules_.RunAll();
+        RunAllEnablingRules(form_);
         return iniSetup_.Run();
     }
     constexpr std::wstring_view tooOld = L"Corvane requires GoldMine 6.7 or later. Exiting.";

@@ -4,7 +4,6 @@
 
 namespace corvane {
 
-class EnablingRules;
 class Form;
 class GoldMineIniSetup;
 class Macro;
@@ -14,8 +13,8 @@ class StatusWriter;
 // Which GoldMine runs, and whether it is recent enough: 6.7 or later.
 class GoldMineVersion {
 public:
-    GoldMineVersion(Form& form, Macro& macro, GoldMineIniSetup& iniSetup,
-                    const EnablingRules& rules, StatusWriter& status, MessageBoxes& boxes);
+    GoldMineVersion(Form& form, Macro& macro, GoldMineIniSetup& iniSetup, StatusWriter& status,
+                    MessageBoxes& boxes);
 
     // False when the version cannot be read or parsed; the user has been told.
     [[nodiscard]] bool CheckGoldMineVersion(bool& versionOK);
@@ -27,7 +26,6 @@ private:
     Form& form_;
     Macro& macro_;
     GoldMineIniSetup& iniSetup_;
-    const EnablingRules& rules_;
     StatusWriter& status_;
     MessageBoxes& boxes_;
 };

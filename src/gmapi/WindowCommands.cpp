@@ -2,7 +2,6 @@
 
 #include "gmapi/Envelope.h"
 #include "gmapi/GMUI.h"
-#include "seams/StatusWriter.h"
 #include "util/RuntimeError.h"
 #include "util/Text.h"
 
@@ -15,25 +14,6 @@ std::wstring StatusDigit(const std::wstring& reply) {
     constexpr std::size_t position = 38;
     return reply.size() > position ? reply.substr(position, 1) : std::wstring();
 }
-
-// While the dialog is being filled in, GoldMine's commands let further events in. Afterwards it is
-// no longer awaited, even when filling it in failed.
-class HandledOnce {
-public:
-    HandledOnce(bool& handling, bool& watching) : handling_(handling), watching_(watching) {
-        handling_ = true;
-    }
-    ~HandledOnce() {
-        handling_ = false;
-        watching_ = false;
-    }
-    HandledOnce(const HandledOnce&) = delete;
-    HandledOnce& operator=(const HandledOnce&) = delete;
-
-private:
-    bool& handling_;
-    bool& watching_;
-};
 
 }  // namespace
 
@@ -70,27 +50,11 @@ std::wstring WindowCommands::RecordObj(std::wstring_view command, std::wstring_v
 }
 
 bool WindowCommands::RegisterWindowUpDown(std::wstring_view window, bool monitor) {
-    watchingCallDialog_ = monitor;
-    callDialogRegistered_ = monitor;
     const std::wstring reply = gmui_.GMUI_Execute(Command(L"RegisterWindowUpDown")
                                                       .Data(L"Window", window)
                                                       .Data(L"Monitor", monitor ? L"1" : L"0")
                                                       .Text());
     return reply == SuccessReply(L"RegisterWindowUpDown", L"Success");
-}
-
-void WindowCommands::moGMUI_WindowUpDown(const std::wstring& windowName, bool up,
-                                         std::int32_t windowHandle) {
-    if (windowName != completeCallWindow || !watchingCallDialog_ || !up)
-        return;
-    if (handlingCallDialog_)
-        return;
-    {
-        const HandledOnce once(handlingCallDialog_, watchingCallDialog_);
-        if (onCallDialog_)
-            onCallDialog_(windowHandle);
-    }
-    status_.WriteStatus(L"Finished opening Complete Call dialog before saving in history.");
 }
 
 std::wstring WindowCommands::GetControlText(std::wstring_view windowHandle,

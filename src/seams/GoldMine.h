@@ -1,14 +1,18 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <string>
 
 namespace corvane {
 
-// GoldMine raised WindowUpDown: a window it was asked to watch came up or went away.
-using WindowUpDownHandler =
-    std::function<void(const std::wstring& windowName, bool up, std::int32_t windowHandle)>;
+// Hears of GoldMine's event: a window that it was asked to watch came up or went away. The event
+// arrives on the program's thread, between commands or inside one.
+class WindowUpDownListener {
+public:
+    virtual ~WindowUpDownListener() = default;
+    virtual void moGMUI_WindowUpDown(const std::wstring& windowName, bool up,
+                                     std::int32_t windowHandle) noexcept = 0;
+};
 
 // GoldMine's user-interface automation object. GoldMineAutomation is the real one.
 class GoldMine {
@@ -22,8 +26,8 @@ public:
     // 0x800706BE connection lost, else what GoldMine or the system says.
     [[nodiscard]] virtual std::wstring Send(const std::wstring& command) = 0;
     virtual void Release() noexcept = 0;
-    // The event arrives on the program's thread, between commands or inside one.
-    virtual void setWindowUpDownHandler(WindowUpDownHandler handler) = 0;
+    // Set once the listener is there, which itself needs GoldMine to be there; nullptr: nobody.
+    virtual void setListener(WindowUpDownListener* listener) = 0;
 };
 
 }  // namespace corvane

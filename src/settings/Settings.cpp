@@ -9,14 +9,29 @@
 
 namespace corvane {
 
+namespace {
+
+// What GoldMine is too old for: of a group, another member is selected instead.
+void SwitchOff(const Form& form, Control& option) {
+    if (option.spec().kind == ControlKind::CheckBox) {
+        static_cast<CheckBox&>(option).setChecked(false);
+    } else {
+        const auto group = form.GroupOf(static_cast<OptionButton&>(option));
+        group[group.front() == &option ? 1 : 0]->setSelected(true);
+    }
+}
+
+}  // namespace
+
 Settings::Settings(Form& form, Registry& registry, StatusWriter& status, MessageBoxes& boxes)
     : form_(form), registry_(registry), status_(status), boxes_(boxes) {}
 
 void Settings::LoadSettings() {
     cSimuIniFile store = OwnSettingsStore(registry_);
-    for (const std::wstring_view name : savedOptions) {
-        Control& option = form_.control(name);
-        SetOptionFromText(option, store.ReadProfileString(option.name(), option.tag()));
+    for (const std::size_t row : savedOptions) {
+        Control& option = *form_.controls()[row];
+        if (&option != &form_.chkWriteLog)  // the log has loaded it
+            SetOptionFromText(option, store.ReadProfileString(option.name(), option.tag()));
     }
     form_.SettingsDirty = false;
 }
@@ -29,25 +44,20 @@ bool Settings::SaveSettings() {
         return false;
     }
     cSimuIniFile store = OwnSettingsStore(registry_);
-    for (const std::wstring_view name : savedOptions) {
-        const Control& option = form_.control(name);
+    for (const std::size_t row : savedOptions) {
+        const Control& option = *form_.controls()[row];
         store.WriteProfileString(option.name(), OptionText(option));
     }
-    if (afterSave_)
-        afterSave_();
     status_.WriteStatus(L"Settings saved.");
     form_.SettingsDirty = false;
     return true;
 }
 
 void Settings::RestoreDefaults() {
-    for (const std::wstring_view name : restoredOptions) {
-        Control& option = form_.control(name);
-        // Searching Phone2 and Phone3 and opening the history item need GoldMine 6.7.
-        if (&option == &form_.optPhone123 && !form_.GoldMineVersionOK)
-            form_.optPhone1Only.setSelected(true);
-        else if (&option == &form_.chkAutoOpenHistory && !form_.GoldMineVersionOK)
-            form_.chkAutoOpenHistory.setChecked(false);
+    for (const std::size_t row : restoredOptions) {
+        Control& option = *form_.controls()[row];
+        if (option.spec().has(ControlTrait::needsGoldMine67) && !form_.GoldMineVersionOK)
+            SwitchOff(form_, option);
         else
             SetOptionFromText(option, option.tag());
     }

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <functional>
-
 namespace corvane {
 
 class Form;
@@ -26,15 +24,11 @@ public:
     // Sets the options from their defaults, without asking and without saving.
     void RestoreDefaults();
 
-    // Runs right after the options were stored: the log stores its own option then.
-    void setAfterSave(std::function<void()> afterSave) { afterSave_ = std::move(afterSave); }
-
 private:
     Form& form_;
     Registry& registry_;
     StatusWriter& status_;
     MessageBoxes& boxes_;
-    std::function<void()> afterSave_;
 };
 
 }  // namespace corvane

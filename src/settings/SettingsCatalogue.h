@@ -1,98 +1,42 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
-#include <string_view>
+#include <utility>
+
+#include "ui/form/ControlCatalogue.h"
 
 namespace corvane {
 
-// The options in load and save order. An entry's name is its control's name; kind, default and
-// caption stand with the control in the control catalogue.
-//
-// chkWriteLog is not among them: the log loads it before all others, so that the lines of loading
-// are already logged as configured, and stores it right after the others were saved.
-inline constexpr auto savedOptions = std::to_array<std::wstring_view>({
-    L"chkGlobalEnable",
-    L"chkTrimOutboundPrefix",
-    L"txtOutboundMaxLength",
-    L"optPhone1Only",
-    L"optPhone123",
-    L"chkSearchInAddlContacts",
-    L"chkIgnoreShortCallerID",
-    L"txtCallerIDMinLength",
-    L"chkFormatCallerID",
-    L"txtCallerIDFormat",
-    L"chkCallerIDIgnoreLeading1",
-    L"chkCallerIDRemoveSpaces",
-    L"chkPopOnInboundCall",
-    L"optPopOnInboundCallStart",
-    L"optPopOnInboundCallConnect",
-    L"optPopCurrentWindow",
-    L"optPopNewWindow",
-    L"optProcessStart",
-    L"optProcessConnect",
-    L"optProcessEnd",
-    L"chkCreateHistory",
-    L"chkCreateLink",
-    L"txtLinkedItemPath",
-    L"chkDelayAddingLink",
-    L"txtDelayAddingLinkSeconds",
-    L"chkConfirmRecentRecordingFile",
-    L"txtRecordingFileMaxAgeSeconds",
-    L"chkConfirmLinkCallIdentifier",
-    L"chkFillInRef",
-    L"chkAutoOpenHistory",
-    L"optOpenHistoryBeforeSaving",
-    L"optOpenHistoryAfterSaving",
-    L"optCompleteCallByType",
-    L"optCompleteScheduledCall",
-    L"optCompleteUnscheduledCall",
-    L"chkAlwaysShowForm",
-    L"chkAutoProcess",
-    L"chkLogCOMCalls",
-    L"txtCOMDurationSeconds",
-});
+namespace catalogue_detail {
 
-// The options that Restore Defaults sets, in its order. The master switch is left as it is.
-inline constexpr auto restoredOptions = std::to_array<std::wstring_view>({
-    L"chkTrimOutboundPrefix",
-    L"txtOutboundMaxLength",
-    L"optPhone1Only",
-    L"optPhone123",
-    L"chkSearchInAddlContacts",
-    L"chkFormatCallerID",
-    L"txtCallerIDFormat",
-    L"chkIgnoreShortCallerID",
-    L"txtCallerIDMinLength",
-    L"chkCallerIDIgnoreLeading1",
-    L"chkCallerIDRemoveSpaces",
-    L"optPopCurrentWindow",
-    L"optPopNewWindow",
-    L"chkPopOnInboundCall",
-    L"optPopOnInboundCallStart",
-    L"optPopOnInboundCallConnect",
-    L"chkCreateHistory",
-    L"optProcessStart",
-    L"optProcessConnect",
-    L"optProcessEnd",
-    L"chkFillInRef",
-    L"chkAutoOpenHistory",
-    L"optOpenHistoryBeforeSaving",
-    L"optCompleteCallByType",
-    L"optCompleteScheduledCall",
-    L"optCompleteUnscheduledCall",
-    L"optOpenHistoryAfterSaving",
-    L"chkCreateLink",
-    L"txtLinkedItemPath",
-    L"chkDelayAddingLink",
-    L"txtDelayAddingLinkSeconds",
-    L"chkConfirmRecentRecordingFile",
-    L"txtRecordingFileMaxAgeSeconds",
-    L"chkConfirmLinkCallIdentifier",
-    L"chkAlwaysShowForm",
-    L"chkAutoProcess",
-    L"chkWriteLog",
-    L"chkLogCOMCalls",
-    L"txtCOMDurationSeconds",
-});
+// The rows of the options that have a place in that order; the places count up from 1, one each.
+template <int Kept::*order>
+consteval auto OptionsInOrder() {
+    constexpr auto count = static_cast<std::size_t>(std::ranges::count_if(
+        controlCatalogue, [](const ControlSpec& row) { return row.kept.*order > 0; }));
+    std::array<std::size_t, count> rows;
+    rows.fill(noControl);
+    for (std::size_t row = 0; row < controlCount; ++row) {
+        const int place = controlCatalogue[row].kept.*order;
+        if (place == 0)
+            continue;
+        if (std::exchange(rows.at(static_cast<std::size_t>(place - 1)), row) != noControl)
+            throw "two options have one place";
+    }
+    return rows;
+}
+
+}  // namespace catalogue_detail
+
+// Rows of the catalogue. An entry's name is its control's name; kind, default and caption stand
+// with the control.
+//
+// The last of the saved ones, chkWriteLog, is loaded by the log before all others, so that the
+// lines of loading are already logged as configured.
+inline constexpr auto savedOptions = catalogue_detail::OptionsInOrder<&Kept::saved>();
+
+// The options that Restore Defaults sets. The master switch is left as it is.
+inline constexpr auto restoredOptions = catalogue_detail::OptionsInOrder<&Kept::restored>();
 
 }  // namespace corvane

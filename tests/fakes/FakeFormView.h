@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -15,6 +16,8 @@ public:
     void Detach() override { actions_ = nullptr; }
     void OnControlChanged(const Control& control, ControlAspect aspect) override {
         changes.push_back({control.name(), aspect});
+        if (onChange)
+            onChange(control);
     }
     void OnWindowChanged() override { ++windowChanges; }
     void OnFocusRequested(const Control& control) override { focus.push_back(control.name()); }
@@ -30,7 +33,18 @@ public:
         ControlAspect aspect;
         bool operator==(const Change&) const = default;
     };
+    // The controls whose text or value changed, in order.
+    [[nodiscard]] std::vector<std::wstring> ChangedValues() const {
+        std::vector<std::wstring> names;
+        for (const Change& change : changes) {
+            if (change.aspect == ControlAspect::Text || change.aspect == ControlAspect::Value)
+                names.push_back(change.control);
+        }
+        return names;
+    }
+
     std::vector<Change> changes;
+    std::function<void(const Control&)> onChange;  // what happens at a change
     int windowChanges = 0;
     std::vector<std::wstring> focus;
     bool entryFinishes = true;

@@ -43,12 +43,10 @@ public:
         ++releases;
         connected_ = false;
     }
-    void setWindowUpDownHandler(WindowUpDownHandler handler) override {
-        handler_ = std::move(handler);
-    }
+    void setListener(WindowUpDownListener* listener) override { listener_ = listener; }
     void RaiseWindowUpDown(const std::wstring& windowName, bool up, std::int32_t windowHandle) {
-        if (handler_)
-            handler_(windowName, up, windowHandle);
+        if (listener_)
+            listener_->moGMUI_WindowUpDown(windowName, up, windowHandle);
     }
 
     std::map<std::wstring, std::wstring> answers;
@@ -62,7 +60,7 @@ public:
 
 private:
     bool connected_ = false;
-    WindowUpDownHandler handler_;
+    WindowUpDownListener* listener_ = nullptr;
 };
 
 }  // namespace corvane::test

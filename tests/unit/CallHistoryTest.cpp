@@ -6,12 +6,6 @@
 namespace corvane::test {
 namespace {
 
-const std::wstring registration =
-    L"<GMAPI call=\"RegisterWindowUpDown\"><data name=\"Window\">DIALOGSCHEDULECOMPLETE</data>"
-    L"<data name=\"Monitor\">1</data></GMAPI>";
-const std::wstring executed =
-    L"<GMAPI call=\"MenuCommand\"><status code=\"1\">The command was executed.</status></GMAPI>";
-
 const std::wstring insertIncoming =
     L"<GMAPI call=\"InsHist\"><data name=\"AccNo\">A&amp;1</data><data name=\"Activity\"></data>"
     L"<data name=\"Duration\"></data><data name=\"OpRecID\"></data>"
@@ -55,8 +49,6 @@ protected:
         goldMine.answers[move] = Reply(L"Move", L"1", L"1");
         goldMine.answers[unlock] = Reply(L"Unlock", L"1", L"1");
         goldMine.answers[close] = Reply(L"Close", L"1", L"1");
-        goldMine.answers[registration] =
-            L"<GMAPI call=\"RegisterWindowUpDown\"><status code=\"1\">Success</status></GMAPI>";
         link.RecordingPathOrReason = L"C:\\Rec\\a.wav";
         link.LinkHTML = L"<A>";
         link.LinkDocumentHTML = L"<HTML>";
@@ -64,150 +56,8 @@ protected:
     void Save() { history.SaveHistory(L"Ended <call>", L"end", link); }
 
     RecordingLinkState link;
-    CallHistory history{form, gmui, macro, records, windows, status, boxes};
+    CallHistory history{form, gmui, macro, records, status, boxes};
 };
-
-struct CompleteCall {
-    enum Option { byType, scheduled, unscheduled } option;
-    std::wstring callType;
-    std::wstring command;
-};
-
-class CompleteCallTest : public CallHistoryTest, public testing::WithParamInterface<CompleteCall> {
-protected:
-    CompleteCallTest() {
-        OptionButton* const options[] = {&form.optCompleteCallByType,
-                                         &form.optCompleteScheduledCall,
-                                         &form.optCompleteUnscheduledCall};
-        options[GetParam().option]->setSelected(true);
-        form.txtCallType.setText(GetParam().callType);
-    }
-};
-
-TEST_P(CompleteCallTest, OpensTheDialogConfigured) {
-    goldMine.answers[GetParam().command] = executed;
-
-    history.OpenCompleteCallDialog();
-
-    EXPECT_EQ(goldMine.commands, (Lines{registration, GetParam().command}));
-    EXPECT_EQ(status.lines, Lines{L"Opening Complete Call dialog before saving in history."});
-    EXPECT_TRUE(windows.WatchingCallDialog());
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Settings, CompleteCallTest,
-    testing::Values(
-        CompleteCall{CompleteCall::byType, L"I",
-                     L"<GMAPI call=\"MenuCommand\">CompleteUnscheduledIncomingCall</GMAPI>"},
-        CompleteCall{CompleteCall::byType, L"O",
-                     L"<GMAPI call=\"MenuCommand\">CompleteScheduledCall</GMAPI>"},
-        CompleteCall{CompleteCall::scheduled, L"I",
-                     L"<GMAPI call=\"MenuCommand\">CompleteScheduledCall</GMAPI>"},
-        CompleteCall{CompleteCall::scheduled, L"O",
-                     L"<GMAPI call=\"MenuCommand\">CompleteScheduledCall</GMAPI>"},
-        CompleteCall{CompleteCall::unscheduled, L"I",
-                     L"<GMAPI call=\"MenuCommand\">CompleteUnscheduledIncomingCall</GMAPI>"},
-        CompleteCall{CompleteCall::unscheduled, L"O",
-                     L"<GMAPI call=\"MenuCommand\">CompleteUnscheduledOutgoingCall</GMAPI>"}));
-
-TEST_F(CallHistoryTest, ARefusedRegistrationIsToldAndTheDialogOpenedAllTheSame) {
-    form.optCompleteScheduledCall.setSelected(true);
-    const std::wstring command = L"<GMAPI call=\"MenuCommand\">CompleteScheduledCall</GMAPI>";
-    goldMine.answers[command] = executed;
-    goldMine.answers[registration] =
-        L"<GMAPI call=\"RegisterWindowUpDown\"><status code=\"0\">Failure</status></GMAPI>";
-    history.OpenCompleteCallDialog();
-    EXPECT_EQ(goldMine.commands, (Lines{registration, command}));
-    EXPECT_EQ(status.lines,
-              (Lines{L"Could not watch for Complete Call dialog, so its Ref and Notes may stay "
-                     L"empty.",
-                     L"Opening Complete Call dialog before saving in history."}));
-}
-
-// 3CX says I or O; a letter typed by hand may be any other.
-TEST_F(CallHistoryTest, ACallOfAnotherTypeOpensTheIncomingDialog) {
-    form.optCompleteCallByType.setSelected(true);
-    const std::wstring command =
-        L"<GMAPI call=\"MenuCommand\">CompleteUnscheduledIncomingCall</GMAPI>";
-    goldMine.answers[command] = executed;
-    for (const wchar_t* type : {L"", L"X", L"o"}) {
-        form.txtCallType.setText(type);
-        history.OpenCompleteCallDialog();
-        EXPECT_EQ(goldMine.commands.back(), command);
-    }
-}
-
-TEST_F(CallHistoryTest, TheLineIsWrittenBetweenTheRegistrationAndTheMenuCommand) {
-    form.optCompleteScheduledCall.setSelected(true);
-    goldMine.answers[L"<GMAPI call=\"MenuCommand\">CompleteScheduledCall</GMAPI>"] = executed;
-    std::vector<std::size_t> linesBefore;
-    goldMine.onSend = [&](const std::wstring&) { linesBefore.push_back(status.lines.size()); };
-    history.OpenCompleteCallDialog();
-    EXPECT_EQ(linesBefore, (std::vector<std::size_t>{0, 1}));
-}
-
-TEST_F(CallHistoryTest, TheDialogMayComeUpBeforeTheMenuCommandIsAnswered) {
-    form.optCompleteScheduledCall.setSelected(true);
-    const std::wstring command = L"<GMAPI call=\"MenuCommand\">CompleteScheduledCall</GMAPI>";
-    goldMine.answers[command] = executed;
-    int handled = 0;
-    windows.setCallDialogHandler([&](std::int32_t) { ++handled; });
-    goldMine.onSend = [&](const std::wstring& sent) {
-        if (sent == command)
-            windows.moGMUI_WindowUpDown(L"DIALOGSCHEDULECOMPLETE", true, 4711);
-    };
-
-    history.OpenCompleteCallDialog();
-
-    EXPECT_EQ(handled, 1);
-    EXPECT_FALSE(windows.WatchingCallDialog());
-    EXPECT_EQ(status.lines,
-              (Lines{L"Opening Complete Call dialog before saving in history.",
-                     L"Finished opening Complete Call dialog before saving in history."}));
-}
-
-class RefusedMenuCommandTest : public CallHistoryTest,
-                               public testing::WithParamInterface<std::wstring> {};
-
-TEST_P(RefusedMenuCommandTest, IsReportedAndNothingIsWaitedFor) {
-    form.optCompleteScheduledCall.setSelected(true);
-    goldMine.answers[L"<GMAPI call=\"MenuCommand\">CompleteScheduledCall</GMAPI>"] = GetParam();
-    history.OpenCompleteCallDialog();
-    EXPECT_EQ(status.lines, (Lines{L"Opening Complete Call dialog before saving in history.",
-                                   L"Could not open Complete Call dialog."}));
-    EXPECT_FALSE(windows.WatchingCallDialog());
-    EXPECT_TRUE(windows.CallDialogRegistered());
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Replies, RefusedMenuCommandTest,
-    testing::Values(
-        L"", L"False", L"<GMAPI call=\"MenuCommand\"><status code=\"1\">",
-        L"<GMAPI call=\"MenuCommand\"><status code=\"0\">The command was executed.</status>"
-        L"</GMAPI>",
-        L"<GMAPI call=\"MenuCommand\"><status code=\"1\">The command was executed</status>"
-        L"</GMAPI>"));
-
-TEST_F(CallHistoryTest, AMenuCommandThatRaisesIsNotWaitedForEither) {
-    form.optCompleteScheduledCall.setSelected(true);
-    goldMine.onSend = [&](const std::wstring& sent) {
-        if (sent.find(L"MenuCommand") != std::wstring::npos)
-            goldMine.sendError = CompleteError(91);
-    };
-    EXPECT_EQ(ErrorOf([&] { history.OpenCompleteCallDialog(); }).number, 91);
-    EXPECT_FALSE(windows.WatchingCallDialog());
-    EXPECT_TRUE(windows.CallDialogRegistered());
-}
-
-TEST_F(CallHistoryTest, ARegistrationThatRaisesIsNotWaitedForEither) {
-    goldMine.onSend = [&](const std::wstring& sent) {
-        if (sent.find(L"RegisterWindowUpDown") != std::wstring::npos)
-            goldMine.sendError = CompleteError(91);
-    };
-    EXPECT_EQ(ErrorOf([&] { history.OpenCompleteCallDialog(); }).number, 91);
-    EXPECT_FALSE(windows.WatchingCallDialog());
-    EXPECT_EQ(status.lines, Lines{});
-}
 
 struct Direction {
     std::wstring callType;

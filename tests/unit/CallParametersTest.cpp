@@ -13,7 +13,7 @@ class CallParametersTest : public ProgramTest {
 protected:
     // Parses with the options in their defaults.
     ParsedParameters Parse(const std::wstring& arguments) {
-        TestProgram& made = Make(arguments);
+        Program& made = Make(arguments);
         made.settings.LoadSettings();
         return made.parameters.ParseCallParameters();
     }

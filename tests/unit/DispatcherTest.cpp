@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "calls/CallHistory.h"
+#include "calls/CompleteCallDialog.h"
 #include "calls/HtmlNotes.h"
 #include "calls/RecordingLink.h"
 #include "dialing/Dialer.h"
@@ -11,6 +12,7 @@
 #include "fakes/FakeHtmlDocument.h"
 #include "fakes/FakeProcesses.h"
 #include "GoldMineFixture.h"
+#include "util/ErrorReport.h"
 
 namespace corvane::test {
 namespace {
@@ -81,15 +83,15 @@ protected:
     HtmlScript html;
     Dialer dialer{form, processes, status, boxes};
     ContactSearch search{form, macro, dataStream, windows, status, boxes};
-    CallHistory history{form, gmui, macro, records, windows, status, boxes};
+    CallHistory history{form, gmui, macro, records, status, boxes};
     RecordingLink recordingLink{form, files, status, boxes, clock};
-    HtmlNotes notes{form,
-                    windows,
-                    status,
-                    clock,
-                    [this] { return std::make_unique<FakeHtmlDocument>(html); },
+    HtmlNotes notes{status, clock, [this] { return std::make_unique<FakeHtmlDocument>(html); },
                     L"CorvaneTo3CX"};
-    Dispatcher dispatcher{form, dialer, search, history, recordingLink, notes, status, clock};
+    ErrorReport errors{status, boxes};
+    CallInProgress inProgress{form};
+    CompleteCallDialog dialog{{form, gmui, windows, notes, inProgress, status, errors, clock}};
+    Dispatcher dispatcher{
+        {form, dialer, search, history, dialog, recordingLink, inProgress, status, clock}};
 };
 
 enum class Moment { None, Start, Connect, End };
@@ -599,7 +601,7 @@ TEST_F(DispatcherTest, TheRecordingOfTheCallBeforeIsForgotten) {
 
     // Neither a Reference nor a link: no field of the dialog is touched.
     goldMine.commands.clear();
-    dispatcher.FillInCallDialog(4711);
+    dialog.moGMUI_WindowUpDown(L"DIALOGSCHEDULECOMPLETE", true, 4711);
     EXPECT_EQ(goldMine.commands, Lines{});
 }
 
@@ -608,14 +610,14 @@ TEST_F(DispatcherTest, TheReferenceOfTheCallBeforeIsForgotten) {
     OpenTheDialog();
     dispatcher.ProcessCall();
     goldMine.commands.clear();
-    dispatcher.FillInCallDialog(4711);
+    dialog.moGMUI_WindowUpDown(L"DIALOGSCHEDULECOMPLETE", true, 4711);
     EXPECT_NE(goldMine.commands, Lines{});
 
     form.chkFillInRef.setChecked(false);
     dispatcher.ProcessCall();
 
     goldMine.commands.clear();
-    dispatcher.FillInCallDialog(4711);
+    dialog.moGMUI_WindowUpDown(L"DIALOGSCHEDULECOMPLETE", true, 4711);
     EXPECT_EQ(goldMine.commands, Lines{});
 }
 
@@ -633,7 +635,7 @@ TEST_F(DispatcherTest, ADialogStillAwaitedGetsItsOwnCallsReference) {
     Lines filledIn;
     clock.onPump = [&] {
         goldMine.commands.clear();
-        dispatcher.FillInCallDialog(4711);
+        dialog.moGMUI_WindowUpDown(L"DIALOGSCHEDULECOMPLETE", true, 4711);
         filledIn = goldMine.commands;
     };
     dispatcher.ProcessCall();

@@ -170,17 +170,6 @@ TEST_F(FormTest, ACheckBoxHasThreeStates) {
     }
 }
 
-TEST_F(FormTest, TheChangeHandlerSeesTheNewStateAndTheDirtyFlag) {
-    bool seen = false;
-    form.setChangeHandler([&](Control& control) {
-        seen = &control == &form.chkFillInRef && form.chkFillInRef.checked() && form.SettingsDirty;
-    });
-
-    form.chkFillInRef.setChecked(true);
-
-    EXPECT_TRUE(seen);
-}
-
 TEST_F(FormTest, TheViewIsToldWhatChanged) {
     form.txtStatus.setText(L"one");
     form.txtStatus.Append(L"two");

@@ -104,7 +104,7 @@ protected:
     Macro macro{gmui};
     DataStream dataStream{gmui, form, status, boxes};
     Records records{gmui};
-    WindowCommands windows{gmui, status};
+    WindowCommands windows{gmui};
 };
 
 }  // namespace corvane::test

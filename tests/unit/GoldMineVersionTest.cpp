@@ -12,9 +12,8 @@ class GoldMineVersionTest : public GoldMineFixture {
 protected:
     FakeFileSystem files;
     FakeIniFiles iniFiles;
-    EnablingRules rules{form};
     GoldMineIniSetup setup{form, macro, files, iniFiles, boxes};
-    GoldMineVersion version{form, macro, setup, rules, status, boxes};
+    GoldMineVersion version{form, macro, setup, status, boxes};
     bool versionOK = true;
 };
 
@@ -79,7 +78,7 @@ TEST_F(GoldMineVersionTest, AnOldGoldMineEndsStartUp) {
 TEST_F(GoldMineVersionTest, ARecentGoldMineEnablesItsFeaturesAndSetsUpDialing) {
     form.chkGlobalEnable.setChecked(true);
     form.chkCreateHistory.setChecked(true);
-    rules.RunAll();
+    RunAllEnablingRules(form);
     EXPECT_FALSE(form.optPhone123.enabled());
     EXPECT_FALSE(form.chkAutoOpenHistory.enabled());
 

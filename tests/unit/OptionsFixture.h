@@ -15,13 +15,9 @@
 
 namespace corvane::test {
 
-// A form with its enabling rules, and its options over a registry in memory.
+// A form, and its options over a registry in memory.
 class OptionsTest : public testing::Test {
 protected:
-    OptionsTest() {
-        form.setChangeHandler([this](Control& changed) { rules.Run(changed); });
-    }
-
     [[nodiscard]] std::wstring Shown(const std::wstring& name) const {
         return OptionText(form.control(name));
     }
@@ -38,7 +34,7 @@ protected:
     void LoadAsForUser() {
         settings.LoadSettings();
         form.GoldMineVersionOK = true;
-        rules.RunAll();
+        RunAllEnablingRules(form);
     }
 
     FakeRegistry registry;
@@ -46,7 +42,6 @@ protected:
     FakeMessageBoxes boxes;
     FakeFormView view;
     Form form{&view};
-    EnablingRules rules{form};
     Settings settings{form, registry, status, boxes};
 };
 

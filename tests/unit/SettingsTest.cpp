@@ -99,8 +99,6 @@ TEST_F(SettingsTest, AStoredTextThatDoesNotConvertRaises) {
 }
 
 TEST_F(SettingsTest, LoadingGoesInTheOrderOfTheCatalogue) {
-    std::vector<std::wstring> changed;
-    form.setChangeHandler([&](Control& control) { changed.push_back(control.name()); });
     std::vector<std::wstring> expected;
     for (const ExpectedOption& option : ExpectedOptions()) {
         if (option.kind == OptionKind::Choice)
@@ -111,6 +109,7 @@ TEST_F(SettingsTest, LoadingGoesInTheOrderOfTheCatalogue) {
 
     settings.LoadSettings();
 
+    std::vector<std::wstring> changed = view.ChangedValues();
     std::erase_if(changed, [](const std::wstring& name) { return name.starts_with(L"opt"); });
     EXPECT_EQ(changed, expected);
 }
@@ -172,6 +171,7 @@ TEST_F(SettingsTest, SavingWritesAllEntriesInOrderAndSaysSo) {
         expected.push_back(option.name);
         EXPECT_EQ(Stored(option.name), option.defaultText) << option.name;
     }
+    expected.push_back(L"chkWriteLog");
     EXPECT_EQ(registry.writes, expected);
     EXPECT_EQ(status.lines, (std::vector<std::wstring>{L"Settings saved."}));
     EXPECT_FALSE(form.SettingsDirty);
@@ -239,8 +239,6 @@ TEST_F(SettingsTest, TheFolderIsNotAskedForWithoutALink) {
 TEST_F(SettingsTest, AFailingWriteLeavesTheEarlierEntriesAndTheDirtyFlag) {
     LoadAsForUser();
     form.chkTrimOutboundPrefix.setChecked(false);
-    bool logSaved = false;
-    settings.setAfterSave([&] { logSaved = true; });
     registry.failingValues.insert(L"txtOutboundMaxLength");
 
     const RuntimeError error = ErrorOf([&] { static_cast<void>(settings.SaveSettings()); });
@@ -250,17 +248,29 @@ TEST_F(SettingsTest, AFailingWriteLeavesTheEarlierEntriesAndTheDirtyFlag) {
               (std::vector<std::wstring>{L"chkGlobalEnable", L"chkTrimOutboundPrefix"}));
     EXPECT_TRUE(form.SettingsDirty);
     EXPECT_TRUE(status.lines.empty());
-    EXPECT_FALSE(logSaved);
 }
 
-TEST_F(SettingsTest, TheLogStoresItsOptionRightAfterTheOthers) {
+TEST_F(SettingsTest, TheLogsOptionIsStoredRightAfterTheOthers) {
     LoadAsForUser();
-    std::vector<std::wstring> writesBefore;
-    settings.setAfterSave([&] { writesBefore = registry.writes; });
+    for (const bool on : {true, false}) {
+        form.chkWriteLog.setChecked(on);
+        registry.writes.clear();
 
-    EXPECT_TRUE(settings.SaveSettings());
+        EXPECT_TRUE(settings.SaveSettings());
 
-    EXPECT_EQ(writesBefore.size(), 39u);
+        EXPECT_EQ(registry.writes.size(), 40u);
+        EXPECT_EQ(registry.writes.back(), L"chkWriteLog");
+        EXPECT_EQ(Stored(L"chkWriteLog"), on ? L"1" : L"0");
+    }
+}
+
+TEST_F(SettingsTest, TheLogsOptionIsNotLoadedAgain) {
+    Store(L"chkWriteLog", L"yes");
+    form.chkWriteLog.setChecked(true);
+
+    settings.LoadSettings();
+
+    EXPECT_TRUE(form.chkWriteLog.checked());
 }
 
 // Every option but the master switch differs from its default, the log's option too.
@@ -318,11 +328,11 @@ TEST_F(RestoreDefaultsTest, AnOldGoldMineKeepsPhone1OnlyAndNoOpenHistory) {
 }
 
 TEST_F(RestoreDefaultsTest, TheOrderIsFixed) {
-    std::vector<std::wstring> changed;
-    form.setChangeHandler([&](Control& control) { changed.push_back(control.name()); });
+    view.changes.clear();
 
     settings.RestoreDefaults();
 
+    std::vector<std::wstring> changed = view.ChangedValues();
     std::erase_if(changed, [](const std::wstring& name) { return name.starts_with(L"opt"); });
     EXPECT_EQ(changed, (std::vector<std::wstring>{L"chkTrimOutboundPrefix",
                                                   L"txtOutboundMaxLength",

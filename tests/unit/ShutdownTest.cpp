@@ -20,11 +20,23 @@ const std::wstring unwatch =
 const std::wstring watched =
     L"<GMAPI call=\"RegisterWindowUpDown\"><status code=\"1\">Success</status></GMAPI>";
 
+const std::wstring openDialog =
+    L"<GMAPI call=\"MenuCommand\">CompleteUnscheduledIncomingCall</GMAPI>";
+
 class ShutdownTest : public ProgramTest {
 protected:
     ShutdownTest() {
         around.goldMine.answers[watch] = watched;
+        around.goldMine.answers[openDialog] =
+            L"<GMAPI call=\"MenuCommand\"><status code=\"1\">The command was executed.</status>"
+            L"</GMAPI>";
         around.goldMine.answers[unwatch] = watched;
+    }
+    // A call has asked for GoldMine's dialog, which is to be filled in with nothing.
+    void AwaitDialog() {
+        program().dialog.OpenCompleteCallDialog(L"", {});
+        around.goldMine.commands.clear();
+        program().form.txtStatus.setText(L"");
     }
     Strings Lines() { return StatusLines(program().form); }
     static Strings Waiting(int seconds) {
@@ -38,7 +50,7 @@ protected:
 };
 
 TEST_F(ShutdownTest, WithoutAWindowNothingIsAsked) {
-    TestProgram& made = Make();
+    Program& made = Make();
     made.form.SettingsDirty = true;
     EXPECT_TRUE(made.shutdown.Unload());
     EXPECT_EQ(Lines(), Strings{finished});
@@ -46,26 +58,26 @@ TEST_F(ShutdownTest, WithoutAWindowNothingIsAsked) {
 }
 
 TEST_F(ShutdownTest, GoldMineIsLetGoBeforeTheLastLine) {
-    TestProgram& made = Make();
+    Program& made = Make();
     int releasesAtTheLine = -1;
-    made.form.setChangeHandler([&](Control& changed) {
+    around.view.onChange = [&](const Control& changed) {
         if (&changed == &made.form.txtStatus)
             releasesAtTheLine = around.goldMine.releases;
-    });
+    };
     EXPECT_TRUE(made.shutdown.Unload());
     EXPECT_EQ(Lines(), Strings{finished});
     EXPECT_EQ(releasesAtTheLine, 1);
 }
 
 TEST_F(ShutdownTest, AShownWindowWithoutChangesAsksNothing) {
-    TestProgram& made = Make();
+    Program& made = Make();
     made.form.setVisible(true);
     EXPECT_TRUE(made.shutdown.Unload());
     EXPECT_EQ(Lines(), Strings{finished});
 }
 
 TEST_F(ShutdownTest, CancelKeepsTheWindowOpen) {
-    TestProgram& made = Make();
+    Program& made = Make();
     made.form.setVisible(true);
     made.form.SettingsDirty = true;
     around.boxes.answers = {BoxAnswer::Cancel};
@@ -77,7 +89,7 @@ TEST_F(ShutdownTest, CancelKeepsTheWindowOpen) {
 }
 
 TEST_F(ShutdownTest, NoClosesWithoutSaving) {
-    TestProgram& made = Make();
+    Program& made = Make();
     made.form.setVisible(true);
     made.form.SettingsDirty = true;
     around.boxes.answers = {BoxAnswer::No};
@@ -88,7 +100,7 @@ TEST_F(ShutdownTest, NoClosesWithoutSaving) {
 }
 
 TEST_F(ShutdownTest, YesSavesAndCloses) {
-    TestProgram& made = Make();
+    Program& made = Make();
     made.settings.LoadSettings();
     made.form.setVisible(true);
     made.form.chkCreateLink.setChecked(false);
@@ -101,8 +113,8 @@ TEST_F(ShutdownTest, YesSavesAndCloses) {
 }
 
 TEST_F(ShutdownTest, ABoxThatTheUserIsStillInIsCheckedOnlyBeforeSaving) {
-    TestProgram& made = Make();
-    made.view.entryFinishes = false;
+    Program& made = Make();
+    around.view.entryFinishes = false;
     made.form.setVisible(true);
     made.form.SettingsDirty = true;
     around.boxes.answers = {BoxAnswer::Yes, BoxAnswer::No};
@@ -114,7 +126,7 @@ TEST_F(ShutdownTest, ABoxThatTheUserIsStillInIsCheckedOnlyBeforeSaving) {
 }
 
 TEST_F(ShutdownTest, ASaveThatFailsTheFolderCheckKeepsTheWindow) {
-    TestProgram& made = Make();
+    Program& made = Make();
     made.settings.LoadSettings();
     made.form.setVisible(true);
     made.form.chkCreateLink.setChecked(true);
@@ -125,7 +137,7 @@ TEST_F(ShutdownTest, ASaveThatFailsTheFolderCheckKeepsTheWindow) {
 }
 
 TEST_F(ShutdownTest, ASaveThatFailsInTheRegistryIsToldAndKeepsTheWindow) {
-    TestProgram& made = Make();
+    Program& made = Make();
     made.settings.LoadSettings();
     made.form.setVisible(true);
     made.form.SettingsDirty = true;
@@ -139,22 +151,22 @@ TEST_F(ShutdownTest, ASaveThatFailsInTheRegistryIsToldAndKeepsTheWindow) {
 }
 
 TEST_F(ShutdownTest, AFollowUpThatNeverComesIsWaitedForTenSecondsAndWithdrawn) {
-    TestProgram& made = Make();
+    Program& made = Make();
     around.RunGoldMine();
-    static_cast<void>(made.windows.RegisterWindowUpDown(L"DIALOGSCHEDULECOMPLETE", true));
+    AwaitDialog();
     EXPECT_TRUE(made.shutdown.Unload());
     Strings expected = Waiting(10);
     expected.push_back(finished);
     EXPECT_EQ(Lines(), expected);
     EXPECT_EQ(around.clock.sleeps, std::vector<std::uint32_t>(10, 1000));
     EXPECT_EQ(around.clock.pumps, 11);
-    EXPECT_EQ(around.goldMine.commands, (Strings{watch, unwatch}));
+    EXPECT_EQ(around.goldMine.commands, Strings{unwatch});
 }
 
 TEST_F(ShutdownTest, WaitingEndsWhenTheDialogHasBeenFilledIn) {
-    TestProgram& made = Make();
+    Program& made = Make();
     around.RunGoldMine();
-    static_cast<void>(made.windows.RegisterWindowUpDown(L"DIALOGSCHEDULECOMPLETE", true));
+    AwaitDialog();
     around.clock.onPump = [&] {
         if (around.clock.pumps == 3)
             around.goldMine.RaiseWindowUpDown(L"DIALOGSCHEDULECOMPLETE", true, 4711);
@@ -165,39 +177,39 @@ TEST_F(ShutdownTest, WaitingEndsWhenTheDialogHasBeenFilledIn) {
     expected.push_back(finished);
     EXPECT_EQ(Lines(), expected);
     EXPECT_EQ(around.clock.sleeps.size(), 3u);
-    EXPECT_EQ(around.goldMine.commands, (Strings{watch, unwatch}));
+    EXPECT_EQ(around.goldMine.commands, Strings{unwatch});
 }
 
 TEST_F(ShutdownTest, AHandledDialogIsNotWaitedForButItsReportIsWithdrawn) {
-    TestProgram& made = Make();
+    Program& made = Make();
     around.RunGoldMine();
-    static_cast<void>(made.windows.RegisterWindowUpDown(L"DIALOGSCHEDULECOMPLETE", true));
+    AwaitDialog();
     around.goldMine.RaiseWindowUpDown(L"DIALOGSCHEDULECOMPLETE", true, 4711);
     EXPECT_TRUE(made.shutdown.Unload());
     EXPECT_EQ(around.clock.sleeps.size(), 0u);
-    EXPECT_EQ(around.goldMine.commands, (Strings{watch, unwatch}));
+    EXPECT_EQ(around.goldMine.commands, Strings{unwatch});
 }
 
 TEST_F(ShutdownTest, ASecondCloseDuringTheWaitDoesNothing) {
-    TestProgram& made = Make();
+    Program& made = Make();
     around.RunGoldMine();
     made.form.setVisible(true);
     made.form.SettingsDirty = true;
     around.boxes.answers = {BoxAnswer::No};
-    static_cast<void>(made.windows.RegisterWindowUpDown(L"DIALOGSCHEDULECOMPLETE", true));
+    AwaitDialog();
     around.clock.onPump = [&] { EXPECT_FALSE(made.actions.MayClose()); };
     EXPECT_TRUE(made.shutdown.Unload());
     EXPECT_EQ(around.boxes.Take(), std::vector<ShownBox>{saveQuestion});
     EXPECT_EQ(Lines().size(), 11u);
-    EXPECT_EQ(around.goldMine.commands, (Strings{watch, unwatch}));
+    EXPECT_EQ(around.goldMine.commands, Strings{unwatch});
 }
 
 TEST_F(ShutdownTest, NoCallBeginsDuringTheWait) {
-    TestProgram& made = Make();
+    Program& made = Make();
     around.RunGoldMine();
     made.form.setVisible(true);
     made.form.txtOutboundPhone.setText(L"5551234");
-    static_cast<void>(made.windows.RegisterWindowUpDown(L"DIALOGSCHEDULECOMPLETE", true));
+    AwaitDialog();
     around.clock.onPump = [&] { made.actions.ButtonClicked(made.form.cmdProcessCall); };
     EXPECT_TRUE(made.shutdown.Unload());
     Strings expected = Waiting(10);
@@ -207,7 +219,7 @@ TEST_F(ShutdownTest, NoCallBeginsDuringTheWait) {
 }
 
 TEST_F(ShutdownTest, AfterCancelTheWindowCanBeClosedAgain) {
-    TestProgram& made = Make();
+    Program& made = Make();
     made.form.setVisible(true);
     made.form.SettingsDirty = true;
     around.boxes.answers = {BoxAnswer::Cancel, BoxAnswer::No};
@@ -217,19 +229,20 @@ TEST_F(ShutdownTest, AfterCancelTheWindowCanBeClosedAgain) {
 }
 
 TEST_F(ShutdownTest, WhenGoldMineIsGoneNothingIsWithdrawn) {
-    TestProgram& made = Make();
-    static_cast<void>(made.windows.RegisterWindowUpDown(L"DIALOGSCHEDULECOMPLETE", true));
+    Program& made = Make();
+    AwaitDialog();
     around.goldMine.RaiseWindowUpDown(L"DIALOGSCHEDULECOMPLETE", true, 4711);
     EXPECT_TRUE(made.shutdown.Unload());
-    EXPECT_EQ(around.goldMine.commands, Strings{watch});
+    EXPECT_EQ(around.goldMine.commands, Strings{});
     EXPECT_EQ(Lines().back(), finished);
 }
 
 TEST_F(ShutdownTest, AnErrorOfGoldMinesDoesNotKeepTheProgram) {
-    TestProgram& made = Make();
+    Program& made = Make();
     around.RunGoldMine();
-    static_cast<void>(made.windows.RegisterWindowUpDown(L"DIALOGSCHEDULECOMPLETE", true));
-    made.windows.StopWatchingCallDialog();
+    AwaitDialog();
+    around.goldMine.RaiseWindowUpDown(L"DIALOGSCHEDULECOMPLETE", true, 4711);
+    made.form.txtStatus.setText(L"");
     around.goldMine.sendError = RuntimeError{91, L"GM", L"broken", L"", 0};
     EXPECT_TRUE(made.shutdown.Unload());
     EXPECT_EQ(around.boxes.Take().size(), 1u);

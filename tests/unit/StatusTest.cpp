@@ -270,16 +270,5 @@ TEST_F(StatusTest, ResettingTheRunNumberStoresZero) {
     EXPECT_EQ(Stored(L"PreviousStatus"), L"0");
 }
 
-TEST_F(StatusTest, TheLogsOptionIsStoredUnderItsName) {
-    Status& status = SetUpLog();
-
-    program().form.chkWriteLog.setChecked(true);
-    status.SaveWriteLog();
-    EXPECT_EQ(Stored(L"chkWriteLog"), L"1");
-    program().form.chkWriteLog.setChecked(false);
-    status.SaveWriteLog();
-    EXPECT_EQ(Stored(L"chkWriteLog"), L"0");
-}
-
 }  // namespace
 }  // namespace corvane::test

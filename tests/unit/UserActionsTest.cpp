@@ -18,16 +18,16 @@ protected:
         around.StoreOption(L"chkCreateHistory", L"0");
     }
     // The window of a settings run beside a running GoldMine.
-    TestProgram& Shown() {
+    Program& Shown() {
         around.RunGoldMine();
-        TestProgram& made = Make();
+        Program& made = Make();
         EXPECT_EQ(made.Run(), RunOutcome::WindowShown);
         return made;
     }
 };
 
 TEST_F(UserActionsTest, ProcessCallClearsTheStatusAndProcessesWhatTheBoxesHold) {
-    TestProgram& made = Shown();
+    Program& made = Shown();
     made.form.txtOutboundPhone.setText(L"555-0100");
     made.form.cmdProcessCall.setEnabled(true);
     made.actions.ButtonClicked(made.form.cmdProcessCall);
@@ -38,7 +38,7 @@ TEST_F(UserActionsTest, ProcessCallClearsTheStatusAndProcessesWhatTheBoxesHold) 
 }
 
 TEST_F(UserActionsTest, ProcessCallAsksForGoldMineWhenItDoesNotRun) {
-    TestProgram& made = Shown();
+    Program& made = Shown();
     around.processes.entries.clear();
     made.form.txtOutboundPhone.setText(L"555-0100");
     made.form.cmdProcessCall.setEnabled(true);
@@ -54,7 +54,7 @@ TEST_F(UserActionsTest, ProcessCallAsksForGoldMineWhenItDoesNotRun) {
 }
 
 TEST_F(UserActionsTest, ADisabledButtonDoesNothing) {
-    TestProgram& made = Shown();
+    Program& made = Shown();
     made.form.txtOutboundPhone.setText(L"555-0100");
     ASSERT_FALSE(made.form.cmdProcessCall.enabled());
     made.actions.ButtonClicked(made.form.cmdProcessCall);
@@ -62,15 +62,15 @@ TEST_F(UserActionsTest, ADisabledButtonDoesNothing) {
 }
 
 TEST_F(UserActionsTest, ExitClosesTheWindowByItsShutdown) {
-    TestProgram& made = Shown();
+    Program& made = Shown();
     made.actions.ButtonClicked(made.form.cmdExit);
-    EXPECT_EQ(made.view.closeRequests, 1);
-    EXPECT_TRUE(made.view.closed);
+    EXPECT_EQ(around.view.closeRequests, 1);
+    EXPECT_TRUE(around.view.closed);
     EXPECT_EQ(StatusLines(made.form).back(), L"Finished unloading form and closing program.");
 }
 
 TEST_F(UserActionsTest, ParamsOpensAndClosesThePanel) {
-    TestProgram& made = Shown();
+    Program& made = Shown();
     made.actions.ButtonClicked(made.form.cmdParams);
     EXPECT_EQ(made.form.width(), 13920);
     EXPECT_EQ(made.form.cmdParams.caption(), L"<< &Params");
@@ -80,7 +80,7 @@ TEST_F(UserActionsTest, ParamsOpensAndClosesThePanel) {
 }
 
 TEST_F(UserActionsTest, SaveAndRestoreButtonsDoWhatTheySay) {
-    TestProgram& made = Shown();
+    Program& made = Shown();
     made.form.txtCallerIDMinLength.setText(L"9");
     made.actions.ButtonClicked(made.form.cmdSaveSettings);
     EXPECT_EQ(around.registry.Stored(FakeRegistry::ownKey, L"txtCallerIDMinLength"), L"9");
@@ -92,18 +92,18 @@ TEST_F(UserActionsTest, SaveAndRestoreButtonsDoWhatTheySay) {
 }
 
 TEST_F(UserActionsTest, AnErrorBehindAButtonIsShownOnceAndTheWindowStays) {
-    TestProgram& made = Shown();
+    Program& made = Shown();
     around.registry.failingValues = {L"chkGlobalEnable"};
     made.actions.ButtonClicked(made.form.cmdSaveSettings);
     const auto shown = around.boxes.Take();
     ASSERT_EQ(shown.size(), 1u);
     EXPECT_EQ(shown[0].icon, BoxIcon::Critical);
     EXPECT_TRUE(shown[0].text.starts_with(L"Run-time error '-2147191503':\r\n\r\n"));
-    EXPECT_FALSE(made.view.closed);
+    EXPECT_FALSE(around.view.closed);
 }
 
 TEST_F(UserActionsTest, CheckBoxesToggleAndOptionsSelect) {
-    TestProgram& made = Shown();
+    Program& made = Shown();
     made.actions.CheckBoxClicked(made.form.chkTrimOutboundPrefix);
     EXPECT_FALSE(made.form.chkTrimOutboundPrefix.checked());
     EXPECT_FALSE(made.form.txtOutboundMaxLength.enabled());
@@ -114,7 +114,7 @@ TEST_F(UserActionsTest, CheckBoxesToggleAndOptionsSelect) {
 }
 
 TEST_F(UserActionsTest, OnlyAClickAsksAboutAdditionalContacts) {
-    TestProgram& made = Shown();
+    Program& made = Shown();
     around.boxes.answers = {BoxAnswer::No};
     made.actions.CheckBoxClicked(made.form.chkSearchInAddlContacts);
     EXPECT_EQ(around.boxes.Take().size(), 1u);
@@ -123,18 +123,18 @@ TEST_F(UserActionsTest, OnlyAClickAsksAboutAdditionalContacts) {
 }
 
 TEST_F(UserActionsTest, TheMasterSwitchCheckedAgainSavesAndCloses) {
-    TestProgram& made = Shown();
+    Program& made = Shown();
     made.actions.CheckBoxClicked(made.form.chkGlobalEnable);
     EXPECT_FALSE(made.form.chkTrimOutboundPrefix.enabled());
     around.boxes.answers = {BoxAnswer::Yes};
     made.actions.CheckBoxClicked(made.form.chkGlobalEnable);
     EXPECT_EQ(around.boxes.Take().size(), 1u);
     EXPECT_EQ(around.registry.Stored(FakeRegistry::ownKey, L"chkGlobalEnable"), L"1");
-    EXPECT_TRUE(made.view.closed);
+    EXPECT_TRUE(around.view.closed);
 }
 
 TEST_F(UserActionsTest, LeavingABoxRunsItsCheck) {
-    TestProgram& made = Shown();
+    Program& made = Shown();
     made.form.txtOutboundMaxLength.setText(L"21");
     EXPECT_FALSE(made.actions.MayLeave(made.form.txtOutboundMaxLength, true));
     made.form.txtOutboundMaxLength.setText(L"20");
@@ -149,7 +149,7 @@ TEST_F(UserActionsTest, LeavingABoxRunsItsCheck) {
 }
 
 TEST_F(UserActionsTest, AnErrorWhileTheFolderIsLookedThroughIsShownAndTheBoxMayBeLeft) {
-    TestProgram& made = Shown();
+    Program& made = Shown();
     made.form.txtLinkedItemPath.setText(L"C:\\Rec");
     around.files.folders = {L"C:\\Rec"};
     around.files.searchError = RuntimeError{52, L"files", L"Bad file name", L"", 0};
@@ -163,7 +163,7 @@ TEST_F(UserActionsTest, AnErrorWhileTheFolderIsLookedThroughIsShownAndTheBoxMayB
 }
 
 TEST_F(UserActionsTest, ClickingTheLogsOptionMakesTheSettingsDirty) {
-    TestProgram& made = Shown();
+    Program& made = Shown();
     ASSERT_FALSE(made.form.SettingsDirty);
     made.actions.CheckBoxClicked(made.form.chkWriteLog);
     EXPECT_TRUE(made.form.chkWriteLog.checked());
@@ -173,7 +173,7 @@ TEST_F(UserActionsTest, ClickingTheLogsOptionMakesTheSettingsDirty) {
 // A box that is neither checked nor unchecked, as a foreign hand may store it.
 TEST_F(UserActionsTest, AGreyedMasterSwitchCountsAsOnAndAClickAsksAsForCheckingIt) {
     around.StoreOption(L"chkGlobalEnable", L"2");
-    TestProgram& made = Shown();
+    Program& made = Shown();
     ASSERT_EQ(made.form.chkGlobalEnable.value(), 2);
     EXPECT_TRUE(made.form.chkTrimOutboundPrefix.enabled());
     around.boxes.answers = {BoxAnswer::No};
@@ -186,12 +186,12 @@ TEST_F(UserActionsTest, AGreyedMasterSwitchCountsAsOnAndAClickAsksAsForCheckingI
                                    L"can then re-start the program.")}));
     EXPECT_EQ(made.form.chkGlobalEnable.value(), 0);
     EXPECT_FALSE(made.form.SettingsDirty);
-    EXPECT_FALSE(made.view.closed);
+    EXPECT_FALSE(around.view.closed);
 }
 
 TEST_F(UserActionsTest, AClickOnAGreyedSearchOfAdditionalContactsAsksAsForCheckingIt) {
     around.StoreOption(L"chkSearchInAddlContacts", L"2");
-    TestProgram& made = Shown();
+    Program& made = Shown();
     ASSERT_EQ(made.form.chkSearchInAddlContacts.value(), 2);
     around.boxes.answers = {BoxAnswer::Yes};
 
@@ -221,7 +221,7 @@ TEST_F(UserActionsTest, WhileACallIsProcessedNoOtherBeginsAndTheWindowClosesAfte
     around.StoreOption(L"chkCreateLink", L"1");
     around.StoreOption(L"txtLinkedItemPath", L"C:\\Rec");
     around.files.folders = {L"C:\\Rec"};
-    TestProgram& made = Make();
+    Program& made = Make();
     ASSERT_EQ(made.Run(), RunOutcome::WindowShown);
     around.goldMine.answerAll = [](const std::wstring& command) {
         const bool insert = command.find(L"InsHist") != std::wstring::npos;
@@ -234,11 +234,11 @@ TEST_F(UserActionsTest, WhileACallIsProcessedNoOtherBeginsAndTheWindowClosesAfte
         around.clock.onPump = nullptr;
         made.actions.ButtonClicked(made.form.cmdProcessCall);
         made.actions.ButtonClicked(made.form.cmdExit);
-        EXPECT_FALSE(made.view.closed);
+        EXPECT_FALSE(around.view.closed);
     };
     made.actions.ButtonClicked(made.form.cmdProcessCall);
 
-    EXPECT_TRUE(made.view.closed);
+    EXPECT_TRUE(around.view.closed);
     const Strings lines = StatusLines(made.form);
     EXPECT_EQ(std::count(lines.begin(), lines.end(), L"Creating history at connection of call."),
               1);
@@ -252,7 +252,7 @@ TEST_F(UserActionsTest, WhileTheDialogIsFilledInNoCallBeginsAndTheWindowClosesAf
     around.StoreOption(L"chkCreateHistory", L"1");
     around.StoreOption(L"chkAutoOpenHistory", L"1");
     around.StoreOption(L"optOpenHistoryBeforeSaving", L"True");
-    TestProgram& made = Make();
+    Program& made = Make();
     ASSERT_EQ(made.Run(), RunOutcome::WindowShown);
     around.goldMine.answerAll = [](const std::wstring& command) -> std::wstring {
         if (command.find(L"RegisterWindowUpDown") != std::wstring::npos)
@@ -278,27 +278,26 @@ TEST_F(UserActionsTest, WhileTheDialogIsFilledInNoCallBeginsAndTheWindowClosesAf
     around.files.newest.name = L"a.wav";
     made.form.SettingsDirty = false;
     made.actions.ButtonClicked(made.form.cmdProcessCall);
-    ASSERT_TRUE(made.windows.WatchingCallDialog());
     Strings expected = StatusLines(made.form);
-    made.view.Detach();  // the window comes to its closing later
+    around.view.Detach();  // the window comes to its closing later
 
     int pumps = 0;
     around.clock.onPump = [&] {
         ++pumps;
         made.actions.ButtonClicked(made.form.cmdProcessCall);
         EXPECT_FALSE(made.actions.MayClose());
-        EXPECT_EQ(made.view.closeRequests, 0);
+        EXPECT_EQ(around.view.closeRequests, 0);
     };
     around.goldMine.RaiseWindowUpDown(L"DIALOGSCHEDULECOMPLETE", true, 4711);
 
     EXPECT_EQ(pumps, 2);
-    EXPECT_EQ(made.view.closeRequests, 1);
+    EXPECT_EQ(around.view.closeRequests, 1);
     expected.push_back(L"Finished opening Complete Call dialog before saving in history.");
     EXPECT_EQ(StatusLines(made.form), expected);
 }
 
 TEST_F(UserActionsTest, ActivationBringsTheFocusToAnEnabledProcessCall) {
-    TestProgram& made = Shown();
+    Program& made = Shown();
     made.actions.Activated();
     EXPECT_EQ(made.form.focused(), nullptr);
     made.form.cmdProcessCall.setEnabled(true);

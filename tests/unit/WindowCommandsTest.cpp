@@ -13,16 +13,13 @@ const std::wstring registrationOff =
     L"<data name=\"Monitor\">0</data></GMAPI>";
 const std::wstring registered =
     L"<GMAPI call=\"RegisterWindowUpDown\"><status code=\"1\">Success</status></GMAPI>";
-const std::wstring finished = L"Finished opening Complete Call dialog before saving in history.";
 
 class WindowCommandsTest : public GoldMineFixture {
 protected:
     WindowCommandsTest() {
         goldMine.answers[registrationOn] = registered;
         goldMine.answers[registrationOff] = registered;
-        windows.setCallDialogHandler([this](std::int32_t handle) { handled.push_back(handle); });
     }
-    std::vector<std::int32_t> handled;
 };
 
 struct CallerIDCommand {
@@ -152,19 +149,9 @@ INSTANTIATE_TEST_SUITE_P(
                     Digit{L"12345678901234567890123456789012345678", L""}, Digit{L"False", L""},
                     Digit{L"", L""}));
 
-TEST_F(WindowCommandsTest, RegisteringSetsTheWatchFlagBeforeTheCommandIsSent) {
-    std::vector<bool> watching;
-    goldMine.onSend = [&](const std::wstring&) {
-        watching.push_back(windows.WatchingCallDialog());
-    };
-
-    EXPECT_FALSE(windows.WatchingCallDialog());
+TEST_F(WindowCommandsTest, RegisteringTurnsTheReportOnOrOff) {
     EXPECT_TRUE(windows.RegisterWindowUpDown(L"DIALOGSCHEDULECOMPLETE", true));
-    EXPECT_TRUE(windows.WatchingCallDialog());
     EXPECT_TRUE(windows.RegisterWindowUpDown(L"DIALOGSCHEDULECOMPLETE", false));
-    EXPECT_FALSE(windows.WatchingCallDialog());
-
-    EXPECT_EQ(watching, (std::vector<bool>{true, false}));
     EXPECT_EQ(goldMine.commands, (Lines{registrationOn, registrationOff}));
 }
 
@@ -174,7 +161,6 @@ class RegistrationReplyTest : public WindowCommandsTest,
 TEST_P(RegistrationReplyTest, OnlyTheExactReplyIsASuccess) {
     goldMine.answers[registrationOn] = GetParam();
     EXPECT_FALSE(windows.RegisterWindowUpDown(L"DIALOGSCHEDULECOMPLETE", true));
-    EXPECT_TRUE(windows.WatchingCallDialog());
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -185,83 +171,6 @@ INSTANTIATE_TEST_SUITE_P(
         L"<GMAPI call=\"RegisterWindowUpDown\"><status code=\"0\">Success</status></GMAPI>",
         L"<GMAPI call=\"RegisterWindowUpDown\"><status code=\"1\">Success</status></GMAPI> ",
         L"<GMAPI call=\"RegisterWindowUpDown\"><status code=\"1\">Success</status></GMAPI>\r\n"));
-
-TEST_F(WindowCommandsTest, TheAwaitedDialogIsHandledOnce) {
-    static_cast<void>(windows.RegisterWindowUpDown(L"DIALOGSCHEDULECOMPLETE", true));
-    windows.moGMUI_WindowUpDown(L"DIALOGSCHEDULECOMPLETE", true, 4711);
-    windows.moGMUI_WindowUpDown(L"DIALOGSCHEDULECOMPLETE", true, 4712);
-    EXPECT_EQ(handled, std::vector<std::int32_t>{4711});
-    EXPECT_FALSE(windows.WatchingCallDialog());
-    EXPECT_EQ(status.lines, Lines{finished});
-}
-
-TEST_F(WindowCommandsTest, TheWatchFlagIsClearedAndTheLineWrittenAfterTheDialogWasFilledIn) {
-    bool watchingInside = false;
-    Lines linesInside = {L"not called"};
-    windows.setCallDialogHandler([&](std::int32_t) {
-        watchingInside = windows.WatchingCallDialog();
-        linesInside = status.lines;
-    });
-    static_cast<void>(windows.RegisterWindowUpDown(L"DIALOGSCHEDULECOMPLETE", true));
-    windows.moGMUI_WindowUpDown(L"DIALOGSCHEDULECOMPLETE", true, 1);
-    EXPECT_TRUE(watchingInside);
-    EXPECT_EQ(linesInside, Lines{});
-}
-
-TEST_F(WindowCommandsTest, AnEventWhileTheDialogIsFilledInDoesNotFillItTwice) {
-    windows.setCallDialogHandler([this](std::int32_t handle) {
-        handled.push_back(handle);
-        if (handled.size() < 5)
-            windows.moGMUI_WindowUpDown(L"DIALOGSCHEDULECOMPLETE", true, handle);
-    });
-    static_cast<void>(windows.RegisterWindowUpDown(L"DIALOGSCHEDULECOMPLETE", true));
-    windows.moGMUI_WindowUpDown(L"DIALOGSCHEDULECOMPLETE", true, 4711);
-    EXPECT_EQ(handled, std::vector<std::int32_t>{4711});
-    EXPECT_EQ(status.lines, Lines{finished});
-}
-
-TEST_F(WindowCommandsTest, AnErrorWhileTheDialogIsFilledInGoesToTheCaller) {
-    windows.setCallDialogHandler([](std::int32_t) { throw CompleteError(13); });
-    static_cast<void>(windows.RegisterWindowUpDown(L"DIALOGSCHEDULECOMPLETE", true));
-    EXPECT_EQ(
-        ErrorOf([&] { windows.moGMUI_WindowUpDown(L"DIALOGSCHEDULECOMPLETE", true, 1); }).number,
-        13);
-    EXPECT_FALSE(windows.WatchingCallDialog()) << "it was handled, if without success";
-    ExpectNoLines();
-}
-
-TEST_F(WindowCommandsTest, RegisteringAgainAwaitsTheNextDialog) {
-    static_cast<void>(windows.RegisterWindowUpDown(L"DIALOGSCHEDULECOMPLETE", true));
-    windows.moGMUI_WindowUpDown(L"DIALOGSCHEDULECOMPLETE", true, 1);
-    static_cast<void>(windows.RegisterWindowUpDown(L"DIALOGSCHEDULECOMPLETE", true));
-    windows.moGMUI_WindowUpDown(L"DIALOGSCHEDULECOMPLETE", true, 2);
-    EXPECT_EQ(handled, (std::vector<std::int32_t>{1, 2}));
-}
-
-struct Event {
-    bool watching;
-    std::wstring window;
-    bool up;
-};
-
-class IgnoredEventTest : public WindowCommandsTest, public testing::WithParamInterface<Event> {};
-
-TEST_P(IgnoredEventTest, DoesNothing) {
-    static_cast<void>(windows.RegisterWindowUpDown(L"DIALOGSCHEDULECOMPLETE", GetParam().watching));
-    windows.moGMUI_WindowUpDown(GetParam().window, GetParam().up, 4711);
-    EXPECT_TRUE(handled.empty());
-    EXPECT_EQ(windows.WatchingCallDialog(), GetParam().watching);
-    ExpectNoLines();
-}
-
-INSTANTIATE_TEST_SUITE_P(Events, IgnoredEventTest,
-                         testing::Values(Event{true, L"DIALOGSCHEDULECOMPLETE", false},
-                                         Event{false, L"DIALOGSCHEDULECOMPLETE", true},
-                                         Event{false, L"DIALOGSCHEDULECOMPLETE", false},
-                                         Event{true, L"DialogScheduleComplete", true},
-                                         Event{true, L"DIALOGSCHEDULECOMPLETE ", true},
-                                         Event{true, L"DIALOGSCHEDULE", true},
-                                         Event{true, L"", true}));
 
 class GetControlTextTest : public WindowCommandsTest {
 protected:
@@ -346,7 +255,7 @@ protected:
     }
     ScriptedReader reader;
     GMUI scriptedGmui{goldMine, reader, form, status, boxes, clock};
-    WindowCommands scriptedWindows{scriptedGmui, status};
+    WindowCommands scriptedWindows{scriptedGmui};
 };
 
 TEST_F(ControlTextQueriesTest, TheWindowIsReadAsMarkupAndTheControlOutOfIt) {

@@ -30,15 +30,14 @@ struct SeenEvent {
 
 // GoldMine's object on the other side of COM's proxies; the reply is "<command> done" unless the
 // test says otherwise.
-class GoldMineAutomationTest : public testing::Test {
+class GoldMineAutomationTest : public testing::Test, private WindowUpDownListener {
 protected:
-    void SetUp() override {
-        goldMine.setWindowUpDownHandler(
-            [this](const std::wstring& windowName, bool up, std::int32_t windowHandle) {
-                events.push_back({windowName, up, windowHandle});
-                if (onEvent)
-                    onEvent();
-            });
+    GoldMineAutomationTest() { goldMine.setListener(this); }
+    void moGMUI_WindowUpDown(const std::wstring& windowName, bool up,
+                             std::int32_t windowHandle) noexcept override {
+        events.push_back({windowName, up, windowHandle});
+        if (onEvent)
+            onEvent();
     }
 
     ComApartment apartment;
@@ -260,7 +259,7 @@ TEST_P(GoldMineAutomationBusyTest, IsAskedAgainUntilItAnswers) {
 TEST_P(GoldMineAutomationBusyTest, EventArrivesInTheMeantime) {
     goldMine.Connect();
     std::atomic<int> seen = 0;
-    goldMine.setWindowUpDownHandler([&](const std::wstring&, bool, std::int32_t) { ++seen; });
+    onEvent = [&] { ++seen; };
     bool raised = false;
     // Busy until the event has come: had it to wait for the call's end, the call would be given up.
     answer = [&](const std::wstring&) {

@@ -803,15 +803,12 @@ TEST_F(MainWindowTest, ClosingIsAskedOnceWhileTheQuestionIsOpen) {
 
 TEST_F(MainWindowTest, TheMasterSwitchKeepsTheFocusWhenItDisablesTheRest) {
     Show();
-    const EnablingRules rules(form);
-    form.setChangeHandler([&](Control& changed) { rules.Run(changed); });
     form.chkGlobalEnable.setChecked(true);
     SetFocus(Native(form.chkGlobalEnable));
     form.chkGlobalEnable.setChecked(false);
     EXPECT_EQ(GetFocus(), Native(form.chkGlobalEnable));
-    rules.RunOnActivation();
+    RunEnablingRulesOnActivation(form);
     EXPECT_EQ(GetFocus(), Native(form.chkGlobalEnable));
-    form.setChangeHandler(nullptr);
 }
 
 TEST_F(MainWindowTest, WindowStaysWhenClosingIsCancelled) {

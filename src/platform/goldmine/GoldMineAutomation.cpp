@@ -46,10 +46,7 @@ void GoldMineAutomation::Connect() {
     try {
         subscription_ = std::make_unique<WindowUpDownSubscription>(
             *object_.Get(), identifiers_->eventInterface, identifiers_->windowUpDown,
-            [this](const std::wstring& windowName, bool up, std::int32_t windowHandle) {
-                if (handler_)
-                    handler_(windowName, up, windowHandle);
-            });
+            static_cast<WindowUpDownListener&>(*this));
     } catch (...) {
         Release();
         throw;

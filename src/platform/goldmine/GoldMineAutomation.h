@@ -12,7 +12,7 @@
 namespace corvane {
 
 // GoldMine's automation object in its own process. Needs the thread's apartment.
-class GoldMineAutomation final : public GoldMine {
+class GoldMineAutomation final : public GoldMine, private WindowUpDownListener {
 public:
     GoldMineAutomation() = default;
     ~GoldMineAutomation() override;
@@ -23,15 +23,19 @@ public:
     void Connect() override;
     [[nodiscard]] std::wstring Send(const std::wstring& command) override;
     void Release() noexcept override;
-    void setWindowUpDownHandler(WindowUpDownHandler handler) override {
-        handler_ = std::move(handler);
-    }
+    void setListener(WindowUpDownListener* listener) override { listener_ = listener; }
 
 private:
+    void moGMUI_WindowUpDown(const std::wstring& windowName, bool up,
+                             std::int32_t windowHandle) noexcept override {
+        if (listener_)
+            listener_->moGMUI_WindowUpDown(windowName, up, windowHandle);
+    }
+
     std::optional<GoldMineIdentifiers> identifiers_;  // read once per run
     Microsoft::WRL::ComPtr<IDispatch> object_;
     std::unique_ptr<WindowUpDownSubscription> subscription_;
-    WindowUpDownHandler handler_;
+    WindowUpDownListener* listener_ = nullptr;
 };
 
 }  // namespace corvane

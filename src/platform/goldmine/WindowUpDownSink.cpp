@@ -10,13 +10,11 @@ namespace {
 
 using Microsoft::WRL::ComPtr;
 
-// The receiving end: decodes the event's arguments and calls the handler.
+// The receiving end: decodes the event's arguments and tells the listener.
 class Sink final : public ComObject<IDispatch> {
 public:
-    Sink(const IID& eventInterface, DISPID windowUpDown, WindowUpDownHandler handler)
-        : eventInterface_(eventInterface),
-          windowUpDown_(windowUpDown),
-          handler_(std::move(handler)) {}
+    Sink(const IID& eventInterface, DISPID windowUpDown, WindowUpDownListener& listener)
+        : eventInterface_(eventInterface), windowUpDown_(windowUpDown), listener_(listener) {}
 
     HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
         if (!count)
@@ -35,9 +33,9 @@ public:
         constexpr UINT argumentCount = 3;
         if (!parameters || parameters->cArgs < argumentCount)
             return DISP_E_BADPARAMCOUNT;
-        // The handler may end the subscription, and with it the last other reference.
+        // The listener may end the subscription, and with it the last other reference.
         const ComPtr<IDispatch> alive(this);
-        // No exception may cross the COM border; the handler reports its own errors.
+        // No exception may cross the COM border.
         try {
             // Arguments arrive in reverse order.
             VARIANT* last = parameters->rgvarg + parameters->cArgs - 1;
@@ -50,8 +48,8 @@ public:
             ThrowIfFailed(VariantChangeType(handle.get(), last - 2, 0, VT_I8));
             const std::wstring windowName(name->bstrVal ? name->bstrVal : L"",
                                           SysStringLen(name->bstrVal));
-            handler_(windowName, up->boolVal != VARIANT_FALSE,
-                     static_cast<std::int32_t>(handle->llVal));
+            listener_.moGMUI_WindowUpDown(windowName, up->boolVal != VARIANT_FALSE,
+                                          static_cast<std::int32_t>(handle->llVal));
             return S_OK;
         } catch (const RuntimeError&) {
             return DISP_E_TYPEMISMATCH;
@@ -67,19 +65,19 @@ private:
 
     IID eventInterface_;
     DISPID windowUpDown_;
-    WindowUpDownHandler handler_;
+    WindowUpDownListener& listener_;
 };
 
 }  // namespace
 
 WindowUpDownSubscription::WindowUpDownSubscription(IUnknown& source, const IID& eventInterface,
                                                    DISPID windowUpDown,
-                                                   WindowUpDownHandler handler) {
+                                                   WindowUpDownListener& listener) {
     ComPtr<IConnectionPointContainer> container;
     ThrowIfFailed(source.QueryInterface(__uuidof(IConnectionPointContainer),
                                         reinterpret_cast<void**>(container.GetAddressOf())));
     ThrowIfFailed(container->FindConnectionPoint(eventInterface, connectionPoint_.GetAddressOf()));
-    const auto sink = MakeComObject<Sink>(eventInterface, windowUpDown, std::move(handler));
+    const auto sink = MakeComObject<Sink>(eventInterface, windowUpDown, listener);
     ThrowIfFailed(connectionPoint_->Advise(sink.Get(), &cookie_));
 }
 

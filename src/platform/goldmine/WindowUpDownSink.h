@@ -11,9 +11,9 @@ namespace corvane {
 // Listens to an automation object's event; unadvises when it is destroyed.
 class WindowUpDownSubscription {
 public:
-    // Raises when the object does not offer the event interface.
+    // Raises when the object does not offer the event interface. The listener outlives this.
     WindowUpDownSubscription(IUnknown& source, const IID& eventInterface, DISPID windowUpDown,
-                             WindowUpDownHandler handler);
+                             WindowUpDownListener& listener);
     ~WindowUpDownSubscription();
     WindowUpDownSubscription(const WindowUpDownSubscription&) = delete;
     WindowUpDownSubscription& operator=(const WindowUpDownSubscription&) = delete;

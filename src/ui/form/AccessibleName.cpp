@@ -1,7 +1,5 @@
 #include "ui/form/AccessibleName.h"
 
-#include <algorithm>
-
 #include "util/Text.h"
 
 namespace corvane {
@@ -13,21 +11,21 @@ bool StandTogether(const ControlSpec& one, const ControlSpec& other) {
 }
 
 bool SharesItsCaption(const ControlSpec& spec) {
-    return std::count_if(controlCatalogue.begin(), controlCatalogue.end(),
-                         [&spec](const ControlSpec& other) {
-                             return other.kind == spec.kind && other.caption == spec.caption;
-                         }) > 1;
+    int sharers = 0;
+    for (std::size_t row = 0; row < controlCount; ++row)
+        sharers += SpecOf(row).kind == spec.kind && SpecOf(row).caption == spec.caption ? 1 : 0;
+    return sharers > 1;
 }
 
 // A box is read with what stands around it: a check box before it, a label behind it.
 std::wstring NameOfBox(std::size_t row) {
-    const ControlSpec& box = controlCatalogue[row];
-    const ControlSpec& before = controlCatalogue[row - 1];
+    const ControlSpec& box = SpecOf(row);
+    const ControlSpec& before = SpecOf(row - 1);
     if (before.kind == ControlKind::Label)
         return {};
     std::wstring name(TrimBlanks(before.caption));
-    if (row + 1 < controlCatalogue.size()) {
-        const ControlSpec& behind = controlCatalogue[row + 1];
+    if (row + 1 < controlCount) {
+        const ControlSpec& behind = SpecOf(row + 1);
         if (behind.kind == ControlKind::Label && StandTogether(box, behind))
             name.append(L" ").append(behind.caption);
     }
@@ -36,17 +34,17 @@ std::wstring NameOfBox(std::size_t row) {
 
 // A group without a caption goes by its label, or by the option under which it stands.
 std::wstring NameOfGroup(std::size_t row) {
-    if (!controlCatalogue[row].caption.empty())
+    if (!SpecOf(row).caption.empty())
         return {};
-    const ControlSpec& first = controlCatalogue[row + 1];
+    const ControlSpec& first = SpecOf(row + 1);
     const bool hasLabel = first.kind == ControlKind::Label;
-    return std::wstring(hasLabel ? first.caption : controlCatalogue[row - 1].caption);
+    return std::wstring(hasLabel ? first.caption : SpecOf(row - 1).caption);
 }
 
 }  // namespace
 
 std::wstring AccessibleName(std::size_t row) {
-    const ControlSpec& spec = controlCatalogue[row];
+    const ControlSpec& spec = SpecOf(row);
     switch (spec.kind) {
         case ControlKind::TextBox:
             return NameOfBox(row);

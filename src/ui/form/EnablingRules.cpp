@@ -9,137 +9,78 @@ namespace corvane {
 
 namespace {
 
-bool EnabledAndChecked(const CheckBox& box) {
-    return box.enabled() && box.checked();
-}
-
-}  // namespace
-
-void EnablingRules::Run(const Control& changed) const {
-    struct Rule {
-        const Control& controlling;
-        void (EnablingRules::*run)() const;
-    };
-    const Rule rules[] = {
-        {form_.chkGlobalEnable, &EnablingRules::GlobalEnable},
-        {form_.chkTrimOutboundPrefix, &EnablingRules::TrimOutboundPrefix},
-        {form_.chkIgnoreShortCallerID, &EnablingRules::IgnoreShortCallerID},
-        {form_.chkPopOnInboundCall, &EnablingRules::PopOnInboundCall},
-        {form_.chkCreateHistory, &EnablingRules::CreateHistory},
-        {form_.chkCreateLink, &EnablingRules::CreateLink},
-        {form_.chkDelayAddingLink, &EnablingRules::DelayAddingLink},
-        {form_.chkConfirmRecentRecordingFile, &EnablingRules::ConfirmRecentRecordingFile},
-        {form_.chkAutoOpenHistory, &EnablingRules::AutoOpenHistory},
-        {form_.optOpenHistoryBeforeSaving, &EnablingRules::OpenHistoryBeforeSaving},
-        {form_.chkAlwaysShowForm, &EnablingRules::AlwaysShowForm},
-    };
-    for (const Rule& rule : rules) {
-        if (&rule.controlling == &changed)
-            (this->*rule.run)();
+bool IsOn(const Control& control) {
+    switch (control.spec().kind) {
+        case ControlKind::CheckBox:
+            return static_cast<const CheckBox&>(control).checked();
+        case ControlKind::OptionButton:
+            return static_cast<const OptionButton&>(control).selected();
+        default:
+            return false;
     }
 }
 
-void EnablingRules::RunOnActivation() const {
-    AlwaysShowForm();
-    GlobalEnable();
+bool GoldMineAllows(const Form& form, const Control& control) {
+    return form.GoldMineVersionOK || !control.spec().has(ControlTrait::needsGoldMine67);
 }
 
-void EnablingRules::RunAll() const {
-    SearchPhone123();
-    TrimOutboundPrefix();
-    IgnoreShortCallerID();
-    PopOnInboundCall();
-    CreateHistory();
-    AlwaysShowForm();
-    GlobalEnable();
+void EnableChildrenOf(Form& form, const Control& parent) {
+    const auto isChild = [&parent](const Control* control) {
+        return control->spec().enabledBy == parent.spec().name;
+    };
+    const bool enabled = parent.enabled() && IsOn(parent);
+    for (Control* control : form.controls()) {
+        if (isChild(control))
+            control->setEnabled(enabled && GoldMineAllows(form, *control));
+    }
+    for (const Control* control : form.controls()) {
+        if (isChild(control))
+            EnableChildrenOf(form, *control);
+    }
 }
 
-void EnablingRules::GlobalEnable() const {
-    if (form_.chkGlobalEnable.value() != CheckBox::unchecked)
+void DisableWithoutMasterSwitch(Form& form) {
+    if (form.chkGlobalEnable.value() != CheckBox::unchecked)
         return;
     const std::array<const Control*, 5> usable = {
-        &form_.frameOptions(form_.tabstripOptions.selectedTab()), &form_.frameGlobal,
-        &form_.chkGlobalEnable, &form_.cmdSaveSettings, &form_.cmdExit};
+        &form.frameOptions(form.tabstripOptions.selectedTab()), &form.frameGlobal,
+        &form.chkGlobalEnable, &form.cmdSaveSettings, &form.cmdExit};
     // A usable one is not even disabled in passing: that would take the focus from it. They come
     // first, so that the focus of a disabled one has somewhere to go.
     const auto staysUsable = [&](const Control* control) {
         return std::find(usable.begin(), usable.end(), control) != usable.end();
     };
     for (const bool enabled : {true, false}) {
-        for (Control* control : form_.controls()) {
+        for (Control* control : form.controls()) {
             if (staysUsable(control) == enabled)
                 control->setEnabled(enabled);
         }
     }
 }
 
-void EnablingRules::TrimOutboundPrefix() const {
-    form_.txtOutboundMaxLength.setEnabled(EnabledAndChecked(form_.chkTrimOutboundPrefix));
+}  // namespace
+
+void RunEnablingRules(Form& form, const Control& changed) {
+    if (&changed == &form.chkGlobalEnable)
+        DisableWithoutMasterSwitch(form);
+    else
+        EnableChildrenOf(form, changed);
 }
 
-void EnablingRules::IgnoreShortCallerID() const {
-    form_.txtCallerIDMinLength.setEnabled(EnabledAndChecked(form_.chkIgnoreShortCallerID));
+void RunEnablingRulesOnActivation(Form& form) {
+    EnableChildrenOf(form, form.chkAlwaysShowForm);
+    DisableWithoutMasterSwitch(form);
 }
 
-void EnablingRules::PopOnInboundCall() const {
-    const bool enabled = form_.chkPopOnInboundCall.checked();
-    form_.optPopOnInboundCallStart.setEnabled(enabled);
-    form_.optPopOnInboundCallConnect.setEnabled(enabled);
-}
-
-void EnablingRules::CreateHistory() const {
-    const bool enabled = form_.chkCreateHistory.checked();
-    form_.optProcessStart.setEnabled(enabled);
-    form_.optProcessConnect.setEnabled(enabled);
-    form_.optProcessEnd.setEnabled(enabled);
-    form_.chkFillInRef.setEnabled(enabled);
-    form_.chkAutoOpenHistory.setEnabled(enabled && form_.GoldMineVersionOK);
-    form_.chkCreateLink.setEnabled(enabled);
-    AutoOpenHistory();
-    CreateLink();
-}
-
-void EnablingRules::CreateLink() const {
-    const bool enabled = EnabledAndChecked(form_.chkCreateLink);
-    form_.txtLinkedItemPath.setEnabled(enabled);
-    form_.chkDelayAddingLink.setEnabled(enabled);
-    form_.lblDelayAddingLinkSeconds.setEnabled(enabled);
-    form_.chkConfirmRecentRecordingFile.setEnabled(enabled);
-    form_.lblRecordingFileMaxAgeSeconds.setEnabled(enabled);
-    form_.chkConfirmLinkCallIdentifier.setEnabled(enabled);
-    ConfirmRecentRecordingFile();
-    DelayAddingLink();
-}
-
-void EnablingRules::DelayAddingLink() const {
-    form_.txtDelayAddingLinkSeconds.setEnabled(EnabledAndChecked(form_.chkDelayAddingLink));
-}
-
-void EnablingRules::ConfirmRecentRecordingFile() const {
-    form_.txtRecordingFileMaxAgeSeconds.setEnabled(
-        EnabledAndChecked(form_.chkConfirmRecentRecordingFile));
-}
-
-void EnablingRules::AutoOpenHistory() const {
-    const bool enabled = EnabledAndChecked(form_.chkAutoOpenHistory);
-    form_.optOpenHistoryBeforeSaving.setEnabled(enabled);
-    form_.optOpenHistoryAfterSaving.setEnabled(enabled);
-    OpenHistoryBeforeSaving();
-}
-
-void EnablingRules::OpenHistoryBeforeSaving() const {
-    const OptionButton& before = form_.optOpenHistoryBeforeSaving;
-    const bool enabled = before.enabled() && before.selected();
-    form_.optCompleteScheduledCall.setEnabled(enabled);
-    form_.optCompleteUnscheduledCall.setEnabled(enabled);
-}
-
-void EnablingRules::AlwaysShowForm() const {
-    form_.chkAutoProcess.setEnabled(form_.chkAlwaysShowForm.checked());
-}
-
-void EnablingRules::SearchPhone123() const {
-    form_.optPhone123.setEnabled(form_.GoldMineVersionOK);
+void RunAllEnablingRules(Form& form) {
+    for (Control* control : form.controls()) {
+        if (!control->spec().enabledBy.empty())
+            continue;
+        if (control->spec().has(ControlTrait::needsGoldMine67))
+            control->setEnabled(form.GoldMineVersionOK);
+        EnableChildrenOf(form, *control);
+    }
+    DisableWithoutMasterSwitch(form);
 }
 
 }  // namespace corvane

@@ -5,36 +5,17 @@ namespace corvane {
 class Control;
 class Form;
 
-// Which controls can be used in which state of the others. A rule that looks at a box requires
-// that box to be enabled itself, so that disabling a parent disables the whole chain.
-class EnablingRules {
-public:
-    explicit EnablingRules(Form& form) : form_(form) {}
+// Which controls can be used in which state of the others: a control whose row names the control
+// that enables it can be used while that one can be used and is on, so that disabling a parent
+// disables the whole chain. The master switch disables nearly everything.
 
-    // The rule of the control that was changed or clicked; controls without a rule do nothing.
-    void Run(const Control& changed) const;
+// The rules of the control that was changed or clicked; the form runs them itself.
+void RunEnablingRules(Form& form, const Control& changed);
 
-    // When the window becomes active.
-    void RunOnActivation() const;
+// When the window becomes active.
+void RunEnablingRulesOnActivation(Form& form);
 
-    // Every rule, parents first: after GoldMine's version became known.
-    void RunAll() const;
-
-private:
-    void GlobalEnable() const;
-    void TrimOutboundPrefix() const;
-    void IgnoreShortCallerID() const;
-    void PopOnInboundCall() const;
-    void CreateHistory() const;
-    void CreateLink() const;
-    void DelayAddingLink() const;
-    void ConfirmRecentRecordingFile() const;
-    void AutoOpenHistory() const;
-    void OpenHistoryBeforeSaving() const;
-    void AlwaysShowForm() const;
-    void SearchPhone123() const;
-
-    Form& form_;
-};
+// Every rule, parents first: after GoldMine's version became known.
+void RunAllEnablingRules(Form& form);
 
 }  // namespace corvane

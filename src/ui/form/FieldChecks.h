@@ -7,7 +7,7 @@ class MessageBoxes;
 class TextBox;
 
 // What happens when the user leaves one of the numeric option fields: its text is trimmed and
-// checked.
+// checked as its row says.
 class FieldChecks {
 public:
     FieldChecks(Form& form, MessageBoxes& boxes) : form_(form), boxes_(boxes) {}
@@ -17,10 +17,6 @@ public:
     [[nodiscard]] bool MayLeave(TextBox& field);
 
 private:
-    bool CheckLength(const TextBox& field);
-    bool CheckSeconds(const TextBox& field);
-    bool CheckComDuration();
-
     Form& form_;
     MessageBoxes& boxes_;
 };

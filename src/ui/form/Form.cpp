@@ -2,6 +2,7 @@
 
 #include <stdexcept>
 
+#include "ui/form/EnablingRules.h"
 #include "util/RuntimeError.h"
 
 namespace corvane {
@@ -39,8 +40,7 @@ void Control::Changed(ControlAspect aspect) {
     Show(aspect);
     if (spec().has(ControlTrait::option))
         form_.SettingsDirty = true;
-    if (form_.onChange_)
-        form_.onChange_(*this);
+    RunEnablingRules(form_, *this);
 }
 
 void Control::Show(ControlAspect aspect) {
@@ -88,9 +88,9 @@ Form::Form(FormView* view) {
         if (controls_[row])
             continue;
         // Only captions and containers have no name of their own in the program.
-        if (controlCatalogue[row].kind == ControlKind::Frame) {
+        if (SpecOf(row).kind == ControlKind::Frame) {
             others_.push_back(std::make_unique<Frame>(*this, row));
-        } else if (controlCatalogue[row].kind == ControlKind::Label) {
+        } else if (SpecOf(row).kind == ControlKind::Label) {
             others_.push_back(std::make_unique<Label>(*this, row));
         } else {
             throw std::logic_error("a control of the catalogue has no member of the form");
@@ -106,7 +106,7 @@ Form::Form(FormView* view) {
 }
 
 Control& Form::control(std::wstring_view name, int index) const {
-    const std::size_t row = FindControl(name, index);
+    const std::size_t row = RowOfControl(name, index);
     if (row == noControl)
         throw std::logic_error("no such control");
     return *controls_[row];
@@ -128,7 +128,7 @@ std::wstring_view Form::FramesOf(const TabStrip& strip) {
 
 void Form::SelectTab(TabStrip& strip, int tab) {
     const std::wstring_view frames = FramesOf(strip);
-    if (strip.selectedTab_ == tab || FindControl(frames, tab) == noControl)
+    if (strip.selectedTab_ == tab || RowOfControl(frames, tab) == noControl)
         return;
     control(frames, strip.selectedTab_).setVisible(false);
     strip.selectedTab_ = tab;
@@ -172,7 +172,7 @@ void Form::setWaiting(bool waiting) {
 
 void Form::SetFocus(const Control& control) {
     for (const ControlSpec* spec = &control.spec(); !spec->parent.empty();
-         spec = &controlCatalogue[FindControl(spec->parent, spec->parentIndex)]) {
+         spec = &SpecOf(RowOfControl(spec->parent, spec->parentIndex))) {
         for (TabStrip* strip :
              {static_cast<TabStrip*>(&tabstripOptions), static_cast<TabStrip*>(&tabstripParams)}) {
             if (spec->parent == FramesOf(*strip))

@@ -41,7 +41,7 @@ public:
     Control(const Control&) = delete;
     Control& operator=(const Control&) = delete;
 
-    [[nodiscard]] const ControlSpec& spec() const { return controlCatalogue[row_]; }
+    [[nodiscard]] const ControlSpec& spec() const { return SpecOf(row_); }
     [[nodiscard]] std::size_t row() const { return row_; }
     [[nodiscard]] std::wstring name() const { return std::wstring(spec().name); }
     [[nodiscard]] std::wstring tag() const { return std::wstring(spec().tag); }
@@ -56,7 +56,7 @@ public:
     void setTooltip(std::wstring_view tooltip);
 
 protected:
-    void Changed(ControlAspect aspect);  // the value changed: handlers run, the view is told
+    void Changed(ControlAspect aspect);  // the value changed: the view is told, rules run
     void Show(ControlAspect aspect);     // only the view is told
     Form& form_;
 
@@ -118,6 +118,7 @@ class CommandButton : public Control {
 public:
     using Control::Control;
     static constexpr ControlKind kind = ControlKind::CommandButton;
+    // Set when those who act are there: they need the form to be there.
     std::function<void()> onClick;
 };
 
@@ -161,10 +162,9 @@ public:
 
 private:
     // Named members below register here while they are constructed, so these come first.
-    std::vector<Control*> controls_ = std::vector<Control*>(controlCatalogue.size(), nullptr);
+    std::vector<Control*> controls_ = std::vector<Control*>(controlCount, nullptr);
     std::vector<std::unique_ptr<Control>> others_;
     FormView* view_ = nullptr;
-    std::function<void(Control&)> onChange_;
 
     template <class Kind>
     class Member : public Kind {
@@ -308,9 +308,6 @@ public:
     // Whether the wait pointer is shown; WaitPointer sets it.
     [[nodiscard]] bool waiting() const { return waiting_; }
     void setWaiting(bool waiting);
-
-    // Runs after every change or click of a control's value, by the user or by the program.
-    void setChangeHandler(std::function<void(Control&)> handler) { onChange_ = std::move(handler); }
 
 private:
     friend class Control;

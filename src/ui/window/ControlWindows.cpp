@@ -72,15 +72,15 @@ COLORREF PageTextColour() {
 
 bool IsTextBox(HWND control) {
     const auto row = static_cast<std::size_t>(GetDlgCtrlID(control) - firstControlId);
-    return row < controlCatalogue.size() && controlCatalogue[row].kind == ControlKind::TextBox;
+    return row < controlCount && SpecOf(row).kind == ControlKind::TextBox;
 }
 
 // Whether an option button begins a new group in the order of the table.
 bool BeginsGroup(std::size_t row) {
-    const ControlSpec& spec = controlCatalogue[row];
+    const ControlSpec& spec = SpecOf(row);
     if (spec.kind != ControlKind::OptionButton)
         return true;
-    return row == 0 || controlCatalogue[row - 1].group != spec.group;
+    return row == 0 || SpecOf(row - 1).group != spec.group;
 }
 
 }  // namespace
@@ -89,8 +89,8 @@ ControlWindows::ControlWindows(const Form& form, HINSTANCE instance)
     : form_(form),
       instance_(instance),
       status_(form.txtStatus),
-      windows_(controlCatalogue.size(), nullptr),
-      borders_(controlCatalogue.size(), nullptr) {}
+      windows_(controlCount, nullptr),
+      borders_(controlCount, nullptr) {}
 
 void ControlWindows::Create(HWND window, UINT dpi) {
     window_ = window;
@@ -118,7 +118,7 @@ void ControlWindows::CreateControl(const Control& control) {
     const ControlSpec& spec = control.spec();
     const NativeKind kind = KindOf(spec);
     const HWND parent =
-        spec.parent.empty() ? window_ : windows_[FindControl(spec.parent, spec.parentIndex)];
+        spec.parent.empty() ? window_ : windows_[RowOfControl(spec.parent, spec.parentIndex)];
     const auto id = reinterpret_cast<HMENU>(static_cast<INT_PTR>(ControlId(control.row())));
     const RECT place = Pixels(spec.place);
     const int width = place.right - place.left;
@@ -180,7 +180,7 @@ void ControlWindows::NameForScreenReaders() const {
 
 void ControlWindows::AddTabs(const TabStrip& strip) {
     const std::wstring_view frames = Form::FramesOf(strip);
-    for (int tab = 0; FindControl(frames, tab) != noControl; ++tab) {
+    for (int tab = 0; RowOfControl(frames, tab) != noControl; ++tab) {
         std::wstring caption = form_.control(frames, tab).caption();
         TCITEMW item{};
         item.mask = TCIF_TEXT;
