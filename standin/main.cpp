@@ -3,19 +3,19 @@
 #include <commctrl.h>
 #include <objbase.h>
 
-#include "AutomationServer.h"
-#include "CommandRouter.h"
-#include "Database.h"
-#include "DatabaseTools.h"
-#include "Desk.h"
-#include "Dialer.h"
-#include "EventRaiser.h"
-#include "Faults.h"
-#include "Handles.h"
-#include "IniFiles.h"
-#include "Journal.h"
-#include "Options.h"
-#include "TypeLibrary.h"
+#include "commands/CommandRouter.h"
+#include "data/Database.h"
+#include "data/DatabaseTools.h"
+#include "data/IniFiles.h"
+#include "dialing/Dialer.h"
+#include "events/EventRaiser.h"
+#include "faults/Faults.h"
+#include "server/AutomationServer.h"
+#include "server/TypeLibrary.h"
+#include "shared/Handles.h"
+#include "shared/Journal.h"
+#include "shared/Options.h"
+#include "windows/Desk.h"
 
 namespace {
 
