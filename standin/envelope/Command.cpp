@@ -81,6 +81,13 @@ Answer Failure(const Command& command, std::wstring_view reason) {
     return Reply(command.call, L'0', reason);
 }
 
+Answer FailedCall(HRESULT result) {
+    Answer answer;
+    answer.kind = Answer::Kind::Result;
+    answer.result = result;
+    return answer;
+}
+
 std::wstring DataElement(std::wstring_view name, std::wstring_view content) {
     std::wstring element = L"<data name=\"" + EscapeXml(name) + L"\">";
     element += content;

@@ -41,6 +41,8 @@ Answer Reply(std::wstring_view call, wchar_t statusDigit, std::wstring_view valu
              std::wstring_view extra = {});
 Answer Success(const Command& command, std::wstring_view value, std::wstring_view extra = {});
 Answer Failure(const Command& command, std::wstring_view reason);
+// The call fails as a call.
+Answer FailedCall(HRESULT result);
 
 // A data element of a reply around ready-made content, and around a value that is escaped here.
 std::wstring DataElement(std::wstring_view name, std::wstring_view content);
