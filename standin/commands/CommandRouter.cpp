@@ -50,12 +50,10 @@ Answer CommandRouter::Run(std::wstring_view text, Client& client) {
     const Command command = ParseCommand(text);
     const FaultPlan plan = faults_.For(command);
     Sleep(plan.delayMilliseconds);
-    for (const RaisedEvent& event : plan.raises) {
+    for (const RaisedEvent& event : plan.raises)
         events_.RaiseToAll(event);
-    }
-    if (plan.die) {
+    if (plan.die)
         onDie();
-    }
     Answer answer = plan.answer ? *plan.answer : Perform(command, plan, client);
     switch (answer.kind) {
         case Answer::Kind::Reply:
@@ -72,15 +70,13 @@ Answer CommandRouter::Run(std::wstring_view text, Client& client) {
 }
 
 Answer CommandRouter::Perform(const Command& command, const FaultPlan& plan, Client& client) {
-    if (!command.error.empty()) {
+    if (!command.error.empty())
         return Failure(command, command.error);
-    }
     CallContext context{options_, database_, desk_, areas_, client, plan};
     try {
         for (const Routine& routine : routines) {
-            if (command.call == routine.call) {
+            if (command.call == routine.call)
                 return routine.run(context, command);
-            }
         }
     } catch (const DatabaseError& error) {
         return Failure(command, error.Message());

@@ -14,9 +14,8 @@ constexpr const wchar_t* noRecord = L"The area stands on no record.";
 // The record found by the query, where 1, 2, 3 or 4 says how the cursor came to it.
 Answer Stand(Area& area, const Command& command, const std::optional<std::wstring>& recordId,
              const wchar_t* found, const wchar_t* notFound) {
-    if (!recordId) {
+    if (!recordId)
         return Success(command, notFound);
-    }
     area.recordId = *recordId;
     return Success(command, found);
 }
@@ -24,9 +23,8 @@ Answer Stand(Area& area, const Command& command, const std::optional<std::wstrin
 Answer GoTo(CallContext& context, const Command& command, Area& area) {
     const std::wstring& wanted = command.Argument(L"Parameter");
     const std::wstring from = L"select RecID from " + area.table;
-    if (const auto exact = context.database.Value(from + L" where RecID = ?", {wanted})) {
+    if (const auto exact = context.database.Value(from + L" where RecID = ?", {wanted}))
         return Stand(area, command, exact, L"1", L"3");
-    }
     return Stand(area, command,
                  context.database.Value(from + L" where RecID > ? order by RecID", {wanted}), L"2",
                  L"3");
@@ -35,12 +33,10 @@ Answer GoTo(CallContext& context, const Command& command, Area& area) {
 Answer Skip(CallContext& context, const Command& command, Area& area) {
     const std::wstring& parameter = command.Argument(L"Parameter");
     const long steps = parameter.empty() ? 1 : ToNumber(parameter, 0);
-    if (steps == 0) {
+    if (steps == 0)
         return Failure(command, L"SKIP needs a number of records.");
-    }
-    if (area.recordId.empty()) {
+    if (area.recordId.empty())
         return Failure(command, noRecord);
-    }
     const std::wstring beyond = steps > 0 ? L" > " : L" < ";
     const std::wstring sql = L"select RecID from " + area.table + L" where rowid" + beyond +
                              L"(select rowid from " + area.table +
@@ -52,9 +48,8 @@ Answer Skip(CallContext& context, const Command& command, Area& area) {
 
 std::optional<Column> FindColumn(CallContext& context, const Area& area, std::wstring_view field) {
     for (Column& column : context.database.Columns(area.table)) {
-        if (EqualsIgnoringCase(column.name, field)) {
+        if (EqualsIgnoringCase(column.name, field))
             return std::move(column);
-        }
     }
     return std::nullopt;
 }
@@ -63,47 +58,38 @@ std::optional<Column> FindColumn(CallContext& context, const Area& area, std::ws
 
 Answer RunOpen(CallContext& context, const Command& command) {
     for (const std::wstring_view table : tables) {
-        if (EqualsIgnoringCase(command.Argument(L"Filename"), table)) {
+        if (EqualsIgnoringCase(command.Argument(L"Filename"), table))
             return Success(command, context.areas.OpenTable(std::wstring(table)));
-        }
     }
     return Failure(command, L"There is no such table.");
 }
 
 Answer RunMove(CallContext& context, const Command& command) {
     Area* area = context.areas.FindTable(command.Argument(L"Area"));
-    if (area == nullptr) {
+    if (!area)
         return Failure(command, noArea);
-    }
     const std::wstring& step = command.Argument(L"Command");
     const std::wstring inOrder = L"select RecID from " + area->table + L" order by rowid";
-    if (EqualsIgnoringCase(step, L"GOTO")) {
+    if (EqualsIgnoringCase(step, L"GOTO"))
         return GoTo(context, command, *area);
-    }
-    if (EqualsIgnoringCase(step, L"TOP")) {
+    if (EqualsIgnoringCase(step, L"TOP"))
         return Stand(*area, command, context.database.Value(inOrder), L"1", L"3");
-    }
-    if (EqualsIgnoringCase(step, L"BOTTOM")) {
+    if (EqualsIgnoringCase(step, L"BOTTOM"))
         return Stand(*area, command, context.database.Value(inOrder + L" desc"), L"1", L"3");
-    }
-    if (EqualsIgnoringCase(step, L"SKIP")) {
+    if (EqualsIgnoringCase(step, L"SKIP"))
         return Skip(context, command, *area);
-    }
     return Failure(command, L"Unknown move.");
 }
 
 Answer RunRead(CallContext& context, const Command& command) {
     Area* area = context.areas.FindTable(command.Argument(L"Area"));
-    if (area == nullptr) {
+    if (!area)
         return Failure(command, noArea);
-    }
-    if (area->recordId.empty()) {
+    if (area->recordId.empty())
         return Failure(command, noRecord);
-    }
     const std::optional<Column> column = FindColumn(context, *area, command.Argument(L"Field"));
-    if (!column) {
+    if (!column)
         return Failure(command, L"There is no such field.");
-    }
     return Success(command, context.database
                                 .Value(L"select " + column->name + L" from " + area->table +
                                            L" where RecID = ?",
@@ -113,16 +99,13 @@ Answer RunRead(CallContext& context, const Command& command) {
 
 Answer RunReplace(CallContext& context, const Command& command) {
     Area* area = context.areas.FindTable(command.Argument(L"Area"));
-    if (area == nullptr) {
+    if (!area)
         return Failure(command, noArea);
-    }
-    if (area->recordId.empty()) {
+    if (area->recordId.empty())
         return Failure(command, noRecord);
-    }
     const std::optional<Column> column = FindColumn(context, *area, command.Argument(L"Field"));
-    if (!column || column->name == L"RecID") {
+    if (!column || column->name == L"RecID")
         return Failure(command, L"There is no such field that can be replaced.");
-    }
     std::wstring text = command.Argument(L"NewValue");
     if (command.Argument(L"Append") == L"1") {
         text.insert(
@@ -137,24 +120,22 @@ Answer RunReplace(CallContext& context, const Command& command) {
 }
 
 Answer RunUnlock(CallContext& context, const Command& command) {
-    return context.areas.FindTable(command.Argument(L"Area")) == nullptr ? Failure(command, noArea)
-                                                                         : Success(command, L"1");
+    return context.areas.FindTable(command.Argument(L"Area")) ? Success(command, L"1")
+                                                              : Failure(command, noArea);
 }
 
 Answer RunClose(CallContext& context, const Command& command) {
     const std::wstring& handle = command.Argument(L"Area");
-    if (context.areas.FindTable(handle) == nullptr) {
+    if (!context.areas.FindTable(handle))
         return Failure(command, noArea);
-    }
     context.areas.Close(handle);
     return Success(command, L"1");
 }
 
 Answer RunInsHist(CallContext& context, const Command& command) {
     const std::wstring& account = command.Argument(L"AccNo");
-    if (!context.database.Value(L"select AccountNo from Contact1 where AccountNo = ?", {account})) {
+    if (!context.database.Value(L"select AccountNo from Contact1 where AccountNo = ?", {account}))
         return Success(command, L"0");
-    }
     Database::History history;
     history.account = account;
     history.recordType = command.Argument(L"RecType");
@@ -181,9 +162,8 @@ Answer RunRecordObj(CallContext& context, const Command& command) {
         client.recordOrderSet = false;
         return Success(command, L"Success");
     }
-    if (!client.recordObjectSet) {
+    if (!client.recordObjectSet)
         return Failure(command, L"SetObject comes first.");
-    }
     if (step == L"SetRecord") {
         return argument == L"Primary" ? Success(command, L"Success")
                                       : Failure(command, L"Unknown record.");
@@ -194,9 +174,8 @@ Answer RunRecordObj(CallContext& context, const Command& command) {
                                      : Failure(command, L"Unknown order.");
     }
     if (step == L"Seek") {
-        if (!client.recordOrderSet) {
+        if (!client.recordOrderSet)
             return Failure(command, L"SetOrder comes first.");
-        }
         if (!context.database.Value(L"select AccountNo from Contact1 where AccountNo = ?",
                                     {argument})) {
             return Failure(command, L"There is no such account.");

@@ -7,23 +7,20 @@ namespace practice {
 
 Answer RunCallerID(CallContext& context, const Command& command) {
     const std::wstring& phone = command.Argument(L"Phone");
-    if (phone.empty()) {
+    if (phone.empty())
         return Failure(command, L"There is no phone number to search for.");
-    }
     const bool all = command.Argument(L"All") == L"1";
     const auto account = context.database.Value(
         all ? L"select AccountNo from Contact1 where Phone1 = ?1 or Phone2 = ?1 or Phone3 = ?1 "
               L"order by rowid"
             : L"select AccountNo from Contact1 where Phone1 = ?1 order by rowid",
         {phone});
-    if (!account) {
+    if (!account)
         return Failure(command, L"Not found");
-    }
-    if (command.Argument(L"DisplayDialog") == L"1") {
+    if (command.Argument(L"DisplayDialog") == L"1")
         context.desk.ShowInNewWindow(*account);
-    } else if (command.Argument(L"DisplayDialog") == L"2") {
+    else if (command.Argument(L"DisplayDialog") == L"2")
         context.desk.ShowInCurrentWindow(*account);
-    }
     return Success(command, L"Success");
 }
 
@@ -34,14 +31,12 @@ Answer RunStatusMsg(CallContext& context, const Command& command) {
 
 Answer RunRegisterWindowUpDown(CallContext& context, const Command& command) {
     const std::wstring& window = command.Argument(L"Window");
-    if (window.empty()) {
+    if (window.empty())
         return Failure(command, L"There is no window name.");
-    }
-    if (command.Argument(L"Monitor") == L"1") {
+    if (command.Argument(L"Monitor") == L"1")
         context.client.watchedWindows.insert(window);
-    } else {
+    else
         context.client.watchedWindows.erase(window);
-    }
     return Success(command, L"Success");
 }
 
@@ -70,12 +65,10 @@ Answer RunSetControlText(CallContext&, const Command& command) {
 
 Answer RunMenuCommand(CallContext& context, const Command& command) {
     const std::optional<CallKind> kind = CallKindOf(command.text);
-    if (!kind) {
+    if (!kind)
         return Failure(command, L"Unknown menu command.");
-    }
-    if (!context.desk.OpenCompleteCall(*kind, context.plan.eventTiming)) {
+    if (!context.desk.OpenCompleteCall(*kind, context.plan.eventTiming))
         return Failure(command, L"No contact record is open.");
-    }
     return Success(command, L"The command was executed.");
 }
 

@@ -18,12 +18,12 @@ std::wstring Areas::OpenQuery(Table result) {
 
 Area* Areas::FindTable(const std::wstring& handle) {
     Area* area = Find(handle);
-    return area != nullptr && !area->table.empty() ? area : nullptr;
+    return area && !area->table.empty() ? area : nullptr;
 }
 
 Area* Areas::FindQuery(const std::wstring& handle) {
     Area* area = Find(handle);
-    return area != nullptr && area->table.empty() ? area : nullptr;
+    return area && area->table.empty() ? area : nullptr;
 }
 
 void Areas::Close(const std::wstring& handle) {

@@ -10,10 +10,10 @@ namespace practice {
 
 // An open table, or the result of a data-stream query.
 struct Area {
-    std::wstring table;     // "" for a query result
-    std::wstring recordId;  // where a table's cursor stands; "" for nowhere
-    Table result;           // of the query
-    size_t fetched = 0;     // rows of it already given
+    std::wstring table;       // "" for a query result
+    std::wstring recordId;    // where a table's cursor stands; "" for nowhere
+    Table result;             // of the query
+    std::size_t fetched = 0;  // rows of it already given
 };
 
 // The open areas by their handles, which are texts of whole numbers from 1.

@@ -11,7 +11,7 @@
 namespace practice {
 namespace {
 
-constexpr size_t mostRows = 100'000;
+constexpr std::size_t mostRows = 100'000;
 constexpr int busyMilliseconds = 5000;
 
 struct StatementCloser {
@@ -22,8 +22,8 @@ using Statement = std::unique_ptr<sqlite3_stmt, StatementCloser>;
 std::wstring ColumnText(sqlite3_stmt* statement, int column) {
     const auto* text = static_cast<const wchar_t*>(sqlite3_column_text16(statement, column));
     const int bytes = sqlite3_column_bytes16(statement, column);
-    return text == nullptr ? std::wstring()
-                           : std::wstring(text, static_cast<size_t>(bytes) / sizeof(wchar_t));
+    return text ? std::wstring(text, static_cast<std::size_t>(bytes) / sizeof(wchar_t))
+                : std::wstring();
 }
 
 // GoldMine's record ids are no numbers: letters, digits and signs. The letter in front keeps every
@@ -32,12 +32,11 @@ std::wstring RecordId(std::uint64_t number, bool numeric) {
     constexpr std::wstring_view signs = L"0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ";
     if (numeric) {
         const std::wstring digits = std::to_wstring(number);
-        return L"7" + std::wstring(14 - std::min<size_t>(digits.size(), 14), L'0') + digits;
+        return L"7" + std::wstring(14 - std::min<std::size_t>(digits.size(), 14), L'0') + digits;
     }
     std::wstring tail;
-    for (std::uint64_t rest = number * 2'654'435'761u; tail.size() < 8; rest /= signs.size()) {
-        tail.insert(tail.begin(), signs[static_cast<size_t>(rest % signs.size())]);
-    }
+    for (std::uint64_t rest = number * 2'654'435'761u; tail.size() < 8; rest /= signs.size())
+        tail.insert(tail.begin(), signs[static_cast<std::size_t>(rest % signs.size())]);
     return L"HK4Q$1&" + tail;
 }
 
@@ -48,9 +47,8 @@ std::wstring DatabaseError::Message() const {
 }
 
 Database::Database(const std::wstring& file, bool fresh) {
-    if (fresh && !DeleteFileW(file.c_str()) && GetLastError() != ERROR_FILE_NOT_FOUND) {
+    if (fresh && !DeleteFileW(file.c_str()) && GetLastError() != ERROR_FILE_NOT_FOUND)
         throw DatabaseError("The database is in use and cannot be made afresh.");
-    }
     const bool isNew = GetFileAttributesW(file.c_str()) == INVALID_FILE_ATTRIBUTES;
     const int opened =
         sqlite3_open_v2(ToUtf8(file).c_str(), &handle_,
@@ -75,9 +73,8 @@ Database::~Database() {
 }
 
 void Database::RunScript(const char* script) {
-    if (sqlite3_exec(handle_, script, nullptr, nullptr, nullptr) != SQLITE_OK) {
+    if (sqlite3_exec(handle_, script, nullptr, nullptr, nullptr) != SQLITE_OK)
         throw DatabaseError(sqlite3_errmsg(handle_));
-    }
 }
 
 Table Database::Run(std::wstring_view sql, const Parameters& parameters) {
@@ -97,16 +94,13 @@ Table Database::Run(std::wstring_view sql, const Parameters& parameters, bool re
         throw DatabaseError(sqlite3_errmsg(handle_));
     }
     const Statement statement(prepared);
-    if (statement == nullptr) {
+    if (!statement)
         throw DatabaseError("There is no SQL statement.");
-    }
-    if (std::string_view(tail).find_first_not_of("; \t\r\n") != std::string_view::npos) {
+    if (std::string_view(tail).find_first_not_of("; \t\r\n") != std::string_view::npos)
         throw DatabaseError("There is more than one SQL statement.");
-    }
-    if (readOnly && sqlite3_stmt_readonly(statement.get()) == 0) {
+    if (readOnly && sqlite3_stmt_readonly(statement.get()) == 0)
         throw DatabaseError("Only queries can be run.");
-    }
-    for (size_t i = 0; i < parameters.size(); ++i) {
+    for (std::size_t i = 0; i < parameters.size(); ++i) {
         const std::wstring& value = parameters[i];
         sqlite3_bind_text16(statement.get(), static_cast<int>(i) + 1, value.data(),
                             static_cast<int>(value.size() * sizeof(wchar_t)), SQLITE_TRANSIENT);
@@ -114,30 +108,25 @@ Table Database::Run(std::wstring_view sql, const Parameters& parameters, bool re
 
     Table table;
     const int columns = sqlite3_column_count(statement.get());
-    for (int column = 0; column < columns; ++column) {
+    for (int column = 0; column < columns; ++column)
         table.columns.push_back(FromUtf8(sqlite3_column_name(statement.get(), column)));
-    }
     int step = 0;
     while ((step = sqlite3_step(statement.get())) == SQLITE_ROW) {
-        if (table.rows.size() == mostRows) {
+        if (table.rows.size() == mostRows)
             throw DatabaseError("The query yields too many rows.");
-        }
         Row& row = table.rows.emplace_back();
-        for (int column = 0; column < columns; ++column) {
+        for (int column = 0; column < columns; ++column)
             row.push_back(ColumnText(statement.get(), column));
-        }
     }
-    if (step != SQLITE_DONE) {
+    if (step != SQLITE_DONE)
         throw DatabaseError(sqlite3_errmsg(handle_));
-    }
     return table;
 }
 
 std::optional<std::wstring> Database::Value(std::wstring_view sql, const Parameters& parameters) {
     const Table table = Run(sql, parameters);
-    if (table.rows.empty() || table.rows.front().empty()) {
+    if (table.rows.empty() || table.rows.front().empty())
         return std::nullopt;
-    }
     return table.rows.front().front();
 }
 
@@ -145,11 +134,11 @@ std::vector<Column> Database::Columns(std::wstring_view table) {
     std::vector<Column> columns;
     for (const Row& row :
          Run(L"select name, type from pragma_table_info(?)", {std::wstring(table)}).rows) {
-        const size_t bracket = row[1].find(L'(');
+        const std::size_t bracket = row[1].find(L'(');
         const bool limited = bracket != std::wstring::npos;
         const std::wstring width =
             limited ? row[1].substr(bracket + 1, row[1].size() - bracket - 2) : std::wstring();
-        columns.push_back({row[0], static_cast<size_t>(ToNumber(width, 0))});
+        columns.push_back({row[0], static_cast<std::size_t>(ToNumber(width, 0))});
     }
     return columns;
 }
@@ -177,9 +166,8 @@ std::wstring Database::InsertHistory(const History& history, bool numericId) {
     const std::vector<Column> columns = Columns(L"ContHist");
     for (const auto& [name, text] : fields) {
         for (const Column& column : columns) {
-            if (column.name == name) {
+            if (column.name == name)
                 SetField(L"ContHist", column, recordId, *text);
-            }
         }
     }
     return recordId;

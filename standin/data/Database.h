@@ -27,7 +27,7 @@ struct Table {
 
 struct Column {
     std::wstring name;
-    size_t width = 0;  // in characters; 0 means unlimited
+    std::size_t width = 0;  // in characters; 0 means unlimited
 };
 
 // The contacts, their additional contacts and their history, in one SQLite file.

@@ -11,9 +11,8 @@ std::wstring DumpText(const Table& table) {
     std::wstring text;
     for (const Row& row : table.rows) {
         text += text.empty() ? L"" : L"\n";
-        for (size_t i = 0; i < row.size(); ++i) {
+        for (std::size_t i = 0; i < row.size(); ++i)
             text += table.columns[i] + L"=" + EscapeLine(row[i]) + L"\n";
-        }
     }
     return text;
 }
@@ -21,9 +20,8 @@ std::wstring DumpText(const Table& table) {
 std::wstring TabbedText(const Table& table) {
     std::wstring text;
     for (const Row& row : table.rows) {
-        for (size_t i = 0; i < row.size(); ++i) {
+        for (std::size_t i = 0; i < row.size(); ++i)
             text += (i == 0 ? L"" : L"\t") + EscapeLine(row[i]);
-        }
         text += L"\n";
     }
     return text;

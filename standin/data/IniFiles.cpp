@@ -8,9 +8,8 @@ namespace practice {
 
 void WriteMissingIniFiles(const Options& options) {
     const std::wstring common = options.dataFolder + L"GM.INI";
-    if (!FileExists(common)) {
+    if (!FileExists(common))
         WriteWholeFile(common, "[GoldMine]\r\nHTML_Cal_Notes=0\r\n");
-    }
     // No dialing instruction: proposing one is the business of whoever wants to be dialled through.
     const std::wstring personal = PersonalIniFile(options);
     if (!FileExists(personal)) {

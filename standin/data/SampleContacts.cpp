@@ -6,9 +6,8 @@ namespace practice {
 
 std::string SampleContacts() {
     const HRSRC resource = FindResourceW(nullptr, L"CONTACTS", L"SQL");
-    if (resource == nullptr) {
+    if (!resource)
         return {};
-    }
     const HGLOBAL loaded = LoadResource(nullptr, resource);
     return std::string(static_cast<const char*>(LockResource(loaded)),
                        SizeofResource(nullptr, resource));

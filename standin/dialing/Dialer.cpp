@@ -12,23 +12,20 @@ constexpr std::wstring_view numberMark = L"%s";
 
 // The command line that the instruction makes of the number; "" when it is no dialing instruction.
 std::wstring DialCommandLine(const std::wstring& instruction, const std::wstring& number) {
-    if (!StartsWithIgnoringCase(instruction, instructionStart)) {
+    if (!StartsWithIgnoringCase(instruction, instructionStart))
         return {};
-    }
-    const size_t comma = instruction.find(L',', instructionStart.size());
-    if (comma == std::wstring::npos) {
+    const std::size_t comma = instruction.find(L',', instructionStart.size());
+    if (comma == std::wstring::npos)
         return {};
-    }
     std::wstring commandLine = Trim(std::wstring_view(instruction).substr(comma + 1));
-    if (const size_t mark = commandLine.find(numberMark); mark != std::wstring::npos) {
+    if (const std::size_t mark = commandLine.find(numberMark); mark != std::wstring::npos)
         commandLine.replace(mark, numberMark.size(), number);
-    }
     return commandLine;
 }
 
 std::wstring ProgramOf(const std::wstring& commandLine) {
     const bool quoted = commandLine.front() == L'"';
-    const size_t start = quoted ? 1 : 0;
+    const std::size_t start = quoted ? 1 : 0;
     return commandLine.substr(start, commandLine.find(quoted ? L'"' : L' ', start) - start);
 }
 
@@ -42,16 +39,14 @@ Dialer::Dialer(const Options& options, Journal& journal) : options_(options), jo
 
 std::wstring Dialer::Dial(const std::wstring& number) {
     const std::wstring reason = Start(number);
-    if (!reason.empty()) {
+    if (!reason.empty())
         journal_.Note(L"not dialed: " + reason);
-    }
     return reason;
 }
 
 std::wstring Dialer::Start(const std::wstring& number) {
-    if (Trim(number).empty()) {
+    if (Trim(number).empty())
         return L"There is no number to dial.";
-    }
     const std::wstring ini = PersonalIniFile(options_);
     const std::wstring instruction = ReadIniValue(ini, L"Modem", L"DDEDial");
     if (instruction.empty()) {
@@ -61,9 +56,8 @@ std::wstring Dialer::Start(const std::wstring& number) {
             ini);
     }
     std::wstring commandLine = DialCommandLine(instruction, number);
-    if (commandLine.empty()) {
+    if (commandLine.empty())
         return OnLinesOfTheirOwn(L"GoldMine cannot dial by this DDEDial instruction.", instruction);
-    }
     const std::wstring program = ProgramOf(commandLine);
     STARTUPINFOW startUp{};
     startUp.cb = sizeof startUp;

@@ -21,13 +21,12 @@ std::wstring EscapeReplyValue(std::wstring_view text) {
     std::wstring result;
     result.reserve(escaped.size());
     for (const wchar_t character : escaped) {
-        if (character == L'\r') {
+        if (character == L'\r')
             result += L"&#13;";
-        } else if (character < L' ' && character != L'\n' && character != L'\t') {
+        else if (character < L' ' && character != L'\n' && character != L'\t')
             result += L'?';  // no XML text can hold it
-        } else {
+        else
             result += character;
-        }
     }
     return result;
 }
@@ -55,9 +54,8 @@ Command ParseCommand(std::wstring_view text) {
     command.call = xml.root.Attribute(L"call");
     command.text = Trim(xml.root.text);
     for (XmlElement& child : xml.root.children) {
-        if (child.name == L"data") {
+        if (child.name == L"data")
             command.arguments.emplace_back(child.Attribute(L"name"), std::move(child.text));
-        }
     }
     return command;
 }

@@ -20,9 +20,8 @@ bool IsNameCharacter(wchar_t character) {
 }
 
 void AppendCodePoint(std::wstring& text, unsigned long code) {
-    if (code == 0 || code > 0x10FFFF || (code >= 0xD800 && code <= 0xDFFF)) {
+    if (code == 0 || code > 0x10FFFF || (code >= 0xD800 && code <= 0xDFFF))
         throw Malformed{L"a character reference to no character"};
-    }
     if (code >= 0x10000) {
         code -= 0x10000;
         text += static_cast<wchar_t>(0xD800 + (code >> 10));
@@ -37,15 +36,13 @@ public:
     explicit Reader(std::wstring_view text) : text_(text) {}
 
     XmlElement Document() {
-        if (!text_.empty() && text_.front() == 0xFEFF) {
+        if (!text_.empty() && text_.front() == 0xFEFF)
             ++position_;
-        }
         SkipProlog();
         XmlElement root = Element(0);
         SkipProlog();
-        if (position_ != text_.size()) {
+        if (position_ != text_.size())
             throw Malformed{L"text behind the root element"};
-        }
         return root;
     }
 
@@ -55,16 +52,14 @@ private:
     }
 
     wchar_t Next() {
-        if (position_ >= text_.size()) {
+        if (position_ >= text_.size())
             throw Malformed{L"unexpected end"};
-        }
         return text_[position_++];
     }
 
     void Expect(std::wstring_view expected) {
-        if (!At(expected)) {
+        if (!At(expected))
             throw Malformed{L"expected " + std::wstring(expected)};
-        }
         position_ += expected.size();
     }
 
@@ -73,10 +68,9 @@ private:
     }
 
     std::wstring_view Until(std::wstring_view end) {
-        const size_t found = text_.find(end, position_);
-        if (found == std::wstring_view::npos) {
+        const std::size_t found = text_.find(end, position_);
+        if (found == std::wstring_view::npos)
             throw Malformed{L"missing " + std::wstring(end)};
-        }
         const std::wstring_view between = text_.substr(position_, found - position_);
         position_ = found + end.size();
         return between;
@@ -84,24 +78,21 @@ private:
 
     void SkipProlog() {
         for (SkipBlanks();; SkipBlanks()) {
-            if (At(L"<?")) {
+            if (At(L"<?"))
                 Until(L"?>");
-            } else if (At(L"<!--")) {
+            else if (At(L"<!--"))
                 Until(L"-->");
-            } else {
+            else
                 return;
-            }
         }
     }
 
     std::wstring Name() {
-        const size_t start = position_;
-        while (position_ < text_.size() && IsNameCharacter(text_[position_])) {
+        const std::size_t start = position_;
+        while (position_ < text_.size() && IsNameCharacter(text_[position_]))
             ++position_;
-        }
-        if (start == position_) {
+        if (start == position_)
             throw Malformed{L"a name is missing"};
-        }
         return std::wstring(text_.substr(start, position_ - start));
     }
 
@@ -140,9 +131,8 @@ private:
         } else if (character == L'<') {
             throw Malformed{L"a less-than sign inside a value"};
         } else if (character == L'\r') {
-            if (!At(L"\n")) {
+            if (!At(L"\n"))
                 into += L'\n';
-            }
         } else if (character < L' ' && character != L'\n' && character != L'\t') {
             throw Malformed{L"a control character"};
         } else {
@@ -157,22 +147,19 @@ private:
             Expect(L"=");
             SkipBlanks();
             const wchar_t quote = Next();
-            if (quote != L'"' && quote != L'\'') {
+            if (quote != L'"' && quote != L'\'')
                 throw Malformed{L"an attribute's value is not quoted"};
-            }
             std::wstring value;
-            while (!At(std::wstring_view(&quote, 1))) {
+            while (!At(std::wstring_view(&quote, 1)))
                 Character(value);
-            }
             ++position_;
             element.attributes.emplace_back(std::move(name), std::move(value));
         }
     }
 
     XmlElement Element(int depth) {
-        if (depth > deepestNesting) {
+        if (depth > deepestNesting)
             throw Malformed{L"elements are nested too deeply"};
-        }
         Expect(L"<");
         XmlElement element;
         element.name = Name();
@@ -204,16 +191,15 @@ private:
     }
 
     std::wstring_view text_;
-    size_t position_ = 0;
+    std::size_t position_ = 0;
 };
 
 }  // namespace
 
 std::wstring_view XmlElement::Attribute(std::wstring_view attributeName) const {
     for (const auto& [key, value] : attributes) {
-        if (key == attributeName) {
+        if (key == attributeName)
             return value;
-        }
     }
     return {};
 }

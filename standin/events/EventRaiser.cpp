@@ -61,13 +61,11 @@ void EventRaiser::Raise(const std::wstring& windowName, bool up, HWND window,
 // A client may come, go, or send commands while it handles the event.
 void EventRaiser::RaiseNow(const RaisedEvent& event, bool toAll) {
     const std::vector<EventTarget*> targets = targets_;
-    for (EventTarget* target : targets) {
+    for (EventTarget* target : targets)
         target->Hold();
-    }
     for (EventTarget* target : targets) {
-        if (toAll || target->Watches(event.windowName)) {
+        if (toAll || target->Watches(event.windowName))
             target->Deliver(event.windowName, event.up, event.windowHandle);
-        }
         target->LetGo();
     }
 }
@@ -79,13 +77,11 @@ void EventRaiser::RaiseLater(const RaisedEvent& event, UINT milliseconds, Kernel
 
 void EventRaiser::RaisePending(UINT_PTR key) {
     const auto found = pending_.find(key);
-    if (found == pending_.end()) {
+    if (found == pending_.end())
         return;
-    }
     const PendingEvent& pending = found->second;
-    if (pending.signal && WaitForSingleObject(pending.signal.get(), 0) != WAIT_OBJECT_0) {
+    if (pending.signal && WaitForSingleObject(pending.signal.get(), 0) != WAIT_OBJECT_0)
         return;
-    }
     KillTimer(window_, key);
     const RaisedEvent event = pending.event;
     pending_.erase(found);

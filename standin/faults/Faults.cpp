@@ -58,11 +58,10 @@ void Faults::Reload() {
         start = end + 1;
         if (line.empty() || line[0] == L'#')
             continue;
-        if (std::optional<Fault> fault = ReadFault(line)) {
+        if (std::optional<Fault> fault = ReadFault(line))
             faults_.push_back({std::move(*fault)});
-        } else {
+        else
             journal_.Note(L"fault not understood: " + line);
-        }
     }
 }
 

@@ -31,22 +31,19 @@ void PublishError(const Answer& exception) {
         creator->SetGUID(userInterfaceId);
         creator->SetSource(source.get());
         creator->SetDescription(description.get());
-        if (SUCCEEDED(creator.As(&error))) {
+        if (SUCCEEDED(creator.As(&error)))
             SetErrorInfo(0, error.Get());
-        }
     }
 }
 
 void FillException(const Answer& answer, EXCEPINFO* exception) {
-    if (exception == nullptr) {
+    if (!exception)
         return;
-    }
     *exception = EXCEPINFO{};
-    if (answer.number > 0 && answer.number <= largestErrorNumber) {
+    if (answer.number > 0 && answer.number <= largestErrorNumber)
         exception->wCode = static_cast<WORD>(answer.number);
-    } else {
+    else
         exception->scode = static_cast<SCODE>(answer.number);
-    }
     exception->bstrSource = BString(answer.source).release();
     exception->bstrDescription = BString(answer.description).release();
 }
@@ -82,17 +79,16 @@ void AutomationObject::Disconnect() {
 
 HRESULT AutomationObject::QueryInterface(REFIID id, void** object) {
     *object = nullptr;
-    if (id == IID_IUnknown || id == IID_IDispatch || id == userInterfaceId) {
+    if (id == IID_IUnknown || id == IID_IDispatch || id == userInterfaceId)
         *object = static_cast<IUserInterface*>(this);
-    } else if (id == IID_IConnectionPointContainer) {
+    else if (id == IID_IConnectionPointContainer)
         *object = static_cast<IConnectionPointContainer*>(this);
-    } else if (id == IID_IProvideClassInfo || id == IID_IProvideClassInfo2) {
+    else if (id == IID_IProvideClassInfo || id == IID_IProvideClassInfo2)
         *object = static_cast<IProvideClassInfo2*>(this);
-    } else if (id == IID_ISupportErrorInfo) {
+    else if (id == IID_ISupportErrorInfo)
         *object = static_cast<ISupportErrorInfo*>(this);
-    } else {
+    else
         return E_NOINTERFACE;
-    }
     AddRef();
     return S_OK;
 }
@@ -103,9 +99,8 @@ ULONG AutomationObject::AddRef() {
 
 ULONG AutomationObject::Release() {
     const ULONG left = --references_;
-    if (left == 0) {
+    if (left == 0)
         delete this;
-    }
     return left;
 }
 
@@ -126,20 +121,16 @@ HRESULT AutomationObject::GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCI
 
 HRESULT AutomationObject::Invoke(DISPID member, REFIID, LCID, WORD flags, DISPPARAMS* parameters,
                                  VARIANT* result, EXCEPINFO* exception, UINT*) {
-    if (member != server_.types().commandMember || (flags & DISPATCH_METHOD) == 0) {
+    if (member != server_.types().commandMember || (flags & DISPATCH_METHOD) == 0)
         return DISP_E_MEMBERNOTFOUND;
-    }
-    if (parameters->cArgs != 1) {
+    if (parameters->cArgs != 1)
         return DISP_E_BADPARAMCOUNT;
-    }
     VARIANT command;
     VariantInit(&command);
     const HRESULT converted = VariantChangeType(&command, &parameters->rgvarg[0], 0, VT_BSTR);
-    if (FAILED(converted)) {
+    if (FAILED(converted))
         return converted;
-    }
-    const std::wstring text(command.bstrVal == nullptr ? L"" : command.bstrVal,
-                            SysStringLen(command.bstrVal));
+    const std::wstring text(command.bstrVal ? command.bstrVal : L"", SysStringLen(command.bstrVal));
     VariantClear(&command);
     const Answer answer = server_.router().Run(text, client_);
     switch (answer.kind) {
@@ -151,7 +142,7 @@ HRESULT AutomationObject::Invoke(DISPID member, REFIID, LCID, WORD flags, DISPPA
         case Answer::Kind::Reply:
             break;
     }
-    if (result != nullptr) {
+    if (result) {
         VariantInit(result);
         result->vt = VT_BSTR;
         result->bstrVal = BString(answer.reply).release();
@@ -161,7 +152,7 @@ HRESULT AutomationObject::Invoke(DISPID member, REFIID, LCID, WORD flags, DISPPA
 
 HRESULT AutomationObject::Perform(BSTR command, BSTR* reply) {
     *reply = nullptr;
-    const std::wstring text(command == nullptr ? L"" : command, SysStringLen(command));
+    const std::wstring text(command ? command : L"", SysStringLen(command));
     const Answer answer = server_.router().Run(text, client_);
     switch (answer.kind) {
         case Answer::Kind::Result:
@@ -173,7 +164,7 @@ HRESULT AutomationObject::Perform(BSTR command, BSTR* reply) {
             break;
     }
     *reply = BString(answer.reply).release();
-    return *reply == nullptr ? E_OUTOFMEMORY : S_OK;
+    return *reply ? S_OK : E_OUTOFMEMORY;
 }
 
 // Clients find the connection point by the event interface's id.
@@ -184,9 +175,8 @@ HRESULT AutomationObject::EnumConnectionPoints(IEnumConnectionPoints** points) {
 
 HRESULT AutomationObject::FindConnectionPoint(REFIID id, IConnectionPoint** point) {
     *point = nullptr;
-    if (id != server_.types().eventsId) {
+    if (id != server_.types().eventsId)
         return CONNECT_E_NOCONNECTION;
-    }
     *point = &events_;
     events_.AddRef();
     return S_OK;
@@ -230,12 +220,10 @@ void AutomationObject::Deliver(const std::wstring& windowName, bool up, long win
         const HRESULT result =
             sink->Invoke(server_.types().windowUpDownMember, IID_NULL, LOCALE_USER_DEFAULT,
                          DISPATCH_METHOD, &parameters, nullptr, nullptr, nullptr);
-        if (FAILED(result)) {
+        if (FAILED(result))
             server_.journal().Note(L"the event met " + HexadecimalText(result));
-        }
-        if (IsDisconnected(result)) {
+        if (IsDisconnected(result))
             events_.sinks.erase(cookie);
-        }
     }
 }
 
@@ -263,9 +251,8 @@ HRESULT AutomationObject::Events::GetConnectionPointContainer(
 
 HRESULT AutomationObject::Events::Advise(IUnknown* sink, DWORD* cookie) {
     *cookie = 0;
-    if (sink == nullptr) {
+    if (!sink)
         return E_POINTER;
-    }
     // A sink may offer the event interface itself or only plain dispatch.
     ComPtr<IDispatch> dispatch;
     if (FAILED(sink->QueryInterface(owner_.server_.types().eventsId, &dispatch)) &&

@@ -29,16 +29,14 @@ public:
     ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
     ULONG STDMETHODCALLTYPE Release() override {
         const ULONG left = --references_;
-        if (left == 0) {
+        if (left == 0)
             delete this;
-        }
         return left;
     }
     HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* outer, REFIID id, void** object) override {
         *object = nullptr;
-        if (outer != nullptr) {
+        if (outer)
             return CLASS_E_NOAGGREGATION;
-        }
         return AutomationObject::Make(server_)->QueryInterface(id, object);
     }
     // The program runs until its window is closed, so no client needs to lock it.
@@ -63,18 +61,15 @@ AutomationServer::~AutomationServer() {
     Revoke();
     // Disconnecting releases objects, which then detach themselves.
     std::vector<ComPtr<AutomationObject>> connected;
-    for (AutomationObject* object : objects_) {
+    for (AutomationObject* object : objects_)
         connected.emplace_back(object);
-    }
-    for (const ComPtr<AutomationObject>& object : connected) {
+    for (const ComPtr<AutomationObject>& object : connected)
         object->Disconnect();
-    }
 }
 
 HRESULT AutomationServer::Open() {
-    if (const HRESULT kept = KeepInterfaces(); FAILED(kept)) {
+    if (const HRESULT kept = KeepInterfaces(); FAILED(kept))
         return kept;
-    }
     const ComPtr<IClassFactory> factory(new ClassFactory(*this));
     return CoRegisterClassObject(types_.classId, factory.Get(), CLSCTX_LOCAL_SERVER,
                                  REGCLS_MULTIPLEUSE, &cookie_);
@@ -88,22 +83,19 @@ HRESULT AutomationServer::KeepInterfaces() {
     ComPtr<IConnectionPointContainer> container;
     ComPtr<IConnectionPoint> events;
     HRESULT outcome = object.As(&container);
-    if (SUCCEEDED(outcome)) {
+    if (SUCCEEDED(outcome))
         outcome = container->FindConnectionPoint(types_.eventsId, &events);
-    }
     const auto keep = [&](const IID& id, IUnknown* owner) {
         ComPtr<IStream> stream;
-        if (SUCCEEDED(outcome)) {
+        if (SUCCEEDED(outcome))
             outcome = CreateStreamOnHGlobal(nullptr, TRUE, &stream);
-        }
         if (SUCCEEDED(outcome)) {
             outcome = CoMarshalInterface(stream.Get(), id, owner, MSHCTX_LOCAL, nullptr,
                                          MSHLFLAGS_TABLESTRONG);
         }
     };
-    for (const IID& id : {userInterfaceId, IID_IDispatch, IID_IConnectionPointContainer}) {
+    for (const IID& id : {userInterfaceId, IID_IDispatch, IID_IConnectionPointContainer})
         keep(id, object.Get());
-    }
     keep(IID_IConnectionPoint, events.Get());
     return outcome;
 }

@@ -17,9 +17,8 @@ public:
     TypeAttributes(const TypeAttributes&) = delete;
     TypeAttributes& operator=(const TypeAttributes&) = delete;
     ~TypeAttributes() {
-        if (attributes_ != nullptr) {
+        if (attributes_)
             info_->ReleaseTypeAttr(attributes_);
-        }
     }
     const TYPEATTR* operator->() const { return attributes_; }
 
@@ -32,9 +31,8 @@ private:
 ComPtr<ITypeInfo> Implemented(ITypeInfo* classInfo, UINT index) {
     HREFTYPE reference = 0;
     ComPtr<ITypeInfo> info;
-    if (SUCCEEDED(classInfo->GetRefTypeOfImplType(index, &reference))) {
+    if (SUCCEEDED(classInfo->GetRefTypeOfImplType(index, &reference)))
         classInfo->GetRefTypeInfo(reference, &info);
-    }
     return info;
 }
 
@@ -46,25 +44,21 @@ bool ReadClass(ITypeInfo* classInfo, TypeLibrary& result) {
         int flags = 0;
         classInfo->GetImplTypeFlags(i, &flags);
         const ComPtr<ITypeInfo> implemented = Implemented(classInfo, i);
-        if (implemented == nullptr) {
+        if (!implemented)
             continue;
-        }
         if ((flags & IMPLTYPEFLAG_FSOURCE) != 0) {
-            if ((flags & IMPLTYPEFLAG_FDEFAULT) != 0) {
+            if ((flags & IMPLTYPEFLAG_FDEFAULT) != 0)
                 events = implemented;
-            }
         } else if (TypeAttributes(implemented.Get())->guid == userInterfaceId) {
             hasInterface = true;
         }
     }
-    if (!hasInterface || events == nullptr) {
+    if (!hasInterface || !events)
         return false;
-    }
     std::wstring eventName = L"WindowUpDown";
     LPOLESTR name = eventName.data();
-    if (FAILED(events->GetIDsOfNames(&name, 1, &result.windowUpDownMember))) {
+    if (FAILED(events->GetIDsOfNames(&name, 1, &result.windowUpDownMember)))
         return false;
-    }
     result.classInfo = classInfo;
     result.classId = classAttributes->guid;
     result.eventsId = TypeAttributes(events.Get())->guid;
@@ -76,13 +70,11 @@ HRESULT ReadCommandMember(TypeLibrary& result) {
     HREFTYPE reference = 0;
     ComPtr<ITypeInfo> ownMethods;
     HRESULT outcome = result.interfaceInfo->GetRefTypeOfImplType(static_cast<UINT>(-1), &reference);
-    if (SUCCEEDED(outcome)) {
+    if (SUCCEEDED(outcome))
         outcome = result.interfaceInfo->GetRefTypeInfo(reference, &ownMethods);
-    }
     FUNCDESC* method = nullptr;
-    if (SUCCEEDED(outcome)) {
+    if (SUCCEEDED(outcome))
         outcome = ownMethods->GetFuncDesc(0, &method);
-    }
     if (SUCCEEDED(outcome)) {
         result.commandMember = method->memid;
         ownMethods->ReleaseFuncDesc(method);
@@ -99,7 +91,7 @@ std::wstring NameOf(ITypeLib* library, INT index) {
 std::wstring TextOf(const GUID& id) {
     wchar_t text[39];
     const int length = StringFromGUID2(id, text, static_cast<int>(std::size(text)));
-    return std::wstring(text, static_cast<size_t>(length - 1));
+    return std::wstring(text, static_cast<std::size_t>(length - 1));
 }
 
 struct ClassKey {
@@ -130,14 +122,12 @@ HRESULT WriteKey(const ClassKey& key) {
 
 HRESULT ReadTypeLibrary(TypeLibrary& result) {
     HRESULT outcome = LoadTypeLibEx(ProgramPath().c_str(), REGKIND_NONE, &result.library);
-    if (FAILED(outcome)) {
+    if (FAILED(outcome))
         return outcome;
-    }
     TLIBATTR* attributes = nullptr;
     outcome = result.library->GetLibAttr(&attributes);
-    if (FAILED(outcome)) {
+    if (FAILED(outcome))
         return outcome;
-    }
     result.libraryId = attributes->guid;
     result.majorVersion = attributes->wMajorVerNum;
     result.minorVersion = attributes->wMinorVerNum;
@@ -146,7 +136,7 @@ HRESULT ReadTypeLibrary(TypeLibrary& result) {
     result.library->ReleaseTLibAttr(attributes);
 
     const UINT count = result.library->GetTypeInfoCount();
-    for (UINT i = 0; i < count && result.classInfo == nullptr; ++i) {
+    for (UINT i = 0; i < count && !result.classInfo; ++i) {
         TYPEKIND kind{};
         ComPtr<ITypeInfo> info;
         if (SUCCEEDED(result.library->GetTypeInfoType(i, &kind)) && kind == TKIND_COCLASS &&
@@ -154,9 +144,8 @@ HRESULT ReadTypeLibrary(TypeLibrary& result) {
             result.className = NameOf(result.library.Get(), static_cast<INT>(i));
         }
     }
-    if (result.classInfo == nullptr) {
+    if (!result.classInfo)
         return TYPE_E_ELEMENTNOTFOUND;
-    }
     result.programId = NameOf(result.library.Get(), -1) + L"." + result.className;
     outcome = result.library->GetTypeInfoOfGuid(userInterfaceId, &result.interfaceInfo);
     return FAILED(outcome) ? outcome : ReadCommandMember(result);
@@ -171,9 +160,8 @@ HRESULT RegisterServer() {
     }
     if (SUCCEEDED(outcome)) {
         for (const ClassKey& key : ClassKeys(types)) {
-            if (SUCCEEDED(outcome)) {
+            if (SUCCEEDED(outcome))
                 outcome = WriteKey(key);
-            }
         }
     }
     return outcome;
@@ -182,9 +170,8 @@ HRESULT RegisterServer() {
 HRESULT UnregisterServer() {
     TypeLibrary types;
     HRESULT outcome = ReadTypeLibrary(types);
-    if (FAILED(outcome)) {
+    if (FAILED(outcome))
         return outcome;
-    }
     BString registeredPath;
     if (SUCCEEDED(QueryPathOfRegTypeLib(types.libraryId, types.majorVersion, types.minorVersion,
                                         types.locale, registeredPath.put()))) {
@@ -193,9 +180,8 @@ HRESULT UnregisterServer() {
     }
     for (const std::wstring& key : {L"CLSID\\" + TextOf(types.classId), types.programId}) {
         const LSTATUS deleted = RegDeleteTreeW(HKEY_CLASSES_ROOT, key.c_str());
-        if (deleted != ERROR_SUCCESS && deleted != ERROR_FILE_NOT_FOUND) {
+        if (deleted != ERROR_SUCCESS && deleted != ERROR_FILE_NOT_FOUND)
             outcome = HRESULT_FROM_WIN32(static_cast<DWORD>(deleted));
-        }
     }
     return outcome;
 }

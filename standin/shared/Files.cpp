@@ -8,15 +8,13 @@ std::optional<std::string> ReadWholeFile(const std::wstring& file) {
     const KernelHandle handle(CreateFileW(file.c_str(), GENERIC_READ,
                                           FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                                           nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
-    if (!handle) {
+    if (!handle)
         return std::nullopt;
-    }
     std::string content;
     char buffer[4096];
     DWORD read = 0;
-    while (ReadFile(handle.get(), buffer, sizeof buffer, &read, nullptr) && read > 0) {
+    while (ReadFile(handle.get(), buffer, sizeof buffer, &read, nullptr) && read > 0)
         content.append(buffer, read);
-    }
     return content;
 }
 

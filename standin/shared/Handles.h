@@ -21,9 +21,8 @@ public:
         return *this;
     }
     ~KernelHandle() {
-        if (handle_ != nullptr) {
+        if (handle_)
             CloseHandle(handle_);
-        }
     }
 
     HANDLE get() const { return handle_; }
@@ -47,8 +46,7 @@ public:
     BSTR* put() { return &text_; }
     BSTR release() { return std::exchange(text_, nullptr); }
     std::wstring_view view() const {
-        return text_ == nullptr ? std::wstring_view()
-                                : std::wstring_view(text_, SysStringLen(text_));
+        return text_ ? std::wstring_view(text_, SysStringLen(text_)) : std::wstring_view();
     }
 
 private:

@@ -39,9 +39,8 @@ void Journal::Event(std::wstring_view windowName, bool up, long windowHandle) {
 std::wstring HexadecimalText(HRESULT result) {
     constexpr std::wstring_view digits = L"0123456789ABCDEF";
     std::wstring text = L"0x";
-    for (int shift = 28; shift >= 0; shift -= 4) {
+    for (int shift = 28; shift >= 0; shift -= 4)
         text += digits[(static_cast<unsigned long>(result) >> shift) & 15];
-    }
     return text;
 }
 

@@ -45,17 +45,15 @@ std::wstring FullFolder(const std::wstring& folder) {
     const DWORD length =
         GetFullPathNameW(folder.c_str(), static_cast<DWORD>(full.size()), full.data(), nullptr);
     full.resize(length);
-    if (full.empty() || full.back() != L'\\') {
+    if (full.empty() || full.back() != L'\\')
         full += L'\\';
-    }
     return full;
 }
 
 bool Apply(Options& options, const std::wstring& argument) {
-    if (argument.empty() || (argument[0] != L'/' && argument[0] != L'-')) {
+    if (argument.empty() || (argument[0] != L'/' && argument[0] != L'-'))
         return false;
-    }
-    const size_t colon = argument.find(L':');
+    const std::size_t colon = argument.find(L':');
     const std::wstring_view name = std::wstring_view(argument).substr(1, colon - 1);
     if (colon == std::wstring::npos) {
         for (const Switch& known : switches) {
@@ -80,9 +78,8 @@ bool Apply(Options& options, const std::wstring& argument) {
 Options ParseOptions(const std::vector<std::wstring>& arguments) {
     Options options;
     for (const std::wstring& argument : arguments) {
-        if (!Apply(options, argument)) {
+        if (!Apply(options, argument))
             options.unknown.push_back(argument);
-        }
     }
     options.dataFolder =
         options.dataFolder.empty() ? ProgramFolder() : FullFolder(options.dataFolder);
@@ -93,9 +90,8 @@ std::vector<std::wstring> ProcessArguments() {
     int count = 0;
     LPWSTR* arguments = CommandLineToArgvW(GetCommandLineW(), &count);
     std::vector<std::wstring> result;
-    for (int i = 1; i < count; ++i) {
+    for (int i = 1; i < count; ++i)
         result.emplace_back(arguments[i]);
-    }
     LocalFree(arguments);
     return result;
 }
@@ -105,9 +101,8 @@ std::wstring ProgramPath() {
     path.resize(GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size())));
     // Wine hands out this form, which COM cannot start a server by.
     constexpr std::wstring_view longForm = L"\\\\?\\";
-    if (StartsWithIgnoringCase(path, longForm) && path.size() > 5 && path[5] == L':') {
+    if (StartsWithIgnoringCase(path, longForm) && path.size() > 5 && path[5] == L':')
         path.erase(0, longForm.size());
-    }
     return path;
 }
 

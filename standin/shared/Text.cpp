@@ -7,24 +7,22 @@
 namespace practice {
 
 std::wstring FromUtf8(std::string_view text) {
-    if (text.empty()) {
+    if (text.empty())
         return {};
-    }
     const int size = static_cast<int>(text.size());
     const int length = MultiByteToWideChar(CP_UTF8, 0, text.data(), size, nullptr, 0);
-    std::wstring result(static_cast<size_t>(length), L'\0');
+    std::wstring result(static_cast<std::size_t>(length), L'\0');
     MultiByteToWideChar(CP_UTF8, 0, text.data(), size, result.data(), length);
     return result;
 }
 
 std::string ToUtf8(std::wstring_view text) {
-    if (text.empty()) {
+    if (text.empty())
         return {};
-    }
     const int size = static_cast<int>(text.size());
     const int length =
         WideCharToMultiByte(CP_UTF8, 0, text.data(), size, nullptr, 0, nullptr, nullptr);
-    std::string result(static_cast<size_t>(length), '\0');
+    std::string result(static_cast<std::size_t>(length), '\0');
     WideCharToMultiByte(CP_UTF8, 0, text.data(), size, result.data(), length, nullptr, nullptr);
     return result;
 }
@@ -40,10 +38,9 @@ bool StartsWithIgnoringCase(std::wstring_view text, std::wstring_view start) {
 
 std::wstring Trim(std::wstring_view text) {
     constexpr std::wstring_view blanks = L" \t\r\n";
-    const size_t first = text.find_first_not_of(blanks);
-    if (first == std::wstring_view::npos) {
+    const std::size_t first = text.find_first_not_of(blanks);
+    if (first == std::wstring_view::npos)
         return {};
-    }
     return std::wstring(text.substr(first, text.find_last_not_of(blanks) - first + 1));
 }
 
@@ -68,8 +65,8 @@ std::wstring EscapeLine(std::wstring_view text) {
             default:
                 if (character < L' ') {
                     result += L"\\x";
-                    result += hexDigits[static_cast<size_t>(character) >> 4];
-                    result += hexDigits[static_cast<size_t>(character) & 15];
+                    result += hexDigits[static_cast<std::size_t>(character) >> 4];
+                    result += hexDigits[static_cast<std::size_t>(character) & 15];
                 } else {
                     result += character;
                 }
@@ -80,11 +77,12 @@ std::wstring EscapeLine(std::wstring_view text) {
 
 std::wstring UnescapeLine(std::wstring_view text) {
     std::wstring result;
-    for (size_t i = 0; i < text.size(); ++i) {
+    for (std::size_t i = 0; i < text.size(); ++i) {
         constexpr std::wstring_view letters = L"\\rnt";
         constexpr std::wstring_view meanings = L"\\\r\n\t";
-        const size_t known = text[i] == L'\\' && i + 1 < text.size() ? letters.find(text[i + 1])
-                                                                     : std::wstring_view::npos;
+        const std::size_t known = text[i] == L'\\' && i + 1 < text.size()
+                                      ? letters.find(text[i + 1])
+                                      : std::wstring_view::npos;
         if (known == std::wstring_view::npos) {
             result += text[i];
         } else {
@@ -104,11 +102,10 @@ long ToNumber(std::wstring_view text, long fallback) {
 
 std::wstring WithControlLineEnds(std::wstring_view text) {
     std::wstring result;
-    for (size_t i = 0; i < text.size(); ++i) {
+    for (std::size_t i = 0; i < text.size(); ++i) {
         if (text[i] == L'\r' || text[i] == L'\n') {
-            if (text[i] == L'\r' && i + 1 < text.size() && text[i + 1] == L'\n') {
+            if (text[i] == L'\r' && i + 1 < text.size() && text[i + 1] == L'\n')
                 ++i;
-            }
             result += L"\r\n";
         } else {
             result += text[i];

@@ -22,8 +22,7 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, LPWSTR, int) {
         !WriteFile(log.get(), line.data(), static_cast<DWORD>(line.size()), &written, nullptr)) {
         return 1;
     }
-    if (const auto delay = ReadWholeFile(stem + L".delay")) {
+    if (const auto delay = ReadWholeFile(stem + L".delay"))
         Sleep(static_cast<DWORD>(ToNumber(FromUtf8(*delay), 0)));
-    }
     return 0;
 }

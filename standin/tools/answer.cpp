@@ -35,8 +35,8 @@ struct Box {
 std::wstring TextOf(HWND control) {
     // Other programs' controls tell their text only to a message.
     const LRESULT length = SendMessageW(control, WM_GETTEXTLENGTH, 0, 0);
-    std::wstring text(static_cast<size_t>(length) + 1, L'\0');
-    text.resize(static_cast<size_t>(
+    std::wstring text(static_cast<std::size_t>(length) + 1, L'\0');
+    text.resize(static_cast<std::size_t>(
         SendMessageW(control, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()))));
     return text;
 }
@@ -51,20 +51,17 @@ std::wstring LabelOf(HWND button) {
 Box ReadBox(HWND window) {
     Box box;
     box.window = window;
-    for (HWND child = GetWindow(window, GW_CHILD); child != nullptr;
-         child = GetWindow(child, GW_HWNDNEXT)) {
+    for (HWND child = GetWindow(window, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
         wchar_t name[16]{};
         GetClassNameW(child, name, 16);
         const std::wstring_view className = name;
         const LONG_PTR kind = GetWindowLongPtrW(child, GWL_STYLE);
-        if (!IsWindowVisible(child)) {
+        if (!IsWindowVisible(child))
             continue;
-        }
-        if (className == L"Button") {
+        if (className == L"Button")
             box.buttons.push_back(child);
-        } else if (className == L"Static" && (kind & SS_TYPEMASK) != SS_ICON) {
+        else if (className == L"Static" && (kind & SS_TYPEMASK) != SS_ICON)
             box.text += (box.text.empty() ? L"" : L"\n") + TextOf(child);
-        }
     }
     return box;
 }
@@ -73,9 +70,8 @@ bool FindBox(const std::wstring& title, Box& box) {
     HWND window = nullptr;
     while ((window = FindWindowExW(nullptr, window, L"#32770", title.c_str())) != nullptr) {
         box = IsWindowVisible(window) ? ReadBox(window) : Box();
-        if (!box.buttons.empty() && !box.text.empty()) {
+        if (!box.buttons.empty() && !box.text.empty())
             return true;
-        }
     }
     return false;
 }
@@ -84,9 +80,8 @@ template <typename Condition>
 bool WaitUntil(DWORD seconds, Condition condition) {
     const ULONGLONG deadline = GetTickCount64() + seconds * 1000ULL;
     while (!condition()) {
-        if (GetTickCount64() >= deadline) {
+        if (GetTickCount64() >= deadline)
             return false;
-        }
         Sleep(pollMilliseconds);
     }
     return true;
@@ -129,11 +124,10 @@ int wmain(int count, wchar_t** arguments) {
     std::vector<std::wstring> labels;
     for (int i = 2; i < count; ++i) {
         const std::wstring argument = arguments[i];
-        if (argument.starts_with(wait)) {
+        if (argument.starts_with(wait))
             waitSeconds = practice::ToNumber(argument.substr(wait.size()), 0);
-        } else {
+        else
             labels.push_back(argument);
-        }
     }
     if (count < 2 || waitSeconds < 1 || waitSeconds > longestWaitSeconds) {
         std::fputs(usage.data(), stderr);
@@ -142,13 +136,11 @@ int wmain(int count, wchar_t** arguments) {
     const std::wstring title = arguments[1];
     const auto seconds = static_cast<DWORD>(waitSeconds);
     Box box;
-    if (labels.empty()) {
+    if (labels.empty())
         return WriteText(title, seconds, box) ? 0 : 1;
-    }
     for (const std::wstring& label : labels) {
-        if (!WriteText(title, seconds, box) || !Press(box, label, seconds)) {
+        if (!WriteText(title, seconds, box) || !Press(box, label, seconds))
             return 1;
-        }
     }
     return 0;
 }

@@ -35,9 +35,8 @@ struct Call {
 
 std::wstring CommandLine(const Call& call, wchar_t event) {
     std::wstring line = L"\"" + call.program + L"\" /N:" + event;
-    if (event == L'S' || !call.callerIdOnStartOnly) {
+    if (event == L'S' || !call.callerIdOnStartOnly)
         line += L" /C:" + call.callerId;
-    }
     return line + L" /T:" + call.type + L" /I:" + call.identifier;
 }
 
@@ -66,26 +65,24 @@ bool Send(const Call& call, wchar_t event) {
 bool ReadSeconds(const std::wstring& text, DWORD& seconds) {
     wchar_t* end = nullptr;
     const unsigned long number = std::wcstoul(text.c_str(), &end, 10);
-    if (*end != L'\0' || number < 1 || number > longestWaitSeconds) {
+    if (*end != L'\0' || number < 1 || number > longestWaitSeconds)
         return false;
-    }
     seconds = number;
     return true;
 }
 
 bool ReadOption(Call& call, const std::wstring& option) {
     const std::wstring_view start = std::wstring_view(option).substr(0, 3);
-    if (start == L"/T:") {
+    if (start == L"/T:")
         call.type = option.substr(3);
-    } else if (start == L"/I:") {
+    else if (start == L"/I:")
         call.identifier = option.substr(3);
-    } else if (option == L"/CallerIdOnSOnly") {
+    else if (option == L"/CallerIdOnSOnly")
         call.callerIdOnStartOnly = true;
-    } else if (option.starts_with(L"/Wait:")) {
+    else if (option.starts_with(L"/Wait:"))
         return ReadSeconds(option.substr(6), call.waitSeconds);
-    } else {
+    else
         return false;
-    }
     return true;
 }
 
@@ -111,9 +108,8 @@ int wmain(int count, wchar_t** arguments) {
         return 2;
     }
     for (const wchar_t event : what == L"call" ? std::wstring(L"SCE") : what) {
-        if (!Send(call, event)) {
+        if (!Send(call, event))
             return 1;
-        }
     }
     return 0;
 }

@@ -30,14 +30,12 @@ struct CallTexts {
 // The file's first line and all behind it; nothing when there is no file.
 CallTexts ReadCallTexts(const std::wstring& file) {
     const std::wstring text = FromUtf8(ReadWholeFile(file).value_or(""));
-    const size_t lineFeed = text.find(L'\n');
+    const std::size_t lineFeed = text.find(L'\n');
     CallTexts texts{text.substr(0, lineFeed), L""};
-    if (!texts.reference.empty() && texts.reference.back() == L'\r') {
+    if (!texts.reference.empty() && texts.reference.back() == L'\r')
         texts.reference.pop_back();
-    }
-    if (lineFeed != std::wstring::npos) {
+    if (lineFeed != std::wstring::npos)
         texts.notes = WithControlLineEnds(std::wstring_view(text).substr(lineFeed + 1));
-    }
     return texts;
 }
 
@@ -64,9 +62,8 @@ CompleteCallDialog::CompleteCallDialog(Desk& desk, HWND owner, CallKind kind, st
 }
 
 bool CompleteCallDialog::OnCommand(int controlId, int) {
-    if (controlId != IDOK) {
+    if (controlId != IDOK)
         return false;
-    }
     Save();
     DestroyWindow(handle());
     return true;

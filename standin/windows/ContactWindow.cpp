@@ -39,10 +39,10 @@ std::wstring OnOneLine(std::wstring text) {
     return text;
 }
 
-void FillList(HWND list, const Table& table, size_t firstColumn) {
+void FillList(HWND list, const Table& table, std::size_t firstColumn) {
     ListView_DeleteAllItems(list);
-    for (size_t row = 0; row < table.rows.size(); ++row) {
-        for (size_t column = firstColumn; column < table.columns.size(); ++column) {
+    for (std::size_t row = 0; row < table.rows.size(); ++row) {
+        for (std::size_t column = firstColumn; column < table.columns.size(); ++column) {
             LVITEMW item{};
             item.mask = LVIF_TEXT;
             item.iItem = static_cast<int>(row);
@@ -88,7 +88,7 @@ ContactWindow::ContactWindow(Desk& desk, Kind kind) : desk_(desk), kind_(kind) {
 }
 
 ContactWindow::~ContactWindow() {
-    if (window_ != nullptr) {
+    if (window_) {
         SetWindowLongPtrW(window_, GWLP_USERDATA, 0);
         DestroyWindow(window_);
     }
@@ -109,7 +109,7 @@ HWND ContactWindow::MakeList(int id, const std::vector<const wchar_t*>& columns)
         MakeControl(WC_LISTVIEWW, L"", LVS_REPORT | LVS_SINGLESEL | LVS_SHOWSELALWAYS | WS_TABSTOP,
                     WS_EX_CLIENTEDGE, id);
     ListView_SetExtendedListViewStyle(list, LVS_EX_FULLROWSELECT);
-    for (size_t i = 0; i < columns.size(); ++i) {
+    for (std::size_t i = 0; i < columns.size(); ++i) {
         LVCOLUMNW column{};
         column.mask = LVCF_TEXT | LVCF_WIDTH;
         column.cx = Scaled(100);
@@ -138,16 +138,15 @@ void ContactWindow::MakeControls() {
         MakeList(IDC_ADDITIONAL_CONTACTS, {L"Contact", L"Title", L"Phone", L"Ext.", L"Fax"});
     historyLabel_ = MakeControl(L"STATIC", L"&History:", SS_LEFT, 0, 0);
     history_ = MakeList(IDC_HISTORY, {L"Date", L"Time", L"User", L"Kind", L"Reference", L"Notes"});
-    if (kind_ == Kind::Main) {
+    if (kind_ == Kind::Main)
         statusBar_ = MakeControl(STATUSCLASSNAMEW, L"", SBARS_SIZEGRIP, 0, IDC_STATUS_BAR);
-    }
 }
 
 void ContactWindow::Arrange() {
     RECT client{};
     GetClientRect(window_, &client);
     int bottom = client.bottom;
-    if (statusBar_ != nullptr) {
+    if (statusBar_) {
         SendMessageW(statusBar_, WM_SIZE, 0, 0);
         RECT bar{};
         GetWindowRect(statusBar_, &bar);
@@ -160,7 +159,7 @@ void ContactWindow::Arrange() {
     const int labelWidth = Scaled(62);
     const int buttonWidth = Scaled(54);
     const int half = (client.right - 2 * margin - 2 * gap) / 2;
-    for (size_t i = 0; i < fields_.size(); ++i) {
+    for (std::size_t i = 0; i < fields_.size(); ++i) {
         const FieldPlace& place = fieldPlaces[i];
         const int x = margin + place.half * (half + 2 * gap);
         const int y = margin + place.line * (boxHeight + gap);
@@ -169,9 +168,8 @@ void ContactWindow::Arrange() {
         const int buttonSpace = place.half == 1 ? buttonWidth + gap : 0;
         const int boxWidth = half - labelWidth - buttonSpace;
         MoveWindow(fields_[i].box, x + labelWidth, y, boxWidth, boxHeight, TRUE);
-        if (fields_[i].dial != nullptr) {
+        if (fields_[i].dial)
             MoveWindow(fields_[i].dial, x + half - buttonWidth, y, buttonWidth, boxHeight, TRUE);
-        }
     }
     int y = margin + fieldLines * (boxHeight + gap) + gap;
     const int width = client.right - 2 * margin;
@@ -188,9 +186,8 @@ void ContactWindow::Arrange() {
 
     const auto share = [&](HWND list, const std::vector<int>& percents) {
         const int inner = width - GetSystemMetrics(SM_CXVSCROLL) - Scaled(6);
-        for (size_t column = 0; column < percents.size(); ++column) {
+        for (std::size_t column = 0; column < percents.size(); ++column)
             SendMessageW(list, LVM_SETCOLUMNWIDTH, column, inner * percents[column] / 100);
-        }
     };
     share(additional_, {28, 22, 22, 8, 20});
     share(history_, {13, 8, 12, 7, 34, 26});
@@ -203,20 +200,18 @@ void ContactWindow::Show(const std::wstring& account) {
 
 void ContactWindow::Refresh() {
     std::wstring columns;
-    for (const FieldPlace& place : fieldPlaces) {
+    for (const FieldPlace& place : fieldPlaces)
         columns += (columns.empty() ? L"" : L", ") + std::wstring(place.column);
-    }
     const Table contact = desk_.database().Run(
         L"select " + columns + L" from Contact1 where AccountNo = ?", {account_});
-    for (size_t i = 0; i < fields_.size(); ++i) {
+    for (std::size_t i = 0; i < fields_.size(); ++i) {
         SetWindowTextW(fields_[i].box,
                        contact.rows.empty() ? L"" : contact.rows.front()[i].c_str());
-        if (fields_[i].dial != nullptr) {
+        if (fields_[i].dial) {
             const bool hasNumber = GetWindowTextLengthW(fields_[i].box) > 0;
             // A disabled control would keep the focus, and the keyboard with it.
-            if (!hasNumber && GetFocus() == fields_[i].dial) {
+            if (!hasNumber && GetFocus() == fields_[i].dial)
                 SetFocus(fields_[i].box);
-            }
             EnableWindow(fields_[i].dial, hasNumber);
         }
     }
@@ -234,17 +229,15 @@ void ContactWindow::Refresh() {
         {account_});
     FillList(history_, history, 1);
     historyIds_.clear();
-    for (const Row& row : history.rows) {
+    for (const Row& row : history.rows)
         historyIds_.push_back(row[0]);
-    }
 }
 
 void ContactWindow::ShowStatus(const std::wstring& message, long seconds) {
     SetWindowTextW(statusBar_, message.c_str());
     KillTimer(window_, statusTimer);
-    if (seconds > 0) {
+    if (seconds > 0)
         SetTimer(window_, statusTimer, static_cast<UINT>(std::min(seconds, 3600L)) * 1000, nullptr);
-    }
 }
 
 void ContactWindow::Step(int direction) {
@@ -253,9 +246,8 @@ void ContactWindow::Step(int direction) {
                         L"Contact1 where AccountNo = ?), 0) order by rowid"
                       : L"select AccountNo from Contact1 where rowid < (select rowid from Contact1 "
                         L"where AccountNo = ?) order by rowid desc";
-    if (const auto account = desk_.database().Value(sql, {account_})) {
+    if (const auto account = desk_.database().Value(sql, {account_}))
         Show(*account);
-    }
 }
 
 void ContactWindow::OnMenu(int command) {
@@ -281,16 +273,15 @@ void ContactWindow::OnMenu(int command) {
         case IDM_DIAL_1:
         case IDM_DIAL_2:
         case IDM_DIAL_3:
-            DialPhone(static_cast<size_t>(command - IDM_DIAL_1));
+            DialPhone(static_cast<std::size_t>(command - IDM_DIAL_1));
             break;
         case IDM_EXIT:
             PostMessageW(window_, WM_CLOSE, 0, 0);
             break;
         case IDOK:  // Enter
-            if (GetFocus() == history_) {
+            if (GetFocus() == history_)
                 OnListOpened(IDC_HISTORY, ListView_GetNextItem(history_, -1, LVNI_SELECTED));
-            }
-            for (size_t phone = 0; phone < phones_.size(); ++phone) {
+            for (std::size_t phone = 0; phone < phones_.size(); ++phone) {
                 if (GetFocus() == fields_[phones_[phone]].dial) {
                     DialPhone(phone);
                     break;
@@ -298,38 +289,34 @@ void ContactWindow::OnMenu(int command) {
             }
             break;
         case IDCANCEL:  // Esc closes a further window, never the main one
-            if (kind_ == Kind::Further) {
+            if (kind_ == Kind::Further)
                 PostMessageW(window_, WM_CLOSE, 0, 0);
-            }
             break;
         default:
             if (command >= IDC_FIRST_DIAL &&
-                static_cast<size_t>(command - IDC_FIRST_DIAL) < phones_.size()) {
-                DialPhone(static_cast<size_t>(command - IDC_FIRST_DIAL));
+                static_cast<std::size_t>(command - IDC_FIRST_DIAL) < phones_.size()) {
+                DialPhone(static_cast<std::size_t>(command - IDC_FIRST_DIAL));
             }
             break;
     }
 }
 
-void ContactWindow::DialPhone(size_t phone) {
+void ContactWindow::DialPhone(std::size_t phone) {
     const std::wstring problem = desk_.dialer().Dial(TextOf(fields_[phones_[phone]].box));
-    if (!problem.empty()) {
+    if (!problem.empty())
         MessageBoxW(window_, problem.c_str(), productName, MB_ICONEXCLAMATION);
-    }
 }
 
 void ContactWindow::OnListOpened(int list, int item) {
-    if (list == IDC_HISTORY && item >= 0 && static_cast<size_t>(item) < historyIds_.size()) {
-        desk_.OpenHistoryItem(historyIds_[static_cast<size_t>(item)]);
-    }
+    if (list == IDC_HISTORY && item >= 0 && static_cast<std::size_t>(item) < historyIds_.size())
+        desk_.OpenHistoryItem(historyIds_[static_cast<std::size_t>(item)]);
 }
 
 LRESULT ContactWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_SIZE:
-            if (history_ != nullptr) {
+            if (history_)
                 Arrange();
-            }
             return 0;
         case WM_GETMINMAXINFO:
             reinterpret_cast<MINMAXINFO*>(lParam)->ptMinTrackSize = {Scaled(480), Scaled(380)};
@@ -337,9 +324,8 @@ LRESULT ContactWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_ACTIVATE:
             // Only a click says that the user went on to work in this window; windows also become
             // active when another one closes.
-            if (LOWORD(wParam) == WA_CLICKACTIVE) {
+            if (LOWORD(wParam) == WA_CLICKACTIVE)
                 desk_.Use(this);
-            }
             return 0;
         case WM_COMMAND:
             desk_.Use(this);
@@ -377,8 +363,8 @@ LRESULT CALLBACK ContactWindow::Procedure(HWND window, UINT message, WPARAM wPar
         SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(created));
     }
     auto* self = reinterpret_cast<ContactWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-    return self == nullptr ? DefWindowProcW(window, message, wParam, lParam)
-                           : self->Handle(message, wParam, lParam);
+    return self ? self->Handle(message, wParam, lParam)
+                : DefWindowProcW(window, message, wParam, lParam);
 }
 
 }  // namespace practice

@@ -38,7 +38,7 @@ private:
     void OnMenu(int command);
     void OnListOpened(int list, int item);
     // Dials Phone1, Phone2 or Phone3, told by its place from 0 on.
-    void DialPhone(size_t phone);
+    void DialPhone(std::size_t phone);
     void Step(int direction);
     int Scaled(int pixels) const { return MulDiv(pixels, dpi_, 96); }
 
@@ -54,7 +54,7 @@ private:
     HFONT font_ = nullptr;
     int dpi_ = 96;
     std::vector<Field> fields_;
-    std::vector<size_t> phones_;  // which of the fields are phone numbers
+    std::vector<std::size_t> phones_;  // which of the fields are phone numbers
     HWND additionalLabel_ = nullptr;
     HWND additional_ = nullptr;
     HWND historyLabel_ = nullptr;

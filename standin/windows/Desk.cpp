@@ -26,15 +26,12 @@ void MoveTo(std::vector<std::unique_ptr<Window>>& closed,
 }  // namespace
 
 std::optional<CallKind> CallKindOf(std::wstring_view menuCommand) {
-    if (menuCommand == L"CompleteScheduledCall") {
+    if (menuCommand == L"CompleteScheduledCall")
         return CallKind::Scheduled;
-    }
-    if (menuCommand == L"CompleteUnscheduledIncomingCall") {
+    if (menuCommand == L"CompleteUnscheduledIncomingCall")
         return CallKind::UnscheduledIncoming;
-    }
-    if (menuCommand == L"CompleteUnscheduledOutgoingCall") {
+    if (menuCommand == L"CompleteUnscheduledOutgoingCall")
         return CallKind::UnscheduledOutgoing;
-    }
     return std::nullopt;
 }
 
@@ -59,9 +56,8 @@ void Desk::Open() {
                                   {options_.record});
         main_->Show(account.value_or(L""));
     }
-    if (!options_.hidden) {
+    if (!options_.hidden)
         ShowWindow(main_->handle(), SW_SHOWDEFAULT);
-    }
 }
 
 void Desk::Run() {
@@ -85,29 +81,25 @@ void Desk::Run() {
 
 bool Desk::ServedByDialog(MSG& message) {
     for (const auto& dialog : dialogs_) {
-        if (IsDialogMessageW(dialog->handle(), &message)) {
+        if (IsDialogMessageW(dialog->handle(), &message))
             return true;
-        }
     }
     for (const auto& window : others_) {
-        if (IsDialogMessageW(window->handle(), &message)) {
+        if (IsDialogMessageW(window->handle(), &message))
             return true;
-        }
     }
     return IsDialogMessageW(main_->handle(), &message) != FALSE;
 }
 
 std::optional<std::wstring> Desk::CurrentAccount() const {
-    if (current_ == nullptr || current_->account().empty()) {
+    if (!current_ || current_->account().empty())
         return std::nullopt;
-    }
     return current_->account();
 }
 
 void Desk::ShowInCurrentWindow(const std::wstring& account) {
-    if (current_ != nullptr) {
+    if (current_)
         current_->Show(account);
-    }
 }
 
 void Desk::ShowInNewWindow(const std::wstring& account) {
@@ -118,25 +110,21 @@ void Desk::ShowInNewWindow(const std::wstring& account) {
 }
 
 void Desk::RefreshContacts() {
-    if (main_ != nullptr) {
+    if (main_)
         main_->Refresh();
-    }
-    for (const auto& window : others_) {
+    for (const auto& window : others_)
         window->Refresh();
-    }
 }
 
 void Desk::ShowStatus(const std::wstring& message, long seconds) {
-    if (main_ != nullptr) {
+    if (main_)
         main_->ShowStatus(message, seconds);
-    }
 }
 
 bool Desk::OpenCompleteCall(CallKind kind, const EventTiming& timing) {
     const std::optional<std::wstring> account = CurrentAccount();
-    if (!account) {
+    if (!account)
         return false;
-    }
     dialogs_.push_back(
         std::make_unique<CompleteCallDialog>(*this, current_->handle(), kind, *account));
     events_.Raise(completeCallWindowName, true, dialogs_.back()->handle(), timing);
@@ -144,9 +132,8 @@ bool Desk::OpenCompleteCall(CallKind kind, const EventTiming& timing) {
 }
 
 bool Desk::OpenHistoryItem(const std::wstring& recordId) {
-    if (!database_.Value(L"select RecID from ContHist where RecID = ?", {recordId})) {
+    if (!database_.Value(L"select RecID from ContHist where RecID = ?", {recordId}))
         return false;
-    }
     SetCurrentHistory(recordId);
     dialogs_.push_back(std::make_unique<HistoryItemDialog>(*this, recordId));
     return true;
@@ -162,9 +149,8 @@ void Desk::Closed(ContactWindow* window) {
         current_ = nullptr;
         return;
     }
-    if (current_ == window) {
+    if (current_ == window)
         current_ = main_.get();
-    }
     MoveTo(closedContacts_, others_, window);
 }
 

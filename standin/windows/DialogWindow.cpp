@@ -7,7 +7,7 @@ namespace practice {
 DialogWindow::DialogWindow(Desk& desk) : desk_(desk) {}
 
 DialogWindow::~DialogWindow() {
-    if (window_ != nullptr) {
+    if (window_) {
         SetWindowLongPtrW(window_, DWLP_USER, 0);
         DestroyWindow(window_);
     }
@@ -29,14 +29,12 @@ void DialogWindow::SetText(int controlId, const wchar_t* text) {
 
 INT_PTR CALLBACK DialogWindow::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM) {
     auto* dialog = reinterpret_cast<DialogWindow*>(GetWindowLongPtrW(window, DWLP_USER));
-    if (dialog == nullptr) {
+    if (!dialog)
         return message == WM_INITDIALOG;
-    }
     switch (message) {
         case WM_COMMAND:
-            if (dialog->OnCommand(LOWORD(wParam), HIWORD(wParam))) {
+            if (dialog->OnCommand(LOWORD(wParam), HIWORD(wParam)))
                 return TRUE;
-            }
             if (LOWORD(wParam) == IDCANCEL) {
                 DestroyWindow(window);
                 return TRUE;

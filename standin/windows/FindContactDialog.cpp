@@ -43,8 +43,8 @@ void FindContactDialog::Search() {
 
 void FindContactDialog::ShowChosen() {
     const LRESULT chosen = SendDlgItemMessageW(handle(), IDC_FIND_LIST, LB_GETCURSEL, 0, 0);
-    if (chosen >= 0 && static_cast<size_t>(chosen) < accounts_.size()) {
-        desk_.ShowInCurrentWindow(accounts_[static_cast<size_t>(chosen)]);
+    if (chosen >= 0 && static_cast<std::size_t>(chosen) < accounts_.size()) {
+        desk_.ShowInCurrentWindow(accounts_[static_cast<std::size_t>(chosen)]);
         DestroyWindow(handle());
     }
 }

@@ -20,18 +20,16 @@ HistoryItemDialog::HistoryItemDialog(Desk& desk, const std::wstring& recordId)
     constexpr int controls[] = {IDC_ITEM_CONTACT, IDC_ITEM_KIND,      IDC_ITEM_WHEN,
                                 IDC_ITEM_USER,    IDC_ITEM_REFERENCE, IDC_ITEM_NOTES};
     if (!item.rows.empty()) {
-        size_t field = 0;
-        for (const int control : controls) {
+        std::size_t field = 0;
+        for (const int control : controls)
             SetText(control, WithControlLineEnds(item.rows.front()[field++]).c_str());
-        }
     }
     Show();
 }
 
 bool HistoryItemDialog::OnCommand(int controlId, int) {
-    if (controlId != IDOK) {
+    if (controlId != IDOK)
         return false;
-    }
     DestroyWindow(handle());
     return true;
 }

@@ -18,9 +18,8 @@ const wchar_t* ListedName(HWND window) {
 
 BOOL CALLBACK AddControl(HWND control, LPARAM list) {
     const int id = GetDlgCtrlID(control);
-    if (id > 0) {
+    if (id > 0)
         reinterpret_cast<std::vector<ListedControl>*>(list)->push_back({id, TextOf(control)});
-    }
     return TRUE;
 }
 
@@ -47,17 +46,16 @@ std::vector<ListedWindow> ListWindows() {
 
 bool SetListedControlText(long windowHandle, long controlId, const std::wstring& text) {
     const HWND window = static_cast<HWND>(LongToHandle(windowHandle));
-    if (controlId <= 0 || !IsWindow(window) || ListedName(window) == nullptr) {
+    if (controlId <= 0 || !IsWindow(window) || !ListedName(window))
         return false;
-    }
     const HWND control = GetDlgItem(window, static_cast<int>(controlId));
-    return control != nullptr && SetWindowTextW(control, WithControlLineEnds(text).c_str());
+    return control && SetWindowTextW(control, WithControlLineEnds(text).c_str());
 }
 
 std::wstring TextOf(HWND window) {
-    std::wstring text(static_cast<size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
-    text.resize(
-        static_cast<size_t>(GetWindowTextW(window, text.data(), static_cast<int>(text.size()))));
+    std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
+    text.resize(static_cast<std::size_t>(
+        GetWindowTextW(window, text.data(), static_cast<int>(text.size()))));
     return text;
 }
 
