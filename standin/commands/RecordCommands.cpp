@@ -1,6 +1,6 @@
 #include "commands/RecordCommands.h"
 
-#include <algorithm>
+#include <cstdlib>
 
 #include "shared/Text.h"
 

@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-#include <memory>
+#include <cstdint>
 
 #include "data/SampleContacts.h"
 #include "shared/Text.h"
@@ -50,14 +50,14 @@ Database::Database(const std::wstring& file, bool fresh) {
     if (fresh && !DeleteFileW(file.c_str()) && GetLastError() != ERROR_FILE_NOT_FOUND)
         throw DatabaseError("The database is in use and cannot be made afresh.");
     const bool isNew = GetFileAttributesW(file.c_str()) == INVALID_FILE_ATTRIBUTES;
+    sqlite3* handle = nullptr;  // there even when the file cannot be opened
     const int opened =
-        sqlite3_open_v2(ToUtf8(file).c_str(), &handle_,
+        sqlite3_open_v2(ToUtf8(file).c_str(), &handle,
                         SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX, nullptr);
-    if (opened != SQLITE_OK) {
-        sqlite3_close(handle_);
+    handle_.reset(handle);
+    if (opened != SQLITE_OK)
         throw DatabaseError(sqlite3_errstr(opened));
-    }
-    sqlite3_busy_timeout(handle_, busyMilliseconds);
+    sqlite3_busy_timeout(handle_.get(), busyMilliseconds);
     // A practice database may be lost with the power; it must be quick.
     RunScript("PRAGMA synchronous=OFF; PRAGMA journal_mode=MEMORY;");
     if (isNew) {
@@ -68,13 +68,13 @@ Database::Database(const std::wstring& file, bool fresh) {
     }
 }
 
-Database::~Database() {
-    sqlite3_close(handle_);
+void Database::Closer::operator()(sqlite3* handle) const {
+    sqlite3_close(handle);
 }
 
 void Database::RunScript(const char* script) {
-    if (sqlite3_exec(handle_, script, nullptr, nullptr, nullptr) != SQLITE_OK)
-        throw DatabaseError(sqlite3_errmsg(handle_));
+    if (sqlite3_exec(handle_.get(), script, nullptr, nullptr, nullptr) != SQLITE_OK)
+        throw DatabaseError(sqlite3_errmsg(handle_.get()));
 }
 
 Table Database::Run(std::wstring_view sql, const Parameters& parameters) {
@@ -89,9 +89,9 @@ Table Database::Run(std::wstring_view sql, const Parameters& parameters, bool re
     const std::string text = ToUtf8(sql);
     sqlite3_stmt* prepared = nullptr;
     const char* tail = nullptr;
-    if (sqlite3_prepare_v2(handle_, text.c_str(), static_cast<int>(text.size()), &prepared,
+    if (sqlite3_prepare_v2(handle_.get(), text.c_str(), static_cast<int>(text.size()), &prepared,
                            &tail) != SQLITE_OK) {
-        throw DatabaseError(sqlite3_errmsg(handle_));
+        throw DatabaseError(sqlite3_errmsg(handle_.get()));
     }
     const Statement statement(prepared);
     if (!statement)
@@ -119,7 +119,7 @@ Table Database::Run(std::wstring_view sql, const Parameters& parameters, bool re
             row.push_back(ColumnText(statement.get(), column));
     }
     if (step != SQLITE_DONE)
-        throw DatabaseError(sqlite3_errmsg(handle_));
+        throw DatabaseError(sqlite3_errmsg(handle_.get()));
     return table;
 }
 

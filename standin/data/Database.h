@@ -1,6 +1,6 @@
 #pragma once
 
-#include <cstdint>
+#include <memory>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -40,7 +40,6 @@ public:
     Database(const std::wstring& file, bool fresh);
     Database(const Database&) = delete;
     Database& operator=(const Database&) = delete;
-    ~Database();
 
     // Runs one statement and collects its rows. Throws DatabaseError: for errors of SQLite, for
     // more than one statement, for more rows than fit.
@@ -68,7 +67,10 @@ private:
     Table Run(std::wstring_view sql, const Parameters& parameters, bool readOnly);
     void RunScript(const char* script);
 
-    sqlite3* handle_ = nullptr;
+    struct Closer {
+        void operator()(sqlite3* handle) const;
+    };
+    std::unique_ptr<sqlite3, Closer> handle_;
 };
 
 }  // namespace practice

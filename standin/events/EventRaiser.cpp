@@ -1,6 +1,5 @@
 #include "events/EventRaiser.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace practice {
@@ -19,13 +18,9 @@ EventRaiser::EventRaiser() {
     windowClass.hInstance = GetModuleHandleW(nullptr);
     windowClass.lpszClassName = className;
     RegisterClassW(&windowClass);
-    window_ = CreateWindowExW(0, className, L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
-                              windowClass.hInstance, nullptr);
-    SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
-}
-
-EventRaiser::~EventRaiser() {
-    DestroyWindow(window_);
+    window_.reset(CreateWindowExW(0, className, L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
+                                  windowClass.hInstance, nullptr));
+    SetWindowLongPtrW(window_.get(), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
 }
 
 void EventRaiser::Attach(EventTarget* target) {
@@ -72,7 +67,7 @@ void EventRaiser::RaiseNow(const RaisedEvent& event, bool toAll) {
 
 void EventRaiser::RaiseLater(const RaisedEvent& event, UINT milliseconds, KernelHandle signal) {
     pending_[++lastKey_] = {event, std::move(signal)};
-    SetTimer(window_, lastKey_, milliseconds, nullptr);
+    SetTimer(window_.get(), lastKey_, milliseconds, nullptr);
 }
 
 void EventRaiser::RaisePending(UINT_PTR key) {
@@ -82,7 +77,7 @@ void EventRaiser::RaisePending(UINT_PTR key) {
     const PendingEvent& pending = found->second;
     if (pending.signal && WaitForSingleObject(pending.signal.get(), 0) != WAIT_OBJECT_0)
         return;
-    KillTimer(window_, key);
+    KillTimer(window_.get(), key);
     const RaisedEvent event = pending.event;
     pending_.erase(found);
     RaiseNow(event, false);

@@ -43,7 +43,6 @@ public:
     EventRaiser();
     EventRaiser(const EventRaiser&) = delete;
     EventRaiser& operator=(const EventRaiser&) = delete;
-    ~EventRaiser();
 
     void Attach(EventTarget* target);
     void Detach(EventTarget* target);
@@ -64,7 +63,7 @@ private:
     void RaiseLater(const RaisedEvent& event, UINT milliseconds, KernelHandle signal);
     void RaisePending(UINT_PTR key);
 
-    HWND window_ = nullptr;  // has the timers of the pending events
+    Owned<HWND> window_;  // has the timers of the pending events
     std::vector<EventTarget*> targets_;
     std::map<UINT_PTR, PendingEvent> pending_;  // by the number of its timer
     UINT_PTR lastKey_ = 0;

@@ -3,8 +3,6 @@
 #include <objbase.h>
 #include <olectl.h>
 
-#include <vector>
-
 #include "server/AutomationServer.h"
 #include "shared/Handles.h"
 
@@ -130,9 +128,9 @@ HRESULT AutomationObject::Invoke(DISPID member, REFIID, LCID, WORD flags, DISPPA
     const HRESULT converted = VariantChangeType(&command, &parameters->rgvarg[0], 0, VT_BSTR);
     if (FAILED(converted))
         return converted;
-    const std::wstring text(command.bstrVal ? command.bstrVal : L"", SysStringLen(command.bstrVal));
-    VariantClear(&command);
-    const Answer answer = server_.router().Run(text, client_);
+    BString text;
+    *text.put() = command.bstrVal;
+    const Answer answer = server_.router().Run(text.view(), client_);
     switch (answer.kind) {
         case Answer::Kind::Result:
             return answer.result;
@@ -152,8 +150,7 @@ HRESULT AutomationObject::Invoke(DISPID member, REFIID, LCID, WORD flags, DISPPA
 
 HRESULT AutomationObject::Perform(BSTR command, BSTR* reply) {
     *reply = nullptr;
-    const std::wstring text(command ? command : L"", SysStringLen(command));
-    const Answer answer = server_.router().Run(text, client_);
+    const Answer answer = server_.router().Run({command, SysStringLen(command)}, client_);
     switch (answer.kind) {
         case Answer::Kind::Result:
             return answer.result;

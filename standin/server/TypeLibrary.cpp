@@ -1,5 +1,6 @@
 #include "server/TypeLibrary.h"
 
+#include <memory>
 #include <vector>
 
 #include "shared/Handles.h"
@@ -10,22 +11,17 @@ namespace {
 
 using Microsoft::WRL::ComPtr;
 
-// The attributes of a type or of a library, given back at the end.
-class TypeAttributes {
-public:
-    explicit TypeAttributes(ITypeInfo* info) : info_(info) { info_->GetTypeAttr(&attributes_); }
-    TypeAttributes(const TypeAttributes&) = delete;
-    TypeAttributes& operator=(const TypeAttributes&) = delete;
-    ~TypeAttributes() {
-        if (attributes_)
-            info_->ReleaseTypeAttr(attributes_);
-    }
-    const TYPEATTR* operator->() const { return attributes_; }
+// What a type library has lent, given back at the end.
+template <typename T, typename GiveBack>
+std::unique_ptr<T, GiveBack> Lent(T* lent, GiveBack giveBack) {
+    return {lent, giveBack};
+}
 
-private:
-    ITypeInfo* info_;
-    TYPEATTR* attributes_ = nullptr;
-};
+auto AttributesOf(ITypeInfo* info) {
+    TYPEATTR* attributes = nullptr;
+    info->GetTypeAttr(&attributes);
+    return Lent(attributes, [info](TYPEATTR* lent) { info->ReleaseTypeAttr(lent); });
+}
 
 // The type that a class implements at this place.
 ComPtr<ITypeInfo> Implemented(ITypeInfo* classInfo, UINT index) {
@@ -37,7 +33,7 @@ ComPtr<ITypeInfo> Implemented(ITypeInfo* classInfo, UINT index) {
 }
 
 bool ReadClass(ITypeInfo* classInfo, TypeLibrary& result) {
-    const TypeAttributes classAttributes(classInfo);
+    const auto classAttributes = AttributesOf(classInfo);
     bool hasInterface = false;
     ComPtr<ITypeInfo> events;
     for (UINT i = 0; i < classAttributes->cImplTypes; ++i) {
@@ -49,7 +45,7 @@ bool ReadClass(ITypeInfo* classInfo, TypeLibrary& result) {
         if ((flags & IMPLTYPEFLAG_FSOURCE) != 0) {
             if ((flags & IMPLTYPEFLAG_FDEFAULT) != 0)
                 events = implemented;
-        } else if (TypeAttributes(implemented.Get())->guid == userInterfaceId) {
+        } else if (AttributesOf(implemented.Get())->guid == userInterfaceId) {
             hasInterface = true;
         }
     }
@@ -61,7 +57,7 @@ bool ReadClass(ITypeInfo* classInfo, TypeLibrary& result) {
         return false;
     result.classInfo = classInfo;
     result.classId = classAttributes->guid;
-    result.eventsId = TypeAttributes(events.Get())->guid;
+    result.eventsId = AttributesOf(events.Get())->guid;
     return true;
 }
 
@@ -72,13 +68,13 @@ HRESULT ReadCommandMember(TypeLibrary& result) {
     HRESULT outcome = result.interfaceInfo->GetRefTypeOfImplType(static_cast<UINT>(-1), &reference);
     if (SUCCEEDED(outcome))
         outcome = result.interfaceInfo->GetRefTypeInfo(reference, &ownMethods);
-    FUNCDESC* method = nullptr;
+    FUNCDESC* description = nullptr;
     if (SUCCEEDED(outcome))
-        outcome = ownMethods->GetFuncDesc(0, &method);
-    if (SUCCEEDED(outcome)) {
+        outcome = ownMethods->GetFuncDesc(0, &description);
+    const auto method =
+        Lent(description, [&](FUNCDESC* lent) { ownMethods->ReleaseFuncDesc(lent); });
+    if (SUCCEEDED(outcome))
         result.commandMember = method->memid;
-        ownMethods->ReleaseFuncDesc(method);
-    }
     return outcome;
 }
 
@@ -124,16 +120,17 @@ HRESULT ReadTypeLibrary(TypeLibrary& result) {
     HRESULT outcome = LoadTypeLibEx(ProgramPath().c_str(), REGKIND_NONE, &result.library);
     if (FAILED(outcome))
         return outcome;
-    TLIBATTR* attributes = nullptr;
-    outcome = result.library->GetLibAttr(&attributes);
+    TLIBATTR* libraryAttributes = nullptr;
+    outcome = result.library->GetLibAttr(&libraryAttributes);
     if (FAILED(outcome))
         return outcome;
+    const auto attributes =
+        Lent(libraryAttributes, [&](TLIBATTR* lent) { result.library->ReleaseTLibAttr(lent); });
     result.libraryId = attributes->guid;
     result.majorVersion = attributes->wMajorVerNum;
     result.minorVersion = attributes->wMinorVerNum;
     result.locale = attributes->lcid;
     result.system = attributes->syskind;
-    result.library->ReleaseTLibAttr(attributes);
 
     const UINT count = result.library->GetTypeInfoCount();
     for (UINT i = 0; i < count && !result.classInfo; ++i) {

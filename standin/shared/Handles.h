@@ -4,7 +4,9 @@
 
 #include <oleauto.h>
 
+#include <memory>
 #include <string_view>
+#include <type_traits>
 #include <utility>
 
 namespace practice {
@@ -32,6 +34,21 @@ private:
     HANDLE handle_ = nullptr;
 };
 
+struct Closer {
+    // Its procedure must no longer find the object that the window belongs to.
+    void operator()(HWND window) const {
+        SetWindowLongPtrW(window, GWLP_USERDATA, 0);
+        DestroyWindow(window);
+    }
+    void operator()(HFONT font) const { DeleteObject(font); }
+    void operator()(HDC screen) const { ReleaseDC(nullptr, screen); }
+    void operator()(LPWSTR* arguments) const { LocalFree(arguments); }
+};
+
+// Owns a window, a font, the screen's device context or a list of arguments.
+template <typename Handle>
+using Owned = std::unique_ptr<std::remove_pointer_t<Handle>, Closer>;
+
 // Owns a BSTR.
 class BString {
 public:
@@ -45,9 +62,7 @@ public:
     BSTR get() const { return text_; }
     BSTR* put() { return &text_; }
     BSTR release() { return std::exchange(text_, nullptr); }
-    std::wstring_view view() const {
-        return text_ ? std::wstring_view(text_, SysStringLen(text_)) : std::wstring_view();
-    }
+    std::wstring_view view() const { return {text_, SysStringLen(text_)}; }
 
 private:
     BSTR text_ = nullptr;

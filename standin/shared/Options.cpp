@@ -4,6 +4,7 @@
 
 #include <shellapi.h>
 
+#include "shared/Handles.h"
 #include "shared/Text.h"
 
 namespace practice {
@@ -88,11 +89,10 @@ Options ParseOptions(const std::vector<std::wstring>& arguments) {
 
 std::vector<std::wstring> ProcessArguments() {
     int count = 0;
-    LPWSTR* arguments = CommandLineToArgvW(GetCommandLineW(), &count);
+    const Owned<LPWSTR*> arguments(CommandLineToArgvW(GetCommandLineW(), &count));
     std::vector<std::wstring> result;
     for (int i = 1; i < count; ++i)
-        result.emplace_back(arguments[i]);
-    LocalFree(arguments);
+        result.emplace_back(arguments.get()[i]);
     return result;
 }
 

@@ -69,38 +69,29 @@ ContactWindow::ContactWindow(Desk& desk, Kind kind) : desk_(desk), kind_(kind) {
     windowClass.lpszClassName = className;
     RegisterClassExW(&windowClass);  // fails from the second window on, for good reason
 
-    const HDC screen = GetDC(nullptr);
-    dpi_ = GetDeviceCaps(screen, LOGPIXELSX);
-    ReleaseDC(nullptr, screen);
+    const Owned<HDC> screen(GetDC(nullptr));
+    dpi_ = GetDeviceCaps(screen.get(), LOGPIXELSX);
     NONCLIENTMETRICSW metrics{};
     metrics.cbSize = sizeof metrics;
     SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0);
-    font_ = CreateFontIndirectW(&metrics.lfMessageFont);
+    font_.reset(CreateFontIndirectW(&metrics.lfMessageFont));
 
     const bool isMain = kind_ == Kind::Main;
     const HMENU menu = isMain ? LoadMenuW(instance, MAKEINTRESOURCEW(IDR_MENU)) : nullptr;
-    window_ = CreateWindowExW(WS_EX_CONTROLPARENT, className, productName, WS_OVERLAPPEDWINDOW,
-                              CW_USEDEFAULT, CW_USEDEFAULT, Scaled(isMain ? 760 : 700),
-                              Scaled(isMain ? 560 : 480), nullptr, menu, instance, this);
-    ListWindowAs(window_, isMain ? mainWindowName : contactWindowName);
+    CreateWindowExW(WS_EX_CONTROLPARENT, className, productName, WS_OVERLAPPEDWINDOW, CW_USEDEFAULT,
+                    CW_USEDEFAULT, Scaled(isMain ? 760 : 700), Scaled(isMain ? 560 : 480), nullptr,
+                    menu, instance, this);
+    ListWindowAs(handle(), isMain ? mainWindowName : contactWindowName);
     MakeControls();
     Arrange();
-}
-
-ContactWindow::~ContactWindow() {
-    if (window_) {
-        SetWindowLongPtrW(window_, GWLP_USERDATA, 0);
-        DestroyWindow(window_);
-    }
-    DeleteObject(font_);
 }
 
 HWND ContactWindow::MakeControl(const wchar_t* controlClass, const wchar_t* text, DWORD style,
                                 DWORD extendedStyle, int id) {
     const HWND control = CreateWindowExW(
-        extendedStyle, controlClass, text, WS_CHILD | WS_VISIBLE | style, 0, 0, 0, 0, window_,
+        extendedStyle, controlClass, text, WS_CHILD | WS_VISIBLE | style, 0, 0, 0, 0, handle(),
         static_cast<HMENU>(LongToHandle(id)), GetModuleHandleW(nullptr), nullptr);
-    SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(font_), FALSE);
+    SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(font_.get()), FALSE);
     return control;
 }
 
@@ -144,7 +135,7 @@ void ContactWindow::MakeControls() {
 
 void ContactWindow::Arrange() {
     RECT client{};
-    GetClientRect(window_, &client);
+    GetClientRect(handle(), &client);
     int bottom = client.bottom;
     if (statusBar_) {
         SendMessageW(statusBar_, WM_SIZE, 0, 0);
@@ -215,9 +206,9 @@ void ContactWindow::Refresh() {
             EnableWindow(fields_[i].dial, hasNumber);
         }
     }
-    SetWindowTextW(window_, contact.rows.empty()
-                                ? productName
-                                : (contact.rows.front()[0] + L" - " + productName).c_str());
+    SetWindowTextW(handle(), contact.rows.empty()
+                                 ? productName
+                                 : (contact.rows.front()[0] + L" - " + productName).c_str());
     FillList(additional_,
              desk_.database().Run(L"select Contact, Title, Phone, Ext, Fax from ContSupp where "
                                   L"AccountNo = ? and RecType = 'C' order by rowid",
@@ -235,9 +226,10 @@ void ContactWindow::Refresh() {
 
 void ContactWindow::ShowStatus(const std::wstring& message, long seconds) {
     SetWindowTextW(statusBar_, message.c_str());
-    KillTimer(window_, statusTimer);
-    if (seconds > 0)
-        SetTimer(window_, statusTimer, static_cast<UINT>(std::min(seconds, 3600L)) * 1000, nullptr);
+    KillTimer(handle(), statusTimer);
+    const auto wait = static_cast<UINT>(std::clamp(seconds, 0L, 3600L)) * 1000;
+    if (wait > 0)
+        SetTimer(handle(), statusTimer, wait, nullptr);
 }
 
 void ContactWindow::Step(int direction) {
@@ -276,7 +268,7 @@ void ContactWindow::OnMenu(int command) {
             DialPhone(static_cast<std::size_t>(command - IDM_DIAL_1));
             break;
         case IDM_EXIT:
-            PostMessageW(window_, WM_CLOSE, 0, 0);
+            PostMessageW(handle(), WM_CLOSE, 0, 0);
             break;
         case IDOK:  // Enter
             if (GetFocus() == history_)
@@ -290,7 +282,7 @@ void ContactWindow::OnMenu(int command) {
             break;
         case IDCANCEL:  // Esc closes a further window, never the main one
             if (kind_ == Kind::Further)
-                PostMessageW(window_, WM_CLOSE, 0, 0);
+                PostMessageW(handle(), WM_CLOSE, 0, 0);
             break;
         default:
             if (command >= IDC_FIRST_DIAL &&
@@ -304,7 +296,7 @@ void ContactWindow::OnMenu(int command) {
 void ContactWindow::DialPhone(std::size_t phone) {
     const std::wstring problem = desk_.dialer().Dial(TextOf(fields_[phones_[phone]].box));
     if (!problem.empty())
-        MessageBoxW(window_, problem.c_str(), productName, MB_ICONEXCLAMATION);
+        MessageBoxW(handle(), problem.c_str(), productName, MB_ICONEXCLAMATION);
 }
 
 void ContactWindow::OnListOpened(int list, int item) {
@@ -340,18 +332,17 @@ LRESULT ContactWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
             return 0;
         }
         case WM_TIMER:
-            KillTimer(window_, wParam);
+            KillTimer(handle(), wParam);
             SetWindowTextW(statusBar_, L"");
             return 0;
         case WM_NCDESTROY: {
-            const HWND window = window_;
+            const HWND window = window_.release();
             SetWindowLongPtrW(window, GWLP_USERDATA, 0);
-            window_ = nullptr;
             desk_.Closed(this);
             return DefWindowProcW(window, message, wParam, lParam);
         }
         default:
-            return DefWindowProcW(window_, message, wParam, lParam);
+            return DefWindowProcW(handle(), message, wParam, lParam);
     }
 }
 
@@ -359,7 +350,7 @@ LRESULT CALLBACK ContactWindow::Procedure(HWND window, UINT message, WPARAM wPar
     if (message == WM_NCCREATE) {
         auto* created = static_cast<ContactWindow*>(
             reinterpret_cast<const CREATESTRUCTW*>(lParam)->lpCreateParams);
-        created->window_ = window;
+        created->window_.reset(window);
         SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(created));
     }
     auto* self = reinterpret_cast<ContactWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));

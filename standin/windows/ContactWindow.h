@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "shared/Handles.h"
+
 namespace practice {
 
 class Desk;
@@ -18,9 +20,8 @@ public:
     ContactWindow(Desk& desk, Kind kind);
     ContactWindow(const ContactWindow&) = delete;
     ContactWindow& operator=(const ContactWindow&) = delete;
-    ~ContactWindow();
 
-    HWND handle() const { return window_; }
+    HWND handle() const { return window_.get(); }
     const std::wstring& account() const { return account_; }  // "" when no contact is open
 
     void Show(const std::wstring& account);
@@ -50,8 +51,8 @@ private:
 
     Desk& desk_;
     Kind kind_;
-    HWND window_ = nullptr;
-    HFONT font_ = nullptr;
+    Owned<HFONT> font_;
+    Owned<HWND> window_;
     int dpi_ = 96;
     std::vector<Field> fields_;
     std::vector<std::size_t> phones_;  // which of the fields are phone numbers

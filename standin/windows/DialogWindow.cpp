@@ -6,29 +6,22 @@ namespace practice {
 
 DialogWindow::DialogWindow(Desk& desk) : desk_(desk) {}
 
-DialogWindow::~DialogWindow() {
-    if (window_) {
-        SetWindowLongPtrW(window_, DWLP_USER, 0);
-        DestroyWindow(window_);
-    }
-}
-
 void DialogWindow::Create(int templateId, HWND owner) {
-    window_ = CreateDialogParamW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(templateId), owner,
-                                 Procedure, 0);
-    SetWindowLongPtrW(window_, DWLP_USER, reinterpret_cast<LONG_PTR>(this));
+    window_.reset(CreateDialogParamW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(templateId), owner,
+                                     Procedure, 0));
+    SetWindowLongPtrW(handle(), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
 }
 
 void DialogWindow::Show() {
-    ShowWindow(window_, SW_SHOWNORMAL);
+    ShowWindow(handle(), SW_SHOWNORMAL);
 }
 
 void DialogWindow::SetText(int controlId, const wchar_t* text) {
-    SetDlgItemTextW(window_, controlId, text);
+    SetDlgItemTextW(handle(), controlId, text);
 }
 
 INT_PTR CALLBACK DialogWindow::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM) {
-    auto* dialog = reinterpret_cast<DialogWindow*>(GetWindowLongPtrW(window, DWLP_USER));
+    auto* dialog = reinterpret_cast<DialogWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
     if (!dialog)
         return message == WM_INITDIALOG;
     switch (message) {
@@ -44,9 +37,9 @@ INT_PTR CALLBACK DialogWindow::Procedure(HWND window, UINT message, WPARAM wPara
             DestroyWindow(window);
             return TRUE;
         case WM_NCDESTROY:
-            SetWindowLongPtrW(window, DWLP_USER, 0);
+            SetWindowLongPtrW(window, GWLP_USERDATA, 0);
             dialog->OnClosed();
-            dialog->window_ = nullptr;
+            dialog->window_.release();
             dialog->desk_.Closed(dialog);
             return FALSE;
         default:

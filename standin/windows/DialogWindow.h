@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include "shared/Handles.h"
+
 namespace practice {
 
 class Desk;
@@ -11,9 +13,9 @@ class DialogWindow {
 public:
     DialogWindow(const DialogWindow&) = delete;
     DialogWindow& operator=(const DialogWindow&) = delete;
-    virtual ~DialogWindow();
+    virtual ~DialogWindow() = default;
 
-    HWND handle() const { return window_; }
+    HWND handle() const { return window_.get(); }
 
 protected:
     explicit DialogWindow(Desk& desk);
@@ -33,7 +35,7 @@ protected:
 private:
     static INT_PTR CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
-    HWND window_ = nullptr;
+    Owned<HWND> window_;
 };
 
 }  // namespace practice
