@@ -3,19 +3,19 @@
 #include <commctrl.h>
 #include <objbase.h>
 
-#include "AutomationServer.h"
-#include "CommandRouter.h"
-#include "Database.h"
-#include "DatabaseTools.h"
-#include "Desk.h"
-#include "Dialer.h"
-#include "EventRaiser.h"
-#include "Faults.h"
-#include "Handles.h"
-#include "IniFiles.h"
-#include "Journal.h"
-#include "Options.h"
-#include "TypeLibrary.h"
+#include "commands/CommandRouter.h"
+#include "data/Database.h"
+#include "data/DatabaseTools.h"
+#include "data/IniFiles.h"
+#include "dialing/Dialer.h"
+#include "events/EventRaiser.h"
+#include "faults/Faults.h"
+#include "server/AutomationServer.h"
+#include "server/TypeLibrary.h"
+#include "shared/Handles.h"
+#include "shared/Journal.h"
+#include "shared/Options.h"
+#include "windows/Desk.h"
 
 namespace {
 
@@ -29,9 +29,8 @@ public:
     ComApartment(const ComApartment&) = delete;
     ComApartment& operator=(const ComApartment&) = delete;
     ~ComApartment() {
-        if (entered_) {
+        if (entered_)
             CoUninitialize();
-        }
     }
 
 private:
@@ -40,15 +39,13 @@ private:
 
 // A box tells the user; a hidden run must not wait for one.
 void Complain(const Options& options, const std::wstring& message) {
-    if (!options.hidden) {
+    if (!options.hidden)
         MessageBoxW(nullptr, message.c_str(), L"Practice GoldMine", MB_ICONEXCLAMATION);
-    }
 }
 
 KernelHandle TellReady(const Options& options) {
-    if (options.readyEvent.empty()) {
+    if (options.readyEvent.empty())
         return {};
-    }
     KernelHandle event(CreateEventW(nullptr, TRUE, FALSE, options.readyEvent.c_str()));
     SetEvent(event.get());
     return event;
@@ -76,9 +73,8 @@ int Serve(const Options& options) {
     InitCommonControlsEx(&controls);
     try {
         Database database(DatabaseFile(options), options.fresh);
-        if (options.fresh && !options.noIni) {
+        if (options.fresh && !options.noIni)
             WriteMissingIniFiles(options);
-        }
         TypeLibrary types;
         HRESULT outcome = ReadTypeLibrary(types);
         Faults faults(options.dataFolder + L"faults.txt", journal);
@@ -93,9 +89,8 @@ int Serve(const Options& options) {
             TerminateProcess(GetCurrentProcess(), 1);
         };
         desk.Open();
-        if (SUCCEEDED(outcome)) {
+        if (SUCCEEDED(outcome))
             outcome = server.Open();
-        }
         if (FAILED(outcome)) {
             journal.Note(L"clients cannot connect: " + HexadecimalText(outcome));
             Complain(options, L"Clients cannot connect: " + HexadecimalText(outcome));
@@ -122,17 +117,13 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, LPWSTR, int) {
         return misused;
     }
     const ComApartment apartment;
-    if (options.registerServer) {
+    if (options.registerServer)
         return SUCCEEDED(RegisterServer()) ? 0 : 1;
-    }
-    if (options.unregisterServer) {
+    if (options.unregisterServer)
         return SUCCEEDED(UnregisterServer()) ? 0 : 1;
-    }
-    if (options.dump || !options.sql.empty()) {
+    if (options.dump || !options.sql.empty())
         return RunDatabaseTool(options);
-    }
-    if (!options.dial.empty()) {
+    if (!options.dial.empty())
         return DialOnce(options);
-    }
     return Serve(options);
 }
