@@ -30,8 +30,7 @@ void Settings::LoadSettings() {
     cSimuIniFile store = OwnSettingsStore(registry_);
     for (const std::size_t row : savedOptions) {
         Control& option = *form_.controls()[row];
-        if (&option != &form_.chkWriteLog)  // the log has loaded it
-            SetOptionFromText(option, store.ReadProfileString(option.name(), option.tag()));
+        SetOptionFromText(option, store.ReadProfileString(option.name(), option.tag()));
     }
     form_.SettingsDirty = false;
 }
@@ -48,6 +47,7 @@ bool Settings::SaveSettings() {
         const Control& option = *form_.controls()[row];
         store.WriteProfileString(option.name(), OptionText(option));
     }
+    store.WriteProfileString(form_.chkWriteLog.name(), OptionText(form_.chkWriteLog));
     status_.WriteStatus(L"Settings saved.");
     form_.SettingsDirty = false;
     return true;

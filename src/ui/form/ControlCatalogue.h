@@ -31,7 +31,7 @@ inline constexpr unsigned needsGoldMine67 = 32;  // usable with GoldMine 6.7 or 
 // An option's places, from 1, in the order of loading and saving, and in that of restoring
 // defaults.
 struct Kept {
-    int saved = 0;
+    int saved = 0;     // 0: it is the log's, see Settings
     int restored = 0;  // 0: it stays as it is
 };
 
@@ -461,7 +461,7 @@ consteval auto Rows() {
             .EnabledBy(L"chkAlwaysShowForm"),
         Group(L"frameDebugging", L"Debugging", {120, 960, 6690, 1230}),
         Check(L"chkWriteLog", L"Write Status messages to a log file",
-              L"Write Status messages to a log file", L"0", {40, 37}, {180, 315, 6300, 285}),
+              L"Write Status messages to a log file", L"0", {0, 37}, {180, 315, 6300, 285}),
         Check(L"chkLogCOMCalls", L"Log GoldMine interactions longer than",
               L"Write a Status message for each GoldMine command that takes this long or longer",
               L"1", {38, 38}, {180, 720, 3600, 285}),
