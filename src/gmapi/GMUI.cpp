@@ -48,12 +48,15 @@ std::wstring GMUI::GMUI_Execute(const std::wstring& command) {
                    error.number == ErrorNumber::RemoteProcedureCallFailed) {
             ReportConnectionLost(error);
         } else {
+            reportedError_.reset();
             error.source.insert(0, L"GMUI_Execute: ");
             throw;
         }
+        Remember(error);
         return {};
     }
 
+    reportedError_.reset();  // an event inside the command may have sent commands of its own
     const auto elapsed = static_cast<float>(clock_.Timer() - begin);
     const TextBox& threshold = form_.txtCOMDurationSeconds;
     if (form_.chkLogCOMCalls.checked() &&
@@ -64,9 +67,15 @@ std::wstring GMUI::GMUI_Execute(const std::wstring& command) {
     return reply;
 }
 
-std::wstring GMUI::SelectNode(const std::wstring& reply, const std::wstring& expression,
-                              NodeForm form) const {
-    return reader_.SelectNode(reply, expression, form);
+std::wstring GMUI::SelectNode(const std::wstring& reply, const std::wstring& expression) const {
+    return reader_.SelectNode(reply, expression, NodeForm::Text, WhiteSpace::ReadersOwn)
+        .value_or(std::wstring());
+}
+
+std::optional<std::wstring> GMUI::SelectNodeAsItStands(const std::wstring& reply,
+                                                       const std::wstring& expression,
+                                                       NodeForm form) const {
+    return reader_.SelectNode(reply, expression, form, WhiteSpace::Kept);
 }
 
 std::wstring GMUI::StatusValue(const std::wstring& reply) const {
@@ -85,8 +94,14 @@ bool GMUI::EnsureObject() {
         return true;
     } catch (const RuntimeError& error) {
         ReportNoObject(error);
+        Remember(error);
         return false;
     }
+}
+
+void GMUI::Remember(const RuntimeError& error) {
+    reportedError_ = error;
+    reportedError_->reported = true;
 }
 
 void GMUI::ReportNoObject(const RuntimeError& error) {

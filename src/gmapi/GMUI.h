@@ -1,9 +1,11 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "seams/GoldMine.h"
 #include "seams/XPathReader.h"
+#include "util/RuntimeError.h"
 
 namespace corvane {
 
@@ -11,7 +13,6 @@ class Clock;
 class Form;
 class MessageBoxes;
 class StatusWriter;
-struct RuntimeError;
 
 // The one road to GoldMine: sends a command, times it, tells the user when GoldMine cannot be
 // reached.
@@ -25,9 +26,19 @@ public:
     // with "GMUI_Execute: " before their source.
     [[nodiscard]] std::wstring GMUI_Execute(const std::wstring& command);
 
-    // One node of a reply, see XPathReader.
-    [[nodiscard]] std::wstring SelectNode(const std::wstring& reply, const std::wstring& expression,
-                                          NodeForm form = NodeForm::Text) const;
+    // The text of one node of a reply; empty when there is none or the reply is not XML.
+    [[nodiscard]] std::wstring SelectNode(const std::wstring& reply,
+                                          const std::wstring& expression) const;
+
+    // One node with its white space as it stands; nothing when the reply is not XML.
+    [[nodiscard]] std::optional<std::wstring> SelectNodeAsItStands(const std::wstring& reply,
+                                                                   const std::wstring& expression,
+                                                                   NodeForm form) const;
+
+    // The error of the last command that the user was told of; nothing when there was none.
+    [[nodiscard]] const std::optional<RuntimeError>& reportedError() const {
+        return reportedError_;
+    }
 
     // The unescaped text of a reply's status element.
     [[nodiscard]] std::wstring StatusValue(const std::wstring& reply) const;
@@ -37,6 +48,7 @@ public:
 
 private:
     bool EnsureObject();
+    void Remember(const RuntimeError& error);
     void ReportNoObject(const RuntimeError& error);
     void ReportNotLoggedIn(const RuntimeError& error);
     void ReportConnectionLost(const RuntimeError& error);
@@ -47,6 +59,7 @@ private:
     StatusWriter& status_;
     MessageBoxes& boxes_;
     Clock& clock_;
+    std::optional<RuntimeError> reportedError_;
 };
 
 }  // namespace corvane
