@@ -6,6 +6,7 @@
 #include "seams/MessageBoxes.h"
 #include "seams/StatusWriter.h"
 #include "ui/form/Form.h"
+#include "ui/form/NumberIn.h"
 #include "util/RuntimeError.h"
 #include "util/Text.h"
 
@@ -59,8 +60,7 @@ std::wstring GMUI::GMUI_Execute(const std::wstring& command) {
     reportedError_.reset();  // an event inside the command may have sent commands of its own
     const auto elapsed = static_cast<float>(clock_.Timer() - begin);
     const TextBox& threshold = form_.txtCOMDurationSeconds;
-    if (form_.chkLogCOMCalls.checked() &&
-        elapsed >= static_cast<float>(LongFromText(threshold.text()))) {
+    if (form_.chkLogCOMCalls.checked() && elapsed >= static_cast<float>(LongIn(threshold))) {
         status_.WriteStatus(Join(L"> COM command > ", threshold.text(), L" second(s) (",
                                  FormatSeconds(elapsed), L" seconds): '", command, L"'"));
     }
@@ -89,6 +89,10 @@ void GMUI::Release() noexcept {
 bool GMUI::EnsureObject() {
     if (goldMine_.connected())
         return true;
+    if (clientRuns_ && !clientRuns_()) {
+        Remember(MakeRuntimeError(ErrorNumber::RemoteServerUnavailable));
+        return false;
+    }
     try {
         goldMine_.Connect();
         return true;

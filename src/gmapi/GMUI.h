@@ -1,7 +1,9 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "seams/GoldMine.h"
 #include "seams/XPathReader.h"
@@ -43,6 +45,10 @@ public:
     // The unescaped text of a reply's status element.
     [[nodiscard]] std::wstring StatusValue(const std::wstring& reply) const;
 
+    // From now on the object is created only while a client runs, which the function tells:
+    // creating it would start one. Set at the end of the program, by those who know of processes.
+    void ConnectOnlyWhile(std::function<bool()> clientRuns) { clientRuns_ = std::move(clientRuns); }
+
     // Lets the automation object go; the next command creates it afresh.
     void Release() noexcept;
 
@@ -60,6 +66,7 @@ private:
     MessageBoxes& boxes_;
     Clock& clock_;
     std::optional<RuntimeError> reportedError_;
+    std::function<bool()> clientRuns_;
 };
 
 }  // namespace corvane

@@ -105,7 +105,10 @@ RegistryStatus cRegistry::SetValue(RegistryHandle key, const std::wstring& value
                                    std::uint32_t reserved, std::uint32_t type,
                                    const std::wstring& data, std::uint32_t size) {
     std::string bytes = AnsiFromText(data);
-    // In a multi-byte code page the size in characters may differ from the bytes there are.
+    // Who gives the whole text means all of its bytes: a double-byte code page makes more of them
+    // than there are characters.
+    if (size == data.size())
+        size = static_cast<std::uint32_t>(bytes.size());
     if (bytes.size() < size)
         bytes.resize(size, '\0');
     const RegistryStatus status =

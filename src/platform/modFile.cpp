@@ -107,6 +107,7 @@ void AppendToFile(const std::wstring& path, std::wstring_view text) {
 NewestFile GetNewestFileInFolder(const std::wstring& folder, const std::wstring& pattern,
                                  std::uint32_t attributeMask) {
     NewestCandidate newest;
+    bool complete = true;
     WIN32_FIND_DATAW entry;
     const HANDLE search = FindFirstFileW((AddTrailingBackslash(folder) + pattern).c_str(), &entry);
     if (search != INVALID_HANDLE_VALUE) {
@@ -119,9 +120,11 @@ NewestFile GetNewestFileInFolder(const std::wstring& folder, const std::wstring&
                                                    entry.ftLastWriteTime.dwHighDateTime}}
                                        .QuadPart);
         } while (FindNextFileW(search, &entry));
+        complete = GetLastError() == ERROR_NO_MORE_FILES;
     }
     const ULARGE_INTEGER time{.QuadPart = newest.time};
-    return {newest.name, LocalAutomationDate({time.LowPart, time.HighPart}), newest.count};
+    return {newest.name, LocalAutomationDate({time.LowPart, time.HighPart}), newest.count,
+            complete};
 }
 
 bool modFile::FileExists(const std::wstring& path) const {

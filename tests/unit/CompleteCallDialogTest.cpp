@@ -676,12 +676,12 @@ TEST_F(FillInTest, AnErrorOfGoldMineCarriesTheProcedureBeforeItsDescription) {
     EXPECT_EQ(error.helpContext, 1234);
 }
 
-TEST_F(HtmlModeTest, AnErrorWhileTheOldNotesAreReadCarriesTheProcedureOfTheDialogAlone) {
+TEST_F(HtmlModeTest, AnErrorWhileTheOldNotesAreReadCarriesBothProcedures) {
     engineError = CompleteError(429);
     const RuntimeError error = ErrorOf([&] { FillIn(L""); });
     EXPECT_EQ(error.number, 429);
     EXPECT_EQ(error.source, L"GoldMine.UI");
-    EXPECT_EQ(error.description, L"AddRefAndNotesToOpenCallDialog: something broke");
+    EXPECT_EQ(error.description, L"AddRefAndNotesToOpenCallDialog: HTMLToText: something broke");
     EXPECT_EQ(written, Lines{});
 }
 

@@ -274,6 +274,18 @@ TEST_F(GMUITest, ACommandThatSpansMidnightCountsAsFast) {
     ExpectNoLines();
 }
 
+TEST_F(GMUITest, NoObjectIsCreatedWhereNoClientRunsAndNobodyIsAsked) {
+    bool runs = false;
+    gmui.ConnectOnlyWhile([&runs] { return runs; });
+    EXPECT_EQ(gmui.GMUI_Execute(command), L"False");
+    EXPECT_EQ(goldMine.connects, 0);
+    ExpectNoLines();
+    ASSERT_TRUE(gmui.reportedError());
+    EXPECT_EQ(gmui.reportedError()->number, 462);
+    runs = true;
+    EXPECT_EQ(gmui.GMUI_Execute(command), L"<GMAPI/>");
+}
+
 TEST_F(GMUITest, ANodeIsReadAsTextOrAsMarkup) {
     const std::wstring reply =
         L"<GMAPI call=\"X\"><a n=\"1\"><b>one</b></a><a n=\"2\">two</a></GMAPI>";
