@@ -40,9 +40,7 @@ protected:
     static std::string HandleText(HWND window) {
         return std::to_string(static_cast<long>(reinterpret_cast<INT_PTR>(window)));
     }
-    static std::string FieldOf(HWND dialog, int id) {
-        return Utf8(WindowTextOf(GetDlgItem(dialog, id)));
-    }
+    static std::string FieldOf(HWND dialog, int id) { return Utf8(TextOf(GetDlgItem(dialog, id))); }
 
     // Up to the search, and the lines before and behind what the dialog does.
     static Lines Log(const Lines& atOpening, const Lines& atTheEnd) {

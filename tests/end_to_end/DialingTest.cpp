@@ -1,7 +1,10 @@
 #include <functional>
 
 #include "EndToEndTest.h"
-#include "Files.h"
+#include "support/windows/BuiltFiles.h"
+#include "support/windows/Files.h"
+#include "support/windows/Folders.h"
+#include "support/windows/Process.h"
 
 namespace end_to_end {
 namespace {

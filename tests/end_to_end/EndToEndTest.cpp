@@ -1,6 +1,8 @@
 #include "EndToEndTest.h"
 
-#include "Files.h"
+#include "support/windows/BuiltFiles.h"
+#include "support/windows/Files.h"
+#include "support/windows/Folders.h"
 
 namespace end_to_end {
 namespace {
@@ -149,11 +151,7 @@ std::string EndToEndTest::LogText() {
 
 Lines EndToEndTest::Dialled(const std::wstring& folder) {
     const std::wstring file = folder + L"CallTriggerCmd.log";
-    Lines lines = SplitLines(ReadFileText(file).value_or(""), "\n");
-    for (std::string& line : lines) {
-        line = Unescaped(line);
-    }
-    return lines;
+    return UnescapedLines(SplitLines(ReadFileText(file).value_or(""), "\n"));
 }
 
 std::wstring EndToEndTest::logFile() {

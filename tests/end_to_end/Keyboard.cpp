@@ -4,9 +4,11 @@
 
 #include <vector>
 
-#include "Process.h"
+#include "support/windows/Waiting.h"
 
 namespace end_to_end {
+
+using namespace test_support;
 
 void BringToForeground(HWND window) {
     EXPECT_TRUE(WaitUntil([&] {

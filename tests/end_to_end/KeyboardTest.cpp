@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "Handles.h"
+#include "support/windows/KernelHandle.h"
 #include "WindowTest.h"
 
 namespace end_to_end {

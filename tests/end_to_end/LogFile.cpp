@@ -8,7 +8,12 @@
 #include <array>
 #include <cstdio>
 
+#include "support/Lines.h"
+
 namespace end_to_end {
+
+using namespace test_support;
+
 namespace {
 
 bool IsDigit(char each) {

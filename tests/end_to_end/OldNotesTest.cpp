@@ -1,5 +1,6 @@
 #include "CompleteCallTest.h"
-#include "Files.h"
+#include "support/windows/BuiltFiles.h"
+#include "support/windows/Files.h"
 
 namespace end_to_end {
 namespace {

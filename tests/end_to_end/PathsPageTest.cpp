@@ -1,6 +1,8 @@
 #include <functional>
 
-#include "Files.h"
+#include "support/windows/BuiltFiles.h"
+#include "support/windows/Files.h"
+#include "support/windows/Folders.h"
 #include "WindowTest.h"
 
 namespace end_to_end {

@@ -1,7 +1,8 @@
 #include <algorithm>
 
-#include "Files.h"
 #include "HistoryTest.h"
+#include "support/windows/Files.h"
+#include "support/windows/Folders.h"
 
 namespace end_to_end {
 namespace {

@@ -5,9 +5,12 @@
 #include <array>
 #include <utility>
 
-#include "Text.h"
+#include "support/windows/Encoding.h"
 
 namespace end_to_end {
+
+using namespace test_support;
+
 namespace {
 
 constexpr size_t longestValue = 40'000;  // characters that any test stores

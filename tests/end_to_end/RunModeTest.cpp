@@ -68,7 +68,7 @@ TEST_F(RunModeTest, WithoutParametersTheWindowIsShownEvenWithoutGoldMine) {
     ProgramRun run = Start("");
     const HWND window = run.WaitForWindow();
 
-    EXPECT_EQ(Utf8(WindowTextOf(window)), "Halvorn Corvane to 3CX");
+    EXPECT_EQ(Utf8(TextOf(window)), "Halvorn Corvane to 3CX");
     EXPECT_FALSE(ControlEnabled(window, "cmdProcessCall"));
     EXPECT_EQ(ControlText(window, "txtStatus"),
               StatusText({"Corvane 1.0.0.1 started without params.", notRunning, noParams}));
