@@ -62,7 +62,11 @@ PracticeGoldMine::~PracticeGoldMine() {
 void PracticeGoldMine::Close() {
     PostMessageW(MainWindow(), WM_CLOSE, 0, 0);
     // Clients in this process are called while it closes.
-    EXPECT_TRUE(PumpUntil([this] { return !running(); })) << "the practice GoldMine does not close";
+    if (!PumpUntil([this] { return !running(); })) {
+        ADD_FAILURE() << "the practice GoldMine does not close";
+        process_.Terminate();
+        return;
+    }
     EXPECT_EQ(process_.exitCode(), 0u);
 }
 
