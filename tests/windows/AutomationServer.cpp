@@ -8,8 +8,8 @@
 #include "platform/goldmine/GoldMineTypeLibrary.h"
 #include "platform/kit/Bstr.h"
 #include "platform/kit/ComObject.h"
+#include "support/windows/Waiting.h"
 #include "windows/InterfaceKeeper.h"
-#include "windows/PumpUntil.h"
 
 #include <olectl.h>
 
@@ -18,6 +18,8 @@ namespace corvane::test {
 namespace {
 
 using Microsoft::WRL::ComPtr;
+using test_support::PumpUntil;
+using test_support::WaitUntil;
 
 constexpr UINT runTask = WM_APP + 1;  // wParam: a std::function<void()> that the thread deletes
 

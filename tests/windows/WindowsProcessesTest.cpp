@@ -8,12 +8,18 @@
 
 #include "platform/kit/Windows.h"
 #include "platform/RunningProgram.h"
+#include "support/windows/Files.h"
+#include "support/windows/TemporaryFolder.h"
+#include "support/windows/Waiting.h"
 #include "util/Text.h"
-#include "windows/PumpUntil.h"
-#include "windows/TemporaryFolder.h"
 
 namespace corvane::test {
 namespace {
+
+using test_support::FileIsThere;
+using test_support::ReadFileText;
+using test_support::TemporaryFolder;
+using test_support::WaitUntil;
 
 constexpr ProcessId noProcess = 0xFFFFFFF0;
 
@@ -130,8 +136,8 @@ TEST(WindowsProcessesTest, ProgramIsStartedHiddenAndNotWaitedFor) {
     EXPECT_TRUE(processes.StartHidden(L"\"" + program + L"\" \"" + answer + L"\" " + letGo.name() +
                                       L" cmd:12345"));
 
-    ASSERT_TRUE(WaitUntil([&] { return std::filesystem::exists(answer); }));
-    const std::string bytes = TemporaryFolder::Read(answer);
+    ASSERT_TRUE(WaitUntil([&] { return FileIsThere(answer); }));
+    const std::string bytes = ReadFileText(answer).value_or("");
     const std::wstring text(reinterpret_cast<const wchar_t*>(bytes.data()),
                             bytes.size() / sizeof(wchar_t));
     EXPECT_EQ(text, L"0|no console|cmd:12345");
