@@ -136,9 +136,8 @@ void PrintTo(const Box& box, std::ostream* stream) {
 HWND FindBox(DWORD processId) {
     HWND found = nullptr;
     ForEachWindow(processId, [&](HWND window) {
-        if (IsWindowVisible(window) && ClassOf(window) == dialogClass) {
+        if (IsWindowVisible(window) && ClassOf(window) == dialogClass)
             found = window;
-        }
         return !found;
     });
     return found;
@@ -150,9 +149,8 @@ Box ReadBox(HWND window) {
     std::map<LONG, std::string> buttons;  // by their left edge
     ForEachChild(window, [&](HWND child) {
         const std::wstring className = ClassOf(child);
-        if (!IsWindowVisible(child)) {
+        if (!IsWindowVisible(child))
             return true;
-        }
         if (className == L"Button") {
             RECT place{};
             GetWindowRect(child, &place);
@@ -170,9 +168,8 @@ Box ReadBox(HWND window) {
         return true;
     });
     box.buttons.clear();
-    for (const auto& [left, caption] : buttons) {
+    for (const auto& [left, caption] : buttons)
         box.buttons += (box.buttons.empty() ? "" : " ") + caption;
-    }
     return box;
 }
 

@@ -74,9 +74,8 @@ protected:
     static int TakeWaits(Lines& log) {
         int count = 0;
         std::erase_if(log, [&](const std::string& line) {
-            if (!line.starts_with(waiting)) {
+            if (!line.starts_with(waiting))
                 return false;
-            }
             EXPECT_EQ(line, waiting + std::to_string(++count) + " second(s)");
             return true;
         });

@@ -35,9 +35,8 @@ void Press(std::initializer_list<WORD> keys) {
 }
 
 void TypeKeys(const std::string& characters) {
-    for (const char character : characters) {
+    for (const char character : characters)
         Press({static_cast<WORD>(character)});
-    }
 }
 
 }  // namespace end_to_end

@@ -92,9 +92,8 @@ HWND ControlNamed(HWND mainWindow, const std::string& name) {
     const std::map<std::string, int>& ids = ControlIds();
     const auto known = ids.find(name);
     EXPECT_NE(known, ids.end()) << "no control has this name: " << name;
-    if (known == ids.end()) {
+    if (known == ids.end())
         return nullptr;
-    }
     const HWND control = ChildWithId(mainWindow, known->second);
     EXPECT_NE(control, nullptr) << "the window has no control " << name;
     return control;
@@ -102,9 +101,8 @@ HWND ControlNamed(HWND mainWindow, const std::string& name) {
 
 std::string NameOfControl(HWND control) {
     for (const auto& [name, id] : ControlIds()) {
-        if (control && GetDlgCtrlID(control) == id) {
+        if (control && GetDlgCtrlID(control) == id)
             return name;
-        }
     }
     return {};
 }

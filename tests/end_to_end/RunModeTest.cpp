@@ -34,9 +34,8 @@ protected:
     }
     static Lines NormalisedStatus(HWND window) {
         Lines lines = SplitLines(ControlText(window, "txtStatus"), "\r\n");
-        for (std::string& line : lines) {
+        for (std::string& line : lines)
             line = Normalised(line);
-        }
         return lines;
     }
 };

@@ -161,9 +161,8 @@ TEST_F(TransportTest, AThresholdOfZeroLogsEveryCommand) {
 
     Lines timed;
     for (const std::string& line : run.log) {
-        if (line.find("> COM command > ") != std::string::npos) {
+        if (line.find("> COM command > ") != std::string::npos)
             timed.push_back(line);
-        }
     }
     Lines expected;
     for (const std::string& command : Joined({searchCommands, {shown}})) {
@@ -292,9 +291,8 @@ TEST_F(DiscoveryTest, AnyGoldMineIsFoundByItsTypeLibrary) {
     Check(run, {.log = RunLog(call, "7", Joined({before, {found}, after}))});
     Lines commands;
     for (const std::string& entry : other.Journal()) {
-        if (entry.starts_with("> ")) {
+        if (entry.starts_with("> "))
             commands.push_back(entry.substr(2));
-        }
     }
     EXPECT_EQ(commands, Joined({searchCommands, {shown}}));
 }

@@ -56,9 +56,8 @@ HRESULT EventRecorder::QueryInterface(REFIID id, void** object) {
 
 ULONG EventRecorder::Release() {
     const ULONG left = --references_;
-    if (left == 0) {
+    if (left == 0)
         delete this;
-    }
     return left;
 }
 
@@ -89,9 +88,8 @@ HRESULT EventRecorder::Invoke(DISPID member, REFIID, LCID, WORD, DISPPARAMS* par
     const Event event{parameters->rgvarg[2].bstrVal, parameters->rgvarg[1].boolVal != VARIANT_FALSE,
                       parameters->rgvarg[0].lVal};
     events.push_back(event);
-    if (onEvent) {
+    if (onEvent)
         onEvent(event);
-    }
     return S_OK;
 }
 
@@ -100,9 +98,8 @@ Client::Client(const Flavour& flavour) {
     EXPECT_EQ(CLSIDFromProgID(flavour.programId, &classId), S_OK);
     EXPECT_EQ(CoCreateInstance(classId, nullptr, CLSCTX_LOCAL_SERVER, IID_PPV_ARGS(&object_)),
               S_OK);
-    if (object_ == nullptr) {
+    if (!object_)
         return;
-    }
     std::wstring method = flavour.method;
     LPOLESTR name = method.data();
     EXPECT_EQ(object_->GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, &member_), S_OK);
@@ -113,25 +110,23 @@ Client::Client(const Flavour& flavour) {
     recorder_ = new EventRecorder(eventsId, flavour.eventMember);
     ComPtr<IConnectionPointContainer> container;
     EXPECT_EQ(object_.As(&container), S_OK);
-    if (container != nullptr) {
+    if (container) {
         EXPECT_EQ(container->FindConnectionPoint(eventsId, &point_), S_OK);
     }
-    if (point_ != nullptr) {
+    if (point_) {
         EXPECT_EQ(point_->Advise(recorder_.Get(), &cookie_), S_OK);
     }
 }
 
 Client::~Client() {
-    if (point_ != nullptr && cookie_ != 0) {
+    if (point_ && cookie_ != 0)
         point_->Unadvise(cookie_);
-    }
 }
 
 Reply Client::TrySend(const std::wstring& command) {
     Reply reply;
-    if (object_ == nullptr) {
+    if (!object_)
         return reply;
-    }
     VARIANT argument;
     VariantInit(&argument);
     argument.vt = VT_BSTR;
@@ -141,11 +136,10 @@ Reply Client::TrySend(const std::wstring& command) {
     VariantInit(&result);
     reply.result = object_->Invoke(member_, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD,
                                    &parameters, &result, &reply.exception, nullptr);
-    if (result.vt == VT_BSTR && result.bstrVal != nullptr) {
+    if (result.vt == VT_BSTR && result.bstrVal)
         reply.text.assign(result.bstrVal, SysStringLen(result.bstrVal));
-    }
     const auto take = [](BSTR& text) {
-        const std::wstring taken = text == nullptr ? L"" : text;
+        const std::wstring taken = text ? text : L"";
         SysFreeString(text);
         text = nullptr;
         return taken;
@@ -186,9 +180,8 @@ void Client::Watch(bool on) {
 std::wstring Between(const std::wstring& text, const std::wstring& start, const std::wstring& end) {
     const size_t from = text.find(start);
     const size_t to = from == std::wstring::npos ? from : text.find(end, from + start.size());
-    if (to == std::wstring::npos) {
+    if (to == std::wstring::npos)
         return L"<not there>";
-    }
     return gmapi::Unescaped(
         gmapi::Unescaped(text.substr(from + start.size(), to - from - start.size())));
 }

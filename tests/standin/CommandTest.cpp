@@ -134,9 +134,8 @@ TEST_F(CommandTest, SqlThatIsWrongFailsWithTheDatabasesMessage) {
     };
     Client client;
 
-    for (const Case& entry : cases) {
+    for (const Case& entry : cases)
         EXPECT_EQ(Query(client, entry.sql), gmapi::Reply(L"DataStream", L"0", entry.message));
-    }
     EXPECT_EQ(Sql("select count(*) > 200 from Contact1"), "1\n");
 }
 
@@ -283,9 +282,8 @@ TEST_F(CommandTest, MalformedCommandsFailWithoutACall) {
         EXPECT_EQ(reply.substr(0, 30), L"<GMAPI call=\"\"><status code=\"0") << Utf8(reply);
     }
     std::wstring nested;
-    for (int i = 0; i < 1000; ++i) {
+    for (int i = 0; i < 1000; ++i)
         nested += L"<data name=\"x\">";
-    }
     EXPECT_EQ(client.Send(L"<GMAPI call=\"Macro\">" + nested).substr(0, 15), L"<GMAPI call=\"\">");
     EXPECT_EQ(client.Macro(L"&UserName"), L"MASTER");
 }

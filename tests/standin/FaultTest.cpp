@@ -205,9 +205,8 @@ TEST_F(FaultTest, LineThatMakesNoSenseIsReportedInTheJournal) {
     EXPECT_EQ(client.Send(askForVersion), version);
 
     int reported = 0;
-    for (const std::string& line : data_.Journal()) {
+    for (const std::string& line : data_.Journal())
         reported += line.rfind("# fault not understood: ", 0) == 0 ? 1 : 0;
-    }
     EXPECT_EQ(reported, 5);
 }
 

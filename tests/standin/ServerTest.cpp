@@ -55,9 +55,8 @@ TEST_P(ServerTest, RegistrationIsCompleteAndUndone) {
         EXPECT_EQ(RegOpenKeyExW(HKEY_CLASSES_ROOT, key.c_str(), 0, KEY_READ, &opened),
                   ERROR_FILE_NOT_FOUND)
             << Utf8(key);
-        if (opened != nullptr) {
+        if (opened)
             RegCloseKey(opened);
-        }
     }
 }
 

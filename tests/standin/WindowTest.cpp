@@ -150,9 +150,8 @@ TEST_F(WindowTest, NobodyWatchingMeansNoEvent) {
     // What was to come of it comes before the event of the next one.
     const HWND watched = OpenCompleteCall(client, L"CompleteScheduledCall");
     EXPECT_NE(watched, nullptr);
-    for (const Event& event : client.events()) {
+    for (const Event& event : client.events())
         EXPECT_TRUE(!event.up || event.windowHandle == HandleToLong(watched));
-    }
 }
 
 TEST_F(WindowTest, EventsGoToTheClientThatWatches) {
