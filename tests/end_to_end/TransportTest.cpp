@@ -2,6 +2,7 @@
 #include "support/windows/BuiltFiles.h"
 #include "support/windows/Files.h"
 #include "support/windows/Folders.h"
+#include "support/windows/SystemWords.h"
 
 namespace end_to_end {
 namespace {
@@ -24,11 +25,8 @@ const std::string shown =
 
 // What the system says about a code, without the line end.
 std::string SystemText(DWORD code) {
-    wchar_t text[512];
-    const DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS,
-                                        nullptr, code, 0, text, 512, nullptr);
-    const std::string utf8 = Utf8({text, length});
-    return utf8.substr(0, utf8.find_last_not_of("\r\n ") + 1);
+    const std::string words = Utf8(SystemWords(code));
+    return words.substr(0, words.find_last_not_of("\r\n ") + 1);
 }
 
 }  // namespace

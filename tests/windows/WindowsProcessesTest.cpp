@@ -8,6 +8,7 @@
 
 #include "platform/kit/Windows.h"
 #include "platform/RunningProgram.h"
+#include "support/windows/BuiltFiles.h"
 #include "support/windows/Files.h"
 #include "support/windows/TemporaryFolder.h"
 #include "support/windows/Waiting.h"
@@ -17,17 +18,12 @@ namespace corvane::test {
 namespace {
 
 using test_support::FileIsThere;
+using test_support::OwnProgram;
 using test_support::ReadFileText;
 using test_support::TemporaryFolder;
 using test_support::WaitUntil;
 
 constexpr ProcessId noProcess = 0xFFFFFFF0;
-
-std::wstring OwnPath() {
-    wchar_t path[MAX_PATH] = {};
-    const DWORD length = GetModuleFileNameW(nullptr, path, MAX_PATH);
-    return {path, length};
-}
 
 // Lets a started program go, at the latest when the test ends.
 class LetGo {
@@ -75,7 +71,7 @@ TEST(WindowsProcessesTest, SnapshotHoldsTheOwnProgramInAFieldOf260Characters) {
     });
     ASSERT_NE(own, entries.end());
     EXPECT_EQ(own->nameField.size(), 260U);
-    const std::wstring path = OwnPath();
+    const std::wstring path = OwnProgram();
     EXPECT_EQ(StripAtNull(own->nameField), path.substr(path.find_last_of(L'\\') + 1));
 }
 
@@ -97,7 +93,7 @@ TEST(WindowsProcessesTest, OwnProcessTellsItsImagePath) {
     ASSERT_TRUE(opened.value.has_value());
     EXPECT_EQ(opened.lastError, 0U);
     EXPECT_NE(*opened.value, 0);
-    EXPECT_EQ(processes.ImagePath(*opened.value), OwnPath());
+    EXPECT_EQ(processes.ImagePath(*opened.value), OwnProgram());
 }
 
 TEST(WindowsProcessesTest, ProcessThatIsNotThereCannotBeOpened) {

@@ -7,9 +7,7 @@ namespace {
 
 // The test programs stand together in one folder of the build.
 std::filesystem::path TestsFolder() {
-    wchar_t path[MAX_PATH];
-    const DWORD length = GetModuleFileNameW(nullptr, path, MAX_PATH);
-    return std::filesystem::path(path, path + length).parent_path();
+    return std::filesystem::path(OwnProgram()).parent_path();
 }
 
 std::wstring FullPath(const std::filesystem::path& path) {
@@ -18,6 +16,11 @@ std::wstring FullPath(const std::filesystem::path& path) {
 }
 
 }  // namespace
+
+std::wstring OwnProgram() {
+    wchar_t path[MAX_PATH];
+    return std::wstring(path, GetModuleFileNameW(nullptr, path, MAX_PATH));
+}
 
 std::wstring BuiltFile(const std::filesystem::path& name) {
     return FullPath(TestsFolder() / ".." / name);
