@@ -14,17 +14,6 @@ template <class Char>
 struct Gmapi {
     using Text = std::basic_string<Char>;
 
-    // One data element of a command. GMAPI's own words are ASCII.
-    struct Field {
-        Field(const char* itsName, Text itsValue)
-            : name(Ascii(itsName)), value(std::move(itsValue)) {}
-        Field(const char* itsName, const char* fixedValue)
-            : name(Ascii(itsName)), value(Ascii(fixedValue)) {}
-
-        Text name;
-        Text value;
-    };
-
     // Escaping ------------------------------------------------------------------------------------
 
     static Text Escaped(const Text& text) {
@@ -158,6 +147,17 @@ struct Gmapi {
 
 private:
     static Text Ascii(std::string_view text) { return Text(text.begin(), text.end()); }
+
+    // One data element of a command. GMAPI's own words are ASCII.
+    struct Field {
+        Field(const char* itsName, Text itsValue)
+            : name(Ascii(itsName)), value(std::move(itsValue)) {}
+        Field(const char* itsName, const char* fixedValue)
+            : name(Ascii(itsName)), value(Ascii(fixedValue)) {}
+
+        Text name;
+        Text value;
+    };
 
     static Text Command(const char* call, std::initializer_list<Field> fields) {
         Text content;
