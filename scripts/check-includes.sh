@@ -65,24 +65,23 @@ while IFS=$'\t' read -r file header; do
     esac
 done < <(includes src)
 
-# known <root> <file> <header>: whether the header is one beside the file or below that root.
-known() { [ -f "$(dirname "$2")/$3" ] || [ -f "$1/$3" ]; }
-
-while IFS=$'\t' read -r file header; do
-    known standin "$file" "${header//\"/}" ||
-        complain "$file" "$header" "the practice GoldMine knows its own files only"
-done < <(includes standin | grep '"' | grep -v '"sqlite3.h"')
-
-# Tests from outside know neither the program nor the practice GoldMine.
-while IFS=$'\t' read -r file header; do
-    known tests "$file" "${header//\"/}" ||
-        complain "$file" "$header" "no file of the tests has this name"
-done < <(includes tests/end_to_end tests/standin tests/support tests/tools | grep '"')
-
+# The practice GoldMine knows itself alone. A test includes what stands beside it and what all tests
+# share (of which the portable part knows no Windows); one that knows the program also the program and
+# all of tests/.
 while IFS=$'\t' read -r file header; do
     header=${header//\"/}
-    known tests "$file" "$header" || [ -f "src/$header" ] || [ "$header" = Version.h ] ||
-        complain "$file" "$header" "it is neither of the tests nor of the program"
-done < <(includes tests/unit tests/windows tests/fakes | grep '"')
+    beside=$(dirname "$file")/$header
+    case $file:$header in
+    *:*..*) false ;;
+    standin/*) [ -f "$beside" ] || [ -f "standin/$header" ] || [ "$header" = sqlite3.h ] ;;
+    tests/support/windows/*:support/*) [ -f "tests/$header" ] ;;
+    tests/support/*:support/windows/*) false ;;
+    tests/*:support/*) [ -f "tests/$header" ] ;;
+    tests/unit/* | tests/windows/* | tests/fakes/*)
+        [ -f "$beside" ] || [ -f "tests/$header" ] || [ -f "src/$header" ]
+        ;;
+    *) [ -f "$beside" ] ;;
+    esac || complain "$file" "$header" "nothing that its folder may know"
+done < <(includes standin tests | grep '"')
 
 exit "$wrong"

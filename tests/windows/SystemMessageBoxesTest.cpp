@@ -8,11 +8,15 @@
 #include <thread>
 #include <vector>
 
-#include "windows/NativeWindow.h"
-#include "windows/PumpUntil.h"
+#include "support/windows/NativeWindow.h"
+#include "support/windows/Waiting.h"
 
 namespace corvane::test {
 namespace {
+
+using test_support::ClassOf;
+using test_support::TextOf;
+using test_support::WaitUntil;
 
 // The visible box of this program with the product's name; nothing while there is none.
 HWND FindBox() {

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <fstream>
 #include <string>
 #include <thread>
@@ -9,14 +10,20 @@
 #include "platform/kit/Windows.h"
 #include "platform/RunningProgram.h"
 #include "seams/Clock.h"
+#include "support/windows/Files.h"
+#include "support/windows/TemporaryFolder.h"
 #include "unit/TestErrors.h"
-#include "windows/OpenFile.h"
-#include "windows/TemporaryFolder.h"
 
 #include <oleauto.h>
 
 namespace corvane::test {
 namespace {
+
+using test_support::HoldFileAlone;
+using test_support::KernelHandle;
+using test_support::OpenExisting;
+using test_support::ReadFileText;
+using test_support::TemporaryFolder;
 
 constexpr std::uint32_t callersMask = 167;
 
@@ -33,7 +40,8 @@ SYSTEMTIME Utc(WORD year, WORD month, WORD day, WORD hour, WORD minute = 0) {
 void SetLastWriteTime(const std::wstring& path, const SYSTEMTIME& utc) {
     FILETIME time{};
     ASSERT_TRUE(SystemTimeToFileTime(&utc, &time));
-    const OpenFile file(path, FILE_WRITE_ATTRIBUTES, FILE_SHARE_READ | FILE_SHARE_WRITE);
+    const KernelHandle file =
+        OpenExisting(path, FILE_WRITE_ATTRIBUTES, FILE_SHARE_READ | FILE_SHARE_WRITE);
     ASSERT_TRUE(SetFileTime(file.get(), nullptr, nullptr, &time));
 }
 
@@ -79,19 +87,19 @@ TEST_F(modFileTest, AppendingCreatesTheFileAndAddsNoSeparator) {
     const std::wstring path = folder.file(L"log.txt");
     AppendToFile(path, L"a");
     AppendToFile(path, L"b");
-    EXPECT_EQ(TemporaryFolder::Read(path), "ab");
+    EXPECT_EQ(ReadFileText(path), "ab");
 }
 
 TEST_F(modFileTest, AppendedTextIsWrittenExactlyAsGiven) {
     const std::wstring path = folder.Write(L"log.txt", "old\r\n");
     AppendToFile(path, L"one\r\ntwo\n ");
-    EXPECT_EQ(TemporaryFolder::Read(path), "old\r\none\r\ntwo\n ");
+    EXPECT_EQ(ReadFileText(path), "old\r\none\r\ntwo\n ");
 }
 
 TEST_F(modFileTest, TextIsAppendedInTheSystemCodePageAndTheRestIsReplaced) {
     const std::wstring path = folder.file(L"log.txt");
     AppendToFile(path, L"J\x00FCrgen \x20AC \x65E5\x672C");
-    EXPECT_EQ(TemporaryFolder::Read(path), "J\xFCrgen \x80 ??");
+    EXPECT_EQ(ReadFileText(path), "J\xFCrgen \x80 ??");
 }
 
 TEST_F(modFileTest, TwoWritersAtTheSameTimeKeepTheirLinesWhole) {
@@ -117,36 +125,38 @@ TEST_F(modFileTest, TwoWritersAtTheSameTimeKeepTheirLinesWhole) {
 
 TEST_F(modFileTest, AnotherInstanceMayHaveTheFileOpenForAppending) {
     const std::wstring path = folder.Write(L"log.txt", "");
-    const OpenFile other(path, FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE);
+    const KernelHandle other =
+        OpenExisting(path, FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE);
     DWORD written = 0;
 
     AppendToFile(path, L"mine\r\n");
     ASSERT_TRUE(WriteFile(other.get(), "other\r\n", 7, &written, nullptr));
     AppendToFile(path, L"mine\r\n");
 
-    EXPECT_EQ(TemporaryFolder::Read(path), "mine\r\nother\r\nmine\r\n");
+    EXPECT_EQ(ReadFileText(path), "mine\r\nother\r\nmine\r\n");
 }
 
 TEST_F(modFileTest, FileThatIsBeingReadCanBeAppendedTo) {
     const std::wstring path = folder.Write(L"log.txt", "");
-    const OpenFile reader(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE);
+    const KernelHandle reader =
+        OpenExisting(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE);
     AppendToFile(path, L"x");
-    EXPECT_EQ(TemporaryFolder::Read(path), "x");
+    EXPECT_EQ(ReadFileText(path), "x");
 }
 
 // Appending asks for no right to read: the log may be one that users can only add to.
 TEST_F(modFileTest, FileThatMayNotBeReadCanBeAppendedTo) {
     const std::wstring path = folder.Write(L"log.txt", "");
     {
-        const OpenFile other(path, FILE_APPEND_DATA, FILE_SHARE_WRITE);
+        const KernelHandle other = OpenExisting(path, FILE_APPEND_DATA, FILE_SHARE_WRITE);
         AppendToFile(path, L"mine\r\n");
     }
-    EXPECT_EQ(TemporaryFolder::Read(path), "mine\r\n");
+    EXPECT_EQ(ReadFileText(path), "mine\r\n");
 }
 
 TEST_F(modFileTest, AppendingToALockedFileIsPermissionDenied) {
     const std::wstring path = folder.Write(L"log.txt", "");
-    const OpenFile lock(path, GENERIC_READ | GENERIC_WRITE, 0);
+    const KernelHandle lock = HoldFileAlone(path);
 
     const RuntimeError error = ErrorOf([&] { AppendToFile(path, L"x"); });
 
