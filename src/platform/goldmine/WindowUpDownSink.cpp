@@ -48,9 +48,7 @@ public:
             ThrowIfFailed(VariantChangeType(up.get(), last - 1, 0, VT_BOOL));
             // A handle has 32 significant bits, in whatever type it comes.
             ThrowIfFailed(VariantChangeType(handle.get(), last - 2, 0, VT_I8));
-            const std::wstring windowName(name->bstrVal ? name->bstrVal : L"",
-                                          SysStringLen(name->bstrVal));
-            handler_(windowName, up->boolVal != VARIANT_FALSE,
+            handler_(Bstr::TextOf(name->bstrVal), up->boolVal != VARIANT_FALSE,
                      static_cast<std::int32_t>(handle->llVal));
             return S_OK;
         } catch (const RuntimeError&) {

@@ -215,7 +215,7 @@ RECT ControlWindows::Pixels(const Place& place) const {
 }
 
 void ControlWindows::TakeFont() {
-    font_.reset(CreateMessageFont(dpi_));
+    font_ = CreateMessageFont(dpi_);
     constexpr int tipWidth = 5400;
     SendMessageW(tooltips_, TTM_SETMAXTIPWIDTH, 0, Pixels(tipWidth));
 }
@@ -254,11 +254,12 @@ void ControlWindows::CutOutPage(const Control& strip, const Control& page) {
     const RECT around = Pixels(strip.spec().place);
     RECT inside = Pixels(page.spec().place);
     OffsetRect(&inside, -around.left, -around.top);
-    const HRGN region = CreateRectRgn(0, 0, around.right - around.left, around.bottom - around.top);
-    const HRGN hole = CreateRectRgnIndirect(&inside);
-    CombineRgn(region, region, hole, RGN_DIFF);
-    DeleteObject(hole);
-    SetWindowRgn(of(strip), region, TRUE);  // the window owns the region now
+    UniqueRegion region(
+        CreateRectRgn(0, 0, around.right - around.left, around.bottom - around.top));
+    const UniqueRegion hole(CreateRectRgnIndirect(&inside));
+    CombineRgn(region.get(), region.get(), hole.get(), RGN_DIFF);
+    if (SetWindowRgn(of(strip), region.get(), TRUE))
+        static_cast<void>(region.release());  // the window owns it now
 }
 
 bool ControlWindows::IsInParamsArea(const Control& control) const {

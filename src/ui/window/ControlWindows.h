@@ -1,9 +1,8 @@
 #pragma once
 
-#include <memory>
 #include <vector>
 
-#include "platform/kit/Windows.h"
+#include "platform/kit/Handles.h"
 #include "ui/form/Form.h"
 #include "ui/window/LogBox.h"
 
@@ -35,11 +34,6 @@ public:
     [[nodiscard]] bool focusArrives() const { return focusArrives_; }
 
 private:
-    struct DeleteGdiObject {
-        void operator()(HGDIOBJ object) const { DeleteObject(object); }
-    };
-    using UniqueFont = std::unique_ptr<std::remove_pointer_t<HFONT>, DeleteGdiObject>;
-
     static LRESULT CALLBACK FrameProcedure(HWND frame, UINT message, WPARAM wParam, LPARAM lParam);
     static LRESULT CALLBACK OptionProcedure(HWND option, UINT message, WPARAM wParam, LPARAM lParam,
                                             UINT_PTR id, DWORD_PTR self);

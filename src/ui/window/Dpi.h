@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/kit/Windows.h"
+#include "platform/kit/Handles.h"
 
 namespace corvane {
 
@@ -10,7 +10,7 @@ namespace corvane {
 
 [[nodiscard]] int PixelsFromTwips(int twips, UINT dpi);
 
-// The system's message font at that resolution. The caller owns it.
-[[nodiscard]] HFONT CreateMessageFont(UINT dpi);
+// The system's message font at that resolution, in dots per inch.
+[[nodiscard]] UniqueFont CreateMessageFont(UINT dpi);
 
 }  // namespace corvane
