@@ -83,12 +83,27 @@ bool BeginsGroup(std::size_t row) {
     return row == 0 || controlCatalogue[row - 1].group != spec.group;
 }
 
+// Tells while an option button is just getting the focus.
+class OptionFocus final : public WindowSubclass {
+public:
+    OptionFocus(HWND option, bool& arrives) : WindowSubclass(option), arrives_(arrives) {}
+
+private:
+    LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override {
+        const bool before = std::exchange(arrives_, message == WM_SETFOCUS);
+        const LRESULT result = PassOn(message, wParam, lParam);
+        arrives_ = before;
+        return result;
+    }
+
+    bool& arrives_;
+};
+
 }  // namespace
 
 ControlWindows::ControlWindows(const Form& form, HINSTANCE instance)
     : form_(form),
       instance_(instance),
-      status_(form.txtStatus),
       windows_(controlCatalogue.size(), nullptr),
       borders_(controlCatalogue.size(), nullptr) {}
 
@@ -148,12 +163,12 @@ void ControlWindows::CreateControl(const Control& control) {
         const WPARAM limit = spec.has(ControlTrait::multiLine) ? 0 : longestLine;
         SendMessageW(native, EM_SETLIMITTEXT, limit, 0);
         if (limit != 0 && !spec.has(ControlTrait::readOnly))
-            RefusePastesBeyondLimit(native);
+            subclasses_.push_back(std::make_unique<PasteLimit>(native));
     }
     if (spec.kind == ControlKind::OptionButton)
-        SetWindowSubclass(native, &OptionProcedure, 0, reinterpret_cast<DWORD_PTR>(this));
+        subclasses_.push_back(std::make_unique<OptionFocus>(native, focusArrives_));
     if (&control == &form_.txtStatus)
-        status_.Attach(native);
+        status_.emplace(form_.txtStatus, native);
     if (spec.kind == ControlKind::TextBox)
         ShowText(control);  // the others came with their captions
     ShowValue(control);
@@ -287,7 +302,7 @@ void ControlWindows::Show(const Control& control, ControlAspect aspect) {
             ShowText(control);
             break;
         case ControlAspect::Appended:
-            status_.ShowAppended();
+            status_->ShowAppended();
             break;
         case ControlAspect::Value:
             ShowValue(control);
@@ -308,7 +323,7 @@ void ControlWindows::Show(const Control& control, ControlAspect aspect) {
 
 void ControlWindows::ShowText(const Control& control) {
     if (&control == &form_.txtStatus) {
-        status_.ShowText();
+        status_->ShowText();
         return;
     }
     const bool isBox = control.spec().kind == ControlKind::TextBox;
@@ -360,17 +375,6 @@ void ControlWindows::MarkTabStops(const Control& changed) const {
         return;
     for (const OptionButton* member : form_.GroupOf(static_cast<const OptionButton&>(changed)))
         MarkTabStop(*member);
-}
-
-LRESULT CALLBACK ControlWindows::OptionProcedure(HWND option, UINT message, WPARAM wParam,
-                                                 LPARAM lParam, UINT_PTR id, DWORD_PTR self) {
-    auto& controls = *reinterpret_cast<ControlWindows*>(self);
-    if (message == WM_NCDESTROY)
-        RemoveWindowSubclass(option, &OptionProcedure, id);
-    const bool arrived = std::exchange(controls.focusArrives_, message == WM_SETFOCUS);
-    const LRESULT result = DefSubclassProc(option, message, wParam, lParam);
-    controls.focusArrives_ = arrived;
-    return result;
 }
 
 Control* ControlWindows::FindById(int controlId) const {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <memory>
+#include <optional>
 #include <vector>
 
 #include "platform/kit/Handles.h"
@@ -35,8 +37,6 @@ public:
 
 private:
     static LRESULT CALLBACK FrameProcedure(HWND frame, UINT message, WPARAM wParam, LPARAM lParam);
-    static LRESULT CALLBACK OptionProcedure(HWND option, UINT message, WPARAM wParam, LPARAM lParam,
-                                            UINT_PTR id, DWORD_PTR self);
     void CreateControl(const Control& control);
     void AddTabs(const TabStrip& strip);
     void ShowTooltip(const Control& control);
@@ -62,7 +62,8 @@ private:
     UniqueFont font_;
     bool paramsShown_ = false;
     bool focusArrives_ = false;
-    LogBox status_;
+    std::optional<LogBox> status_;  // made with its native box
+    std::vector<std::unique_ptr<WindowSubclass>> subclasses_;
     std::vector<HWND> windows_;  // in the order of the catalogue
     std::vector<HWND> borders_;  // the group box of a frame with a border
 };

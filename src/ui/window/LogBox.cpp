@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include <commctrl.h>
-
 namespace corvane {
 
 namespace {
@@ -33,17 +31,12 @@ bool LooksAtText(UINT message) {
 
 }  // namespace
 
-void LogBox::Attach(HWND native) {
-    native_ = native;
-    SetWindowSubclass(native, &LogBox::Procedure, 0, reinterpret_cast<DWORD_PTR>(this));
-}
-
 void LogBox::ShowText() {
     busy_ = true;
-    SetWindowTextW(native_, model_.text().c_str());
+    SetWindowTextW(window(), model_.text().c_str());
     shown_ = model_.text().size();
-    SendMessageW(native_, EM_SETSEL, shown_, static_cast<LPARAM>(shown_));
-    SendMessageW(native_, EM_SCROLLCARET, 0, 0);
+    SendMessageW(window(), EM_SETSEL, shown_, static_cast<LPARAM>(shown_));
+    SendMessageW(window(), EM_SCROLLCARET, 0, 0);
     busy_ = false;
 }
 
@@ -51,7 +44,7 @@ void LogBox::ShowAppended() {
     if (Now() >= nextFlush_)
         Flush();
     else if (!timerRuns_)
-        timerRuns_ = SetTimer(native_, flushTimer, flushMilliseconds, nullptr) != 0;
+        timerRuns_ = SetTimer(window(), flushTimer, flushMilliseconds, nullptr) != 0;
 }
 
 void LogBox::Flush() {
@@ -60,10 +53,10 @@ void LogBox::Flush() {
         return;
     const LONGLONG begin = Now();
     busy_ = true;
-    SendMessageW(native_, EM_SETSEL, shown_, static_cast<LPARAM>(shown_));
-    SendMessageW(native_, EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(text.c_str() + shown_));
-    SendMessageW(native_, EM_SCROLLCARET, 0, 0);
-    UpdateWindow(native_);
+    SendMessageW(window(), EM_SETSEL, shown_, static_cast<LPARAM>(shown_));
+    SendMessageW(window(), EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(text.c_str() + shown_));
+    SendMessageW(window(), EM_SCROLLCARET, 0, 0);
+    UpdateWindow(window());
     busy_ = false;
     shown_ = text.size();
     const LONGLONG end = Now();
@@ -71,20 +64,16 @@ void LogBox::Flush() {
     nextFlush_ = end + std::min(restAfterShowing * (end - begin), OneSecond());
 }
 
-LRESULT CALLBACK LogBox::Procedure(HWND native, UINT message, WPARAM wParam, LPARAM lParam,
-                                   UINT_PTR id, DWORD_PTR self) {
-    auto& box = *reinterpret_cast<LogBox*>(self);
-    if (message == WM_NCDESTROY)
-        RemoveWindowSubclass(native, &LogBox::Procedure, id);
+LRESULT LogBox::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_TIMER && wParam == flushTimer) {
-        KillTimer(native, flushTimer);
-        box.timerRuns_ = false;
-        box.Flush();
+        KillTimer(window(), flushTimer);
+        timerRuns_ = false;
+        Flush();
         return 0;
     }
-    if (!box.busy_ && LooksAtText(message))
-        box.Flush();
-    return DefSubclassProc(native, message, wParam, lParam);
+    if (!busy_ && LooksAtText(message))
+        Flush();
+    return PassOn(message, wParam, lParam);
 }
 
 }  // namespace corvane

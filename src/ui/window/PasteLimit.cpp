@@ -5,8 +5,6 @@
 
 #include "platform/kit/Handles.h"
 
-#include <commctrl.h>
-
 namespace corvane {
 
 namespace {
@@ -34,21 +32,13 @@ bool Fits(HWND textBox) {
     return held - (end - begin) + PastedLength(textBox) <= limit;
 }
 
-LRESULT CALLBACK Procedure(HWND textBox, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
-                           DWORD_PTR) {
-    if (message == WM_NCDESTROY)
-        RemoveWindowSubclass(textBox, &Procedure, id);
-    if (message == WM_PASTE && !Fits(textBox)) {
-        MessageBeep(MB_OK);
-        return 0;
-    }
-    return DefSubclassProc(textBox, message, wParam, lParam);
-}
-
 }  // namespace
 
-void RefusePastesBeyondLimit(HWND textBox) {
-    SetWindowSubclass(textBox, &Procedure, 1, 0);
+LRESULT PasteLimit::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message != WM_PASTE || Fits(window()))
+        return PassOn(message, wParam, lParam);
+    MessageBeep(MB_OK);
+    return 0;
 }
 
 }  // namespace corvane
