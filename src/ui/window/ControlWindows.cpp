@@ -110,6 +110,7 @@ ControlWindows::ControlWindows(const Form& form, HINSTANCE instance)
 void ControlWindows::Create(HWND window, UINT dpi) {
     window_ = window;
     dpi_ = dpi;
+    showing_ = true;
     paramsShown_ = form_.width() == windowWideWidth;
     WNDCLASSEXW frame{};
     frame.cbSize = sizeof(frame);
@@ -127,6 +128,7 @@ void ControlWindows::Create(HWND window, UINT dpi) {
         CreateControl(*control);
     CutOutPages();
     NameForScreenReaders();
+    showing_ = false;
 }
 
 void ControlWindows::CreateControl(const Control& control) {
@@ -296,6 +298,12 @@ void ControlWindows::ShowParams(bool shown) {
 }
 
 void ControlWindows::Show(const Control& control, ControlAspect aspect) {
+    const bool wasShowing = std::exchange(showing_, true);
+    ShowAspect(control, aspect);
+    showing_ = wasShowing;
+}
+
+void ControlWindows::ShowAspect(const Control& control, ControlAspect aspect) {
     switch (aspect) {
         case ControlAspect::Text:
         case ControlAspect::Caption:
@@ -382,6 +390,12 @@ Control* ControlWindows::FindById(int controlId) const {
     if (controlId < firstControlId || row >= form_.controls().size())
         return nullptr;
     return form_.controls()[row];
+}
+
+TextBox* ControlWindows::TextBoxOf(HWND native) const {
+    Control* control = ControlOf(native);
+    const bool isBox = control && control->spec().kind == ControlKind::TextBox;
+    return isBox ? static_cast<TextBox*>(control) : nullptr;
 }
 
 std::wstring ControlWindows::TextOf(HWND window) {
