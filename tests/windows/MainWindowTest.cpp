@@ -196,7 +196,7 @@ TEST_F(MainWindowTest, ClosingWaitsForTheAnswerToAMessageBox) {
     ASSERT_NE(window->handle(), nullptr);
 
     EnableWindow(window->handle(), TRUE);
-    ASSERT_TRUE(PumpUntil([this] { return window->handle() == nullptr; }));
+    ASSERT_TRUE(PumpUntil([this] { return !window->handle(); }));
     EXPECT_EQ(actions.closeQuestions, 1);
 }
 

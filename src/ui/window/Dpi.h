@@ -8,6 +8,7 @@ namespace corvane {
 // tell per monitor.
 [[nodiscard]] UINT DpiOfWindow(HWND window);
 
+// The resolution is in dots per inch.
 [[nodiscard]] int PixelsFromTwips(int twips, UINT dpi);
 
 // The system's message font at that resolution, in dots per inch.
