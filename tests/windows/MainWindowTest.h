@@ -44,6 +44,8 @@ public:
     }
     bool MayLeave(TextBox& box, bool changed) override {
         told.push_back(L"leave " + box.name() + (changed ? L" changed" : L" unchanged"));
+        if (onLeave)
+            onLeave();
         return mayLeave;
     }
     void Activated() override { ++activations; }
@@ -57,6 +59,7 @@ public:
     Form* form = nullptr;
     std::vector<std::wstring> told;
     std::function<void()> onButton;
+    std::function<void()> onLeave;
     std::function<void()> onClose;
     bool mayLeave = true;
     bool mayClose = true;

@@ -82,7 +82,7 @@ protected:
     BoxAnswer ShowAndPress(std::wstring_view text, BoxButtons buttons, BoxIcon icon,
                            const std::wstring& caption) {
         std::thread user([&] {
-            EXPECT_TRUE(WaitUntil([] { return FindBox() != nullptr; }));
+            EXPECT_TRUE(WaitUntil(&FindBox));
             if (const HWND box = FindBox())
                 seen = ReadAndPress(box, caption);
         });
@@ -168,7 +168,7 @@ TEST_F(SystemMessageBoxesTest, OwnerIsDisabledWhileItsBoxIsShown) {
 TEST_F(SystemMessageBoxesTest, ConfirmIsTrueForYesAlone) {
     for (const auto& [caption, confirmed] : {std::pair(L"Yes", true), std::pair(L"No", false)}) {
         std::thread user([&, caption = caption] {
-            EXPECT_TRUE(WaitUntil([] { return FindBox() != nullptr; }));
+            EXPECT_TRUE(WaitUntil(&FindBox));
             if (const HWND box = FindBox())
                 seen = ReadAndPress(box, caption);
         });

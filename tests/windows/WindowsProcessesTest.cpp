@@ -6,7 +6,7 @@
 #include <memory>
 #include <string>
 
-#include "platform/kit/Windows.h"
+#include "platform/kit/Handles.h"
 #include "platform/RunningProgram.h"
 #include "support/windows/BuiltFiles.h"
 #include "support/windows/Files.h"
@@ -28,20 +28,17 @@ constexpr ProcessId noProcess = 0xFFFFFFF0;
 // Lets a started program go, at the latest when the test ends.
 class LetGo {
 public:
-    LetGo() : name_(L"corvane-let-go-" + std::to_wstring(GetCurrentProcessId())) {
-        event_ = CreateEventW(nullptr, TRUE, FALSE, name_.c_str());
-    }
-    ~LetGo() {
-        SetEvent(event_);
-        CloseHandle(event_);
-    }
+    LetGo()
+        : name_(L"corvane-let-go-" + std::to_wstring(GetCurrentProcessId())),
+          event_(CreateEventW(nullptr, TRUE, FALSE, name_.c_str())) {}
+    ~LetGo() { SetEvent(event_.get()); }
     LetGo(const LetGo&) = delete;
     LetGo& operator=(const LetGo&) = delete;
     [[nodiscard]] const std::wstring& name() const { return name_; }
 
 private:
     std::wstring name_;
-    HANDLE event_ = nullptr;
+    UniqueHandle event_;
 };
 
 TEST(WindowsProcessesTest, OwnProcessIsInTheOwnSession) {
