@@ -6,7 +6,7 @@
 #include <thread>
 #include <vector>
 
-#include "windows/TemporaryFolder.h"
+#include "support/windows/TemporaryFolder.h"
 
 namespace corvane::test {
 namespace {
@@ -118,7 +118,7 @@ TEST(HandlesTest, KernelHandleIsClosed) {
 
 // Nobody can ask a search that is closed: its handle is memory that is gone.
 TEST(HandlesTest, SearchThatFindsNothingIsNone) {
-    const TemporaryFolder folder;
+    const test_support::TemporaryFolder folder;
     WIN32_FIND_DATAW entry;
     EXPECT_FALSE(UniqueFind(FindFirstFileW(folder.file(L"absent").c_str(), &entry)));
     EXPECT_TRUE(UniqueFind(FindFirstFileW(folder.path().c_str(), &entry)));
