@@ -60,17 +60,17 @@ double LocalAutomationDate(const FILETIME& utc) {
 
 }  // namespace
 
-bool FileExists(const std::wstring& path) {
+bool modFile::FileExists(const std::wstring& path) const {
     DWORD attributes = 0;
     return Attributes(path, attributes) && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
 }
 
-bool FolderExists(const std::wstring& path) {
+bool modFile::FolderExists(const std::wstring& path) const {
     DWORD attributes = 0;
     return Attributes(path, attributes) && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
 
-void AppendToFile(const std::wstring& path, std::wstring_view text) {
+void modFile::AppendToFile(const std::wstring& path, const std::wstring& text) {
     const UniqueHandle file(CreateFileW(path.c_str(), FILE_APPEND_DATA,
                                         FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_ALWAYS,
                                         FILE_ATTRIBUTE_NORMAL, nullptr));
@@ -83,8 +83,8 @@ void AppendToFile(const std::wstring& path, std::wstring_view text) {
         ThrowLastError();
 }
 
-NewestFile GetNewestFileInFolder(const std::wstring& folder, const std::wstring& pattern,
-                                 std::uint32_t attributeMask) {
+NewestFile modFile::GetNewestFileInFolder(const std::wstring& folder, const std::wstring& pattern,
+                                          std::uint32_t attributeMask) const {
     NewestCandidate newest;
     WIN32_FIND_DATAW entry;
     const UniqueFind search(
@@ -104,25 +104,8 @@ NewestFile GetNewestFileInFolder(const std::wstring& folder, const std::wstring&
             complete};
 }
 
-bool modFile::FileExists(const std::wstring& path) const {
-    return corvane::FileExists(path);
-}
-
-bool modFile::FolderExists(const std::wstring& path) const {
-    return corvane::FolderExists(path);
-}
-
 bool modFile::MakeFolder(const std::wstring& path) {
-    return CreateDirectoryW(path.c_str(), nullptr) || corvane::FolderExists(path);
-}
-
-void modFile::AppendToFile(const std::wstring& path, const std::wstring& text) {
-    corvane::AppendToFile(path, text);
-}
-
-NewestFile modFile::GetNewestFileInFolder(const std::wstring& folder, const std::wstring& pattern,
-                                          std::uint32_t attributeMask) const {
-    return corvane::GetNewestFileInFolder(folder, pattern, attributeMask);
+    return CreateDirectoryW(path.c_str(), nullptr) || FolderExists(path);
 }
 
 }  // namespace corvane
