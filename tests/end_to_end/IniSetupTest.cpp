@@ -41,6 +41,18 @@ struct Case {
     std::string modemAfterwards;  // DeviceID, DDEDial and TAPITranslation, with bars between
 };
 
+// A text of several lines as it stands in a status line.
+std::string OnOneLine(std::string text) {
+    for (auto at = text.find("\r\n"); at != std::string::npos; at = text.find("\r\n"))
+        text.replace(at, 2, " ");
+    return text;
+}
+
+// The line about the question that was refused, the last one before the box that ends the start.
+std::string Declined(const Boxes& boxes) {
+    return "Declined: " + OnOneLine(boxes.at(boxes.size() - 2).text);
+}
+
 std::string ModemValue(const wchar_t* key) {
     wchar_t text[512];
     const DWORD length = GetPrivateProfileStringW(L"Modem", key, L"", text, 512, userIni.c_str());
@@ -70,7 +82,8 @@ TEST_P(ModemSectionTest, IsCompletedAsTheUserAgrees) {
 
     const Outcome run = Run(call, each.answers);
 
-    Check(run, {.log = RunLog(call, "7", refused ? Lines{versionDetected} : processed),
+    Check(run, {.log = RunLog(call, "7",
+                              refused ? Lines{versionDetected, Declined(each.boxes)} : processed),
                 .commands = startUpCommands,
                 .boxes = each.boxes});
     EXPECT_EQ(ModemValue(L"DeviceID") + "|" + ModemValue(L"DDEDial") + "|" +
@@ -165,12 +178,13 @@ INSTANTIATE_TEST_SUITE_P(
 TEST_F(IniSetupTest, WithoutAFolderTheRunEnds) {
     GoldMine().SetFaults("Macro:&ProgramDataDir status 0\nMacro:&SysDir status 0\n");
 
-    Check(Run(call),
-          {.log = RunLog(call, "7", {versionDetected}),
-           .commands = {gmapi::Macro("&amp;Version"), gmapi::Macro("&amp;ProgramDataDir"),
-                        gmapi::Macro("&amp;SysDir")},
-           .boxes = {{"Could not retrieve ProgramDataDir or SysDir", "OK", "exclamation"},
-                     loadingFailed}});
+    Check(
+        Run(call),
+        {.log = RunLog(call, "7", {versionDetected, "Could not retrieve ProgramDataDir or SysDir"}),
+         .commands = {gmapi::Macro("&amp;Version"), gmapi::Macro("&amp;ProgramDataDir"),
+                      gmapi::Macro("&amp;SysDir")},
+         .boxes = {{"Could not retrieve ProgramDataDir or SysDir", "OK", "exclamation"},
+                   loadingFailed}});
 }
 
 TEST_F(IniSetupTest, TheSystemFolderServesWithoutADataFolder) {
@@ -186,7 +200,7 @@ TEST_F(IniSetupTest, WithoutAUserTheRunEnds) {
     GoldMine().SetFaults("Macro:&UserName status 0\n");
 
     Check(Run(call),
-          {.log = RunLog(call, "7", {versionDetected}),
+          {.log = RunLog(call, "7", {versionDetected, "Could not retrieve UserName"}),
            .commands = startUpCommands,
            .boxes = {{"Could not retrieve UserName", "OK", "exclamation"}, loadingFailed}});
 }
@@ -195,7 +209,10 @@ TEST_F(IniSetupTest, WithoutTheUsersFileTheRunEnds) {
     GoldMine();
     DeleteFileW(userIni.c_str());
 
-    Check(Run(call), {.log = RunLog(call, "7", {versionDetected}),
+    Check(Run(call), {.log = RunLog(call, "7",
+                                    {versionDetected,
+                                     "Could not find GoldMine <user>.INI file "
+                                     "C:\\corvane-e2e\\goldmine\\MASTER.INI"}),
                       .commands = startUpCommands,
                       .boxes = {{"Could not find GoldMine <user>.INI file\r\n"
                                  "C:\\corvane-e2e\\goldmine\\MASTER.INI",
@@ -232,7 +249,7 @@ TEST_F(IniSetupTest, ARefusedQuestionEndsASettingsRunBeforeItsWindow) {
 
     const Outcome run = Run("", {"No", "OK"});
 
-    Check(run, {.log = RunLog("", "", {versionDetected}),
+    Check(run, {.log = RunLog("", "", {versionDetected, "Declined: " + askModem.text}),
                 .commands = startUpCommands,
                 .boxes = {askModem, loadingFailed},
                 .window = false});

@@ -1,4 +1,7 @@
 #include "CompleteCallTest.h"
+
+#include <algorithm>
+#include <utility>
 #include "support/windows/BuiltFiles.h"
 #include "support/windows/Files.h"
 
@@ -192,5 +195,66 @@ TEST_F(OldNotesTest, AFieldThatCannotBeWrittenIsToldAndKeepsItsText) {
               (Lines{"[9]: Could not fill in Ref of Complete Call dialog.",
                      "[9]: Could not fill in Notes of Complete Call dialog.", opened}));
 }
+
+struct UnreadableList {
+    const char* name;
+    std::string fault;  // of GetActiveWindowsList
+    std::string told;   // by the command itself; empty: nothing
+    std::string error;  // number and description
+};
+
+class UnreadableListTest : public OldNotesTest,
+                           public testing::WithParamInterface<UnreadableList> {};
+
+// What the user typed is not overwritten because it could not be read.
+TEST_P(UnreadableListTest, LeavesWhatTheUserTyped) {
+    for (const bool html : {false, true}) {
+        CloseGoldMine();
+        if (html)
+            NotesAreHtml();
+        DialogHolds("typed", "typed too");
+        PracticeGoldMine& goldMine = GoldMine();
+        goldMine.SetFaults("MenuCommand event before\nGetActiveWindowsList " + GetParam().fault +
+                           "\n");
+
+        const Outcome run = Run(connected);
+
+        const HWND dialog = Dialog(goldMine);
+        EXPECT_EQ(FieldOf(dialog, referenceId), "typed");
+        EXPECT_EQ(FieldOf(dialog, notesId), "typed too");
+        ASSERT_EQ(run.boxes.size(), 1u) << "the command's own, or that of the error";
+        const auto [number, description] = [] {
+            const std::size_t bar = GetParam().error.find('|');
+            return std::pair(GetParam().error.substr(0, bar), GetParam().error.substr(bar + 1));
+        }();
+        const std::string chain = "AddRefAndNotesToOpenCallDialog: " + description;
+        if (GetParam().told.empty())
+            EXPECT_EQ(run.boxes[0].text, "Run-time error '" + number + "':\r\n\r\n" + chain);
+        else
+            EXPECT_TRUE(run.boxes[0].text.starts_with(GetParam().told)) << run.boxes[0].text;
+        EXPECT_EQ(std::count(run.log.begin(), run.log.end(),
+                             "[9]: Run-time error '" + number + "':  " + chain),
+                  1);
+        EXPECT_EQ(std::count(run.log.begin(), run.log.end(), opened), 0);
+    }
+}
+
+const std::string noList = "13|GetActiveWindowsList returned no readable list.";
+
+INSTANTIATE_TEST_SUITE_P(
+    Faults, UnreadableListTest,
+    testing::Values(UnreadableList{"AccessDenied", "access-denied",
+                                   "GoldMine may be running but you are not logged in.",
+                                   "70|Permission denied"},
+                    UnreadableList{"Empty", "reply ", "", noList},
+                    UnreadableList{"BrokenXml", "reply <GMAPI call=\"GetActiveWindowsList\"><data",
+                                   "", noList},
+                    UnreadableList{"Refused", "status 0 No", "", noList},
+                    UnreadableList{"ControlCharacter",
+                                   "reply <GMAPI call=\"GetActiveWindowsList\"><status "
+                                   "code=\"1\">Success</status><data name=\"WindowsList\"><data "
+                                   "name=\"window\">\x01</data></data></GMAPI>",
+                                   "", noList}),
+    NameOf);
 
 }  // namespace end_to_end

@@ -130,7 +130,7 @@ TEST_F(RunModeTest, UnreadableVersionEndsTheRun) {
     const Outcome run = Run(call);
 
     Check(run,
-          {.log = RunLog(call, "7", {}),
+          {.log = RunLog(call, "7", {"Error retrieving GoldMine version."}),
            .commands = {gmapi::Macro("&amp;Version")},
            .boxes = {{"Error retrieving GoldMine version.", "OK", "exclamation"}, loadingFailed}});
     EXPECT_EQ(OwnValue("PreviousStatus"), "18");
@@ -142,7 +142,7 @@ TEST_F(RunModeTest, AVersionWithoutAPointEndsTheRun) {
     const Outcome run = Run(call);
 
     Check(run,
-          {.log = RunLog(call, "7", {}),
+          {.log = RunLog(call, "7", {"Error parsing GoldMine version 65"}),
            .commands = {gmapi::Macro("&amp;Version")},
            .boxes = {{"Error parsing GoldMine version 65", "OK", "exclamation"}, loadingFailed}});
 }

@@ -453,19 +453,20 @@ TEST_F(FailedSearchTest, AnUnreadableFetchIsARuntimeErrorAfterTheStreamWasClosed
 
     const Outcome run = Run(commandLine);
 
-    Check(run,
-          {.log = RunLog(commandLine, "5",
-                         {versionDetected,
-                          "Inbound call search for CallerID:  requested while inbound call is "
-                          "_ringing_.",
-                          "Inbound call search for CallerID:  searching while incoming call is "
-                          "ringing.",
-                          "Run-time error '13':  Type mismatch"}),
-           .commands = Joined({startUpCommands,
-                               phone1,
-                               {gmapi::CallerID("(206)555-0150", "1", "1")},
-                               Fetched(SqlOfAll("(206)555-0150"), "1")}),
-           .boxes = {{"Run-time error '13':\r\n\r\nType mismatch", "OK", "critical"}}});
+    Check(
+        run,
+        {.log = RunLog(commandLine, "5",
+                       {versionDetected,
+                        "Inbound call search for CallerID:  requested while inbound call is "
+                        "_ringing_.",
+                        "Inbound call search for CallerID:  searching while incoming call is "
+                        "ringing.",
+                        "Run-time error '13':  ProcessCall: Type mismatch"}),
+         .commands = Joined({startUpCommands,
+                             phone1,
+                             {gmapi::CallerID("(206)555-0150", "1", "1")},
+                             Fetched(SqlOfAll("(206)555-0150"), "1")}),
+         .boxes = {{"Run-time error '13':\r\n\r\nProcessCall: Type mismatch", "OK", "critical"}}});
 }
 
 }  // namespace end_to_end

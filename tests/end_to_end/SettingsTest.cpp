@@ -7,7 +7,8 @@ struct BadText {
     const char* name;
     std::string option;
     std::string text;
-    std::string error = "Run-time error '13':  Type mismatch";
+    std::string number = "13";
+    std::string error = "Type mismatch";
 };
 
 }  // namespace
@@ -69,7 +70,8 @@ TEST_P(BadSettingTest, StopsTheStartAndResetsTheRunNumber) {
 
     const Outcome run = Run("/N:S /C:5551234567 /T:I /I:1");
 
-    Lines log = {"[]: " + each.error};
+    Lines log = {"[]: Run-time error '" + each.number + "':  " +
+                 (logKnown ? "LoadSettings: " : "SetUpLog: ") + each.option + ": " + each.error};
     if (logKnown) {
         log = {"[]: " + std::string(68, '-') + " <date>", log[0],
                "[]: Finished unloading form and closing program."};
@@ -85,7 +87,7 @@ INSTANTIATE_TEST_SUITE_P(StoredTexts, BadSettingTest,
                                          BadText{"CheckEmpty", "chkGlobalEnable", ""},
                                          BadText{"CheckBlank", "chkFillInRef", "   "},
                                          BadText{"CheckBeyondAnInteger", "chkAutoProcess", "40000",
-                                                 "Run-time error '6':  Overflow"},
+                                                 "6", "Overflow"},
                                          BadText{"CheckOfTheLog", "chkWriteLog", "on"},
                                          BadText{"CheckOfTheLogEmpty", "chkWriteLog", ""},
                                          BadText{"TheLastCheck", "chkLogCOMCalls", "x"},

@@ -54,7 +54,8 @@ TEST_F(TransportTest, AnUnregisteredGoldMineIsExplained) {
     Check(run, {.log = RunLog(call, "7",
                               {"Could not connect to GoldMine's user interface. Error number:  429 "
                                "Error message:  ActiveX component can't create object " +
-                               advice + registration}),
+                                   advice + registration,
+                               versionUnread.text}),
                 .boxes = {{"Could not connect to GoldMine's user interface.\r\n"
                            "Error number:  429\r\n"
                            "Error message:  ActiveX component can't create object\r\n"
@@ -73,7 +74,8 @@ TEST_F(TransportTest, AccessDeniedMeansNotLoggedIn) {
     Check(run, {.log = RunLog(call, "7",
                               {"GoldMine may be running but you are not logged in. Log in to "
                                "GoldMine and re-try the operation. Error number:  70 Error "
-                               "message:  Permission denied"}),
+                               "message:  Permission denied",
+                               versionUnread.text}),
                 .commands = {gmapi::Macro("&amp;Version")},
                 .boxes = {{"GoldMine may be running but you are not logged in.\r\n"
                            "Log in to GoldMine and re-try the operation.\r\n"
@@ -124,7 +126,8 @@ TEST_F(TransportTest, AGoldMineThatDiesInACallIsALostConnection) {
                               {"Lost connection to GoldMine's user interface. If you closed "
                                "GoldMine before closing Corvane, you can ignore this error. Error "
                                "number:  " +
-                               number + " Error message:  " + message}),
+                                   number + " Error message:  " + message,
+                               versionUnread.text}),
                 .commands = {gmapi::Macro("&amp;Version")},
                 .boxes = {{"Lost connection to GoldMine's user interface. \r\n"
                            "If you closed GoldMine before closing Corvane, you can ignore this "
@@ -186,10 +189,12 @@ TEST_F(TransportTest, AnExceptionOfGoldMineIsARunTimeError) {
     const Outcome run = Run(call);
 
     Check(run,
-          {.log = RunLog(call, "7",
-                         Joined({before, {"Run-time error '4711':  The index is locked."}})),
+          {.log = RunLog(
+               call, "7",
+               Joined({before, {"Run-time error '4711':  ProcessCall: The index is locked."}})),
            .commands = searchCommands,
-           .boxes = {{"Run-time error '4711':\r\n\r\nThe index is locked.", "OK", "critical"}}});
+           .boxes = {{"Run-time error '4711':\r\n\r\nProcessCall: The index is locked.", "OK",
+                      "critical"}}});
 }
 
 TEST_F(TransportTest, AnotherFailureOfACallIsARunTimeError) {
@@ -197,7 +202,7 @@ TEST_F(TransportTest, AnotherFailureOfACallIsARunTimeError) {
 
     const Outcome run = Run(call);
 
-    const std::string description = SystemText(0x8007000D);
+    const std::string description = "ProcessCall: " + SystemText(0x8007000D);
     Check(run,
           {.log = RunLog(call, "7",
                          Joined({before, {"Run-time error '-2147024883':  " + description}})),
@@ -221,7 +226,7 @@ TEST_F(TransportTest, ASuccessWithoutMoreHasAnEmptyValue) {
     const Outcome run = Run(call);
 
     Check(run,
-          {.log = RunLog(call, "7", {}),
+          {.log = RunLog(call, "7", {"Error parsing GoldMine version "}),
            .commands = {gmapi::Macro("&amp;Version")},
            .boxes = {{"Error parsing GoldMine version ", "OK", "exclamation"}, loadingFailed}});
 }
@@ -233,7 +238,7 @@ TEST_P(FailedReplyTest, CountsAsFailure) {
 
     const Outcome run = Run(call);
 
-    Check(run, {.log = RunLog(call, "7", {}),
+    Check(run, {.log = RunLog(call, "7", {versionUnread.text}),
                 .commands = {gmapi::Macro("&amp;Version")},
                 .boxes = {versionUnread, loadingFailed}});
 }
