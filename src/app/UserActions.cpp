@@ -98,8 +98,14 @@ void UserActions::ProcessCallByHand() {
         return;
     }
     parts_.form.txtStatus.setText(L"");
-    if (!parts_.parameters.CallerIDRejected() && parts_.goldMineVersion.Meet())
+    if (ReadyForCall())
         parts_.dispatcher.ProcessCall();
+}
+
+bool UserActions::ReadyForCall() {
+    // GoldMine's commands let the user reach the window.
+    const CallInProgress::Part part(parts_.call);
+    return !parts_.parameters.CallerIDRejected() && parts_.goldMineVersion.Meet();
 }
 
 }  // namespace corvane

@@ -54,6 +54,7 @@ public:
 
 private:
     void ProcessCallByHand();
+    [[nodiscard]] bool ReadyForCall();
 
     Parts parts_;
 };

@@ -89,6 +89,24 @@ TEST_F(UserActionsTest, TheFirstCallMeetsAGoldMineThatWasStartedAfterTheWindow) 
                                                L"Call processing completed in 0.000 seconds."}));
 }
 
+// GoldMine's answer is waited for, and the user reaches the window meanwhile.
+TEST_F(UserActionsTest, WhileAGoldMineIsMetNoOtherCallBegins) {
+    Program& made = Make();
+    ASSERT_EQ(made.Run(), RunOutcome::WindowShown);
+    made.form.txtOutboundPhone.setText(L"555-0100");
+    made.form.cmdProcessCall.setEnabled(true);
+    around.RunGoldMine();
+    int asked = 0;
+    around.goldMine.onSend = [&](const std::wstring&) {
+        if (++asked == 1)
+            made.actions.ButtonClicked(made.form.cmdProcessCall);
+    };
+    made.actions.ButtonClicked(made.form.cmdProcessCall);
+    EXPECT_EQ(around.processes.started.size(), 1u);
+    const Strings lines = StatusLines(made.form);
+    EXPECT_EQ(std::count(lines.begin(), lines.end(), L"GoldMine version 2014.1 detected."), 1);
+}
+
 TEST_F(UserActionsTest, ADisabledButtonDoesNothing) {
     Program& made = Shown();
     made.form.txtOutboundPhone.setText(L"555-0100");
