@@ -1,51 +1,131 @@
-// Writes the table of controls as text for user-interface tests and support: name, control id and
-// kind of each, separated by tabs. Built and run by the build itself, on the building machine.
+// Writes the table of controls as text, built and run by the build itself on the building machine:
+//   controls   name, control id and kind of each, separated by tabs, for user-interface tests and
+//              support
+//   settings   the page on the stored options, docs/settings.md
 
 #include <cstdio>
 #include <string>
+#include <string_view>
 
-#include "ui/form/ControlCatalogue.h"
+#include "settings/SettingsCatalogue.h"
 
 namespace {
 
-const char* NameOf(corvane::ControlKind kind) {
+using namespace corvane;
+
+// Every text of the table is plain ASCII.
+std::string Narrow(std::wstring_view text) {
+    std::string narrow;
+    for (const wchar_t each : text)
+        narrow += static_cast<char>(each);
+    return narrow;
+}
+
+const char* NameOf(ControlKind kind) {
     switch (kind) {
-        case corvane::ControlKind::Label:
+        case ControlKind::Label:
             return "label";
-        case corvane::ControlKind::TextBox:
+        case ControlKind::TextBox:
             return "text box";
-        case corvane::ControlKind::CheckBox:
+        case ControlKind::CheckBox:
             return "check box";
-        case corvane::ControlKind::OptionButton:
+        case ControlKind::OptionButton:
             return "option button";
-        case corvane::ControlKind::CommandButton:
+        case ControlKind::CommandButton:
             return "button";
-        case corvane::ControlKind::Frame:
+        case ControlKind::Frame:
             return "frame";
-        case corvane::ControlKind::TabStrip:
+        case ControlKind::TabStrip:
             return "tab strip";
     }
     return "";
 }
 
 // Members of a control array carry their index: lblParam(13).
-std::string FullName(const corvane::ControlSpec& spec) {
-    std::string name(spec.name.begin(), spec.name.end());
+std::string FullName(const ControlSpec& spec) {
     int members = 0;
-    for (const corvane::ControlSpec& other : corvane::controlCatalogue) {
-        if (other.name == spec.name)
-            ++members;
-    }
+    for (const ControlSpec& other : controlCatalogue)
+        members += other.name == spec.name ? 1 : 0;
+    const std::string name = Narrow(spec.name);
     return members > 1 ? name + "(" + std::to_string(spec.index) + ")" : name;
+}
+
+void WriteControls() {
+    std::puts("name\tid\tkind");
+    for (std::size_t row = 0; row < controlCount; ++row) {
+        std::printf("%s\t%d\t%s\n", FullName(controlCatalogue[row]).c_str(), ControlId(row),
+                    NameOf(controlCatalogue[row].kind));
+    }
+}
+
+std::string Code(std::wstring_view text) {
+    return text.empty() ? std::string() : "`" + Narrow(text) + "`";
+}
+
+// What may be stored, as the option's control takes it.
+std::string Values(const ControlSpec& option) {
+    switch (option.kind) {
+        case ControlKind::CheckBox:
+            return "`0`, `1`";
+        case ControlKind::OptionButton:
+            return "`True`, `False`";
+        default:
+            break;
+    }
+    if (!option.number)
+        return "any text";
+    if (option.number->anyNumber)
+        return "any number";
+    return std::to_string(option.number->lowest) + " to " + std::to_string(option.number->highest);
+}
+
+std::string UsableWith(const ControlSpec& option) {
+    std::string condition = Code(option.enabledBy);
+    if (option.has(ControlTrait::needsGoldMine67))
+        condition += std::string(condition.empty() ? "" : ", ") + "GoldMine 6.7";
+    return condition;
+}
+
+// The caption; of a box without one, that of the check box before it.
+std::wstring_view CaptionOf(std::size_t row) {
+    const ControlSpec& option = controlCatalogue[row];
+    return option.kind == ControlKind::TextBox ? controlCatalogue[row - 1].caption : option.caption;
+}
+
+void WriteSetting(std::size_t row) {
+    const ControlSpec& option = controlCatalogue[row];
+    std::printf("| `%s` | %s | %s | %s | %s | %s |\n", Narrow(option.name).c_str(),
+                Values(option).c_str(), Code(option.tag).c_str(), UsableWith(option).c_str(),
+                Narrow(CaptionOf(row)).c_str(), Narrow(option.tip).c_str());
+}
+
+void WriteSettings() {
+    std::puts(
+        "# Settings\n\n"
+        "Each option is a text (REG_SZ) under `HKEY_CURRENT_USER\\SOFTWARE\\Halvorn "
+        "Systems\\CorvaneTo3CX`.\nA value that is missing counts as its default. The build writes "
+        "this page from the program's own\ntable of controls.\n\n"
+        "| Value | Values | Default | Usable with | Caption | What it does |\n"
+        "|---|---|---|---|---|---|");
+    for (const std::size_t row : savedOptions)
+        WriteSetting(row);
+    WriteSetting(FindControl(L"chkWriteLog"));
+    std::puts(
+        "\nThe same key holds two values of the log's own, which are not to be given out to "
+        "others:\n"
+        "`PreviousStatus` (the run number) and `LastVersionRun`.");
 }
 
 }  // namespace
 
-int main() {
-    std::puts("name\tid\tkind");
-    for (std::size_t row = 0; row < corvane::controlCatalogue.size(); ++row) {
-        const corvane::ControlSpec& spec = corvane::controlCatalogue[row];
-        std::printf("%s\t%d\t%s\n", FullName(spec).c_str(), corvane::ControlId(row),
-                    NameOf(spec.kind));
+int main(int count, char** arguments) {
+    const std::string_view wanted = count == 2 ? arguments[1] : "";
+    if (wanted == "controls") {
+        WriteControls();
+    } else if (wanted == "settings") {
+        WriteSettings();
+    } else {
+        std::fputs("usage: WriteControls controls|settings\n", stderr);
+        return 2;
     }
 }

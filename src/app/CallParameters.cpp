@@ -3,6 +3,7 @@
 #include "app/Status.h"
 #include "calls/CallerID.h"
 #include "ui/form/Form.h"
+#include "util/RuntimeError.h"
 #include "util/Text.h"
 
 namespace corvane {
@@ -51,6 +52,10 @@ std::vector<std::wstring> CallParameters::SplitSwitches(std::wstring_view text) 
 }
 
 ParsedParameters CallParameters::ParseCallParameters() {
+    return NamedProcedure(L"ParseCallParameters", [this] { return Parse(); });
+}
+
+ParsedParameters CallParameters::Parse() {
     const CommandLine commandLine = GetCommandLine();
     ParsedParameters parsed;
     parsed.ParamsFound = commandLine.found;
@@ -105,8 +110,23 @@ void CallParameters::LeaveParameterBox(const TextBox& box, bool changed) {
     }
     if (&box == &form_.txtCallerID && changed) {
         // A rejected one was reported; the boxes stay editable all the same.
-        static_cast<void>(NormalizeCallerID(form_, status_));
+        static_cast<void>(NormalizeTypedCallerID());
     }
+}
+
+bool CallParameters::NormalizeTypedCallerID() {
+    if (NormalizeCallerID(form_, status_))
+        return true;
+    // Otherwise the number of before would be handled.
+    form_.txtCallerIDDigits.setText(L"");
+    form_.txtCallerIDFormatted.setText(L"");
+    return false;
+}
+
+bool CallParameters::CallerIDRejected() {
+    return form_.txtOutboundPhone.text().empty() && form_.txtCallerIDDigits.text().empty() &&
+           form_.txtCallerIDFormatted.text().empty() && !form_.txtCallerID.text().empty() &&
+           !NormalizeTypedCallerID();
 }
 
 void CallParameters::EvaluateProcessCall() {

@@ -29,14 +29,21 @@ public:
     // Writes the start-up echo line and splits the command line.
     [[nodiscard]] CommandLine GetCommandLine();
 
-    // Fills the parameter boxes; a caller ID is normalised at once.
+    // Fills the parameter boxes; a caller ID is normalised at once. Raises with
+    // "ParseCallParameters: " before the description.
     ParsedParameters ParseCallParameters();
 
     // The user leaves a parameter box: the letters become upper case, a changed caller ID is
     // normalised as from the command line, and the Process Call button is evaluated again.
     void LeaveParameterBox(const TextBox& box, bool changed);
 
+    // Whether nothing but a caller ID stands in the boxes that is rejected, which is said again.
+    [[nodiscard]] bool CallerIDRejected();
+
 private:
+    ParsedParameters Parse();
+    // One that is rejected leaves no digits of a caller ID before.
+    [[nodiscard]] bool NormalizeTypedCallerID();
     [[nodiscard]] static std::vector<std::wstring> SplitSwitches(std::wstring_view text);
     void EvaluateProcessCall();
 

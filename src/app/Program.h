@@ -70,10 +70,10 @@ struct Program {
         {form, dialer, search, history, dialog, recordingLink, call, status, around.clock}};
 
     GoldMineProcess goldMineProcess{form, around.processes, status, around.boxes};
-    GoldMineIniSetup iniSetup{form, macro, around.files, around.iniFiles, around.boxes};
+    GoldMineIniSetup iniSetup{form, macro, around.files, around.iniFiles, status, around.boxes};
     GoldMineVersion goldMineVersion{form, macro, iniSetup, status, around.boxes};
-    ThreeCXIntegration threeCX{form,         around.info,  around.registry,
-                               around.files, around.shell, around.boxes};
+    ThreeCXIntegration threeCX{form,         around.info, around.registry, around.files,
+                               around.shell, status,      around.boxes};
     FileOpener fileOpener{form, around.files, around.shell, around.boxes};
 
     CallParameters parameters{form, status, around.info.VersionText(), around.commandLine};
@@ -82,8 +82,8 @@ struct Program {
     StartUp startUp{{form, around.info, status, settings, threeCX, parameters, goldMineProcess,
                      goldMineVersion, dispatcher, around.boxes, errors}};
     UserActions actions{{form, settings, questions, fieldChecks, parameters, dispatcher, call,
-                         recordingLink, goldMineProcess, gmui, threeCX, fileOpener, shutdown,
-                         around.boxes, errors}};
+                         recordingLink, goldMineProcess, goldMineVersion, gmui, threeCX, fileOpener,
+                         shutdown, around.boxes, errors}};
 };
 
 }  // namespace corvane

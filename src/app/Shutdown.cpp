@@ -21,6 +21,8 @@ bool Shutdown::Unload() {
         unloading_ = false;
         return false;
     }
+    parts_.gmui.ConnectOnlyWhile(
+        [this] { return parts_.goldMineProcess.RunningClient().has_value(); });
     // Whatever goes wrong with GoldMine here, the program ends.
     parts_.errors.Guard([this] { FinishCallDialog(); });
     parts_.gmui.Release();

@@ -95,12 +95,8 @@ bool StartUp::PrepareGoldMine(bool paramsFound) {
         RunAllEnablingRules(form);
         return true;
     }
-    if (Succeeds([&] {
-            return parts_.goldMineVersion.CheckGoldMineVersion(form.GoldMineVersionOK) &&
-                   parts_.goldMineVersion.ApplyGoldMineVersion();
-        })) {
+    if (Succeeds([this] { return parts_.goldMineVersion.Meet(); }))
         return true;
-    }
     parts_.boxes.Notify(configurationError, BoxIcon::Critical);
     return false;
 }
@@ -113,6 +109,9 @@ RunOutcome StartUp::RunInMode(bool paramsFound) {
         return RunOutcome::End;
     }
     form.setVisible(true);
+    // The user may have started GoldMine meanwhile. One whose path could not be read was told of.
+    if (!parts_.goldMineProcess.clientFound())
+        parts_.goldMineProcess.FindGoldMineExecutable();
     if (form.chkAlwaysShowForm.checked() && form.chkAutoProcess.checked() && paramsFound) {
         // The window stays open whatever comes of the call.
         parts_.errors.Guard([this] { parts_.dispatcher.ProcessCall(); });

@@ -1,6 +1,7 @@
 #include "app/Status.h"
 
 #include <exception>
+#include <utility>
 
 #include "seams/Clock.h"
 #include "seams/Conversions.h"
@@ -41,6 +42,10 @@ Status::Status(Form& form, const ProgramInfo& program, Registry& registry, FileS
       clock_(clock) {}
 
 void Status::SetUpLog() {
+    NamedProcedure(L"SetUpLog", [this] { PrepareLog(); });
+}
+
+void Status::PrepareLog() {
     const std::wstring path = LogPath();
     form_.txtLogPath.setText(path);
     form_.txtLogPath.setTooltip(path);
@@ -66,8 +71,10 @@ std::wstring Status::LogPath() const {
 
 void Status::LoadWriteLog() {
     CheckBox& option = form_.chkWriteLog;
-    SetOptionFromText(option,
-                      OwnSettingsStore(registry_).ReadProfileString(option.name(), option.tag()));
+    NamedProcedure(option.name(), [&] {
+        SetOptionFromText(
+            option, OwnSettingsStore(registry_).ReadProfileString(option.name(), option.tag()));
+    });
 }
 
 void Status::TakeRunNumber() {
@@ -95,13 +102,17 @@ void Status::ResetRunNumber() {
 }
 
 void Status::WriteStatus(std::wstring_view message, LogMode mode) {
-    if (form_.txtStatus.text().empty()) {
-        form_.txtStatus.setText(message);
-    } else {
-        form_.txtStatus.Append(Join(lineBreak, message));
-    }
+    const std::wstring line = ReplaceAll(message, std::wstring_view(L"\0", 1), L" ");
+    Show(line);
     if (form_.chkWriteLog.checked() || mode == LogMode::Forced)
-        WriteLogLine(message);
+        WriteLogLine(line);
+}
+
+void Status::Show(std::wstring_view message) {
+    if (form_.txtStatus.text().empty())
+        form_.txtStatus.setText(message);
+    else
+        form_.txtStatus.Append(Join(lineBreak, message));
 }
 
 void Status::WriteLogLine(std::wstring_view message) noexcept {
@@ -110,8 +121,12 @@ void Status::WriteLogLine(std::wstring_view message) noexcept {
             form_.txtLogPath.text(),
             Join(std::to_wstring(runNumber_), L"\t", TimeStamp(clock_.GetLocalTimeMs()), L"\t[",
                  callIdentifier_, L"]:\t", message, lineBreak));
-    } catch (const RuntimeError&) {
-        // Logging never stops the program.
+    } catch (const RuntimeError& error) {
+        // Logging never stops the program; who looks at the window is told once.
+        if (form_.visible() && !std::exchange(failureShown_, true)) {
+            Show(Join(L"Could not write to log file ", Quoted(form_.txtLogPath.text()), L": ",
+                      error.description));
+        }
     } catch (const std::exception&) {
         // Nor does want of memory for a line.
     }

@@ -35,9 +35,11 @@ public:
     void setCallIdentifier(std::wstring_view identifier) { callIdentifier_ = identifier; }
 
 private:
+    void PrepareLog();
     [[nodiscard]] std::wstring LogPath() const;
     void LoadWriteLog();
     void TakeRunNumber();
+    void Show(std::wstring_view message);
     // A line that cannot be written is lost; the run goes on.
     void WriteLogLine(std::wstring_view message) noexcept;
 
@@ -49,6 +51,7 @@ private:
     Clock& clock_;
     std::int32_t runNumber_ = 0;
     std::wstring callIdentifier_;
+    bool failureShown_ = false;  // that the log cannot be written
 };
 
 }  // namespace corvane

@@ -7,6 +7,7 @@
 #include "calls/RecordingLink.h"
 #include "environment/FileOpener.h"
 #include "environment/GoldMineProcess.h"
+#include "environment/GoldMineVersion.h"
 #include "environment/ThreeCXIntegration.h"
 #include "gmapi/GMUI.h"
 #include "seams/MessageBoxes.h"
@@ -97,7 +98,8 @@ void UserActions::ProcessCallByHand() {
         return;
     }
     parts_.form.txtStatus.setText(L"");
-    parts_.dispatcher.ProcessCall();
+    if (!parts_.parameters.CallerIDRejected() && parts_.goldMineVersion.Meet())
+        parts_.dispatcher.ProcessCall();
 }
 
 }  // namespace corvane

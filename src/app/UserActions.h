@@ -13,6 +13,7 @@ class FileOpener;
 class Form;
 class GMUI;
 class GoldMineProcess;
+class GoldMineVersion;
 class MessageBoxes;
 class RecordingLink;
 class SettingQuestions;
@@ -33,6 +34,7 @@ public:
         CallInProgress& call;
         RecordingLink& recordingLink;
         GoldMineProcess& goldMineProcess;
+        GoldMineVersion& goldMineVersion;
         GMUI& gmui;
         ThreeCXIntegration& threeCX;
         FileOpener& fileOpener;

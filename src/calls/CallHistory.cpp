@@ -51,7 +51,7 @@ void CallHistory::SaveHistory(const std::wstring& refText, std::wstring_view sta
 }
 
 std::optional<std::wstring> CallHistory::InsertCallHistory(const std::wstring& refText) {
-    const auto accountNumber = macro_.Value(L"Contact1->AccountNo");
+    const auto accountNumber = macro_.AccountNo();
     if (!accountNumber) {
         constexpr std::wstring_view failure =
             L"Could not retrieve GoldMine AccountNo for current record, so no history created.";

@@ -3,6 +3,7 @@
 #include "seams/Conversions.h"
 #include "seams/StatusWriter.h"
 #include "ui/form/Form.h"
+#include "ui/form/NumberIn.h"
 #include "util/Digits.h"
 #include "util/Text.h"
 
@@ -17,7 +18,7 @@ bool NormalizeCallerID(Form& form, StatusWriter& status) {
         return false;
     }
     if (form.chkIgnoreShortCallerID.checked() &&
-        LongFromText(form.txtCallerIDMinLength.text()) > static_cast<std::int64_t>(digits.size())) {
+        LongIn(form.txtCallerIDMinLength) > static_cast<std::int64_t>(digits.size())) {
         status.WriteStatus(Join(L"Ignored short CallerID: ", digits, L"."));
         return false;
     }

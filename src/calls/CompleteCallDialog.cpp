@@ -119,9 +119,11 @@ std::wstring CompleteCallDialog::NotesWithAddition(const std::wstring& notes,
             fragment += L"<br>";
         return parts_.notes.PrependHTMLToBody(notes, fragment);
     }
-    if (TrimBlanks(notes).empty())
-        return addition + notes;
-    return Join(addition, lineBreak, lineBreak, notes);
+    // The reader of the reply has made LF of a raw CR LF.
+    const std::wstring oldNotes = WithLineBreaks(notes);
+    if (TrimBlanks(oldNotes).empty())
+        return addition + oldNotes;
+    return Join(addition, lineBreak, lineBreak, oldNotes);
 }
 
 bool CompleteCallDialog::WaitUntilFilledIn() {

@@ -30,6 +30,17 @@ const std::wstring& ContactSearch::cid() const {
 }
 
 bool ContactSearch::SearchContact(ShowInGoldMine show) {
+    // An empty caller ID is nobody's: it would equal every empty phone field.
+    if (!TrimBlanks(cid()).empty() && FindContact(show))
+        return true;
+    status_.WriteStatus(
+        Join(L"Did not find GoldMine contact for ", cid(), L". Further call processing skipped."));
+    ShowMessageInGoldMine(Join(L"Corvane could not find a contact matching CallerID ", cid(),
+                               L". Further call processing skipped."));
+    return false;
+}
+
+bool ContactSearch::FindContact(ShowInGoldMine show) {
     if (SearchCurrentRecord(show))
         return true;
 
@@ -46,10 +57,6 @@ bool ContactSearch::SearchContact(ShowInGoldMine show) {
             return true;
         }
     }
-    status_.WriteStatus(
-        Join(L"Did not find GoldMine contact for ", cid(), L". Further call processing skipped."));
-    ShowMessageInGoldMine(Join(L"Corvane could not find a contact matching CallerID ", cid(),
-                               L". Further call processing skipped."));
     return false;
 }
 
@@ -79,7 +86,7 @@ bool ContactSearch::SearchCurrentRecord(ShowInGoldMine show) {
     if (!form_.chkSearchInAddlContacts.checked())
         return false;
 
-    const auto accountNumber = macro_.Value(L"Contact1->AccountNo");
+    const auto accountNumber = macro_.AccountNo();
     if (!accountNumber) {
         constexpr std::wstring_view failure =
             L"Could not retrieve GoldMine AccountNo for current record, so can't check Additional "

@@ -26,6 +26,7 @@ public:
     [[nodiscard]] bool SearchContact(ShowInGoldMine show);
 
 private:
+    bool FindContact(ShowInGoldMine show);
     bool SearchCurrentRecord(ShowInGoldMine show);
     // The account of the one Additional Contact that has the number; of all accounts when the
     // account number is empty.

@@ -42,13 +42,23 @@ EventWords WordsOf(std::wstring_view notification) {
     return {};
 }
 
+// A wait can be as long as 32 bits of milliseconds. Raises with the box's name.
+std::int64_t MillisecondsIn(const TextBox& seconds) {
+    return NamedProcedure(seconds.name(), [&] {
+        const std::int64_t milliseconds = std::int64_t{LongFromText(seconds.text())} * 1000;
+        if (milliseconds != static_cast<std::int32_t>(milliseconds))
+            throw MakeRuntimeError(ErrorNumber::Overflow);
+        return milliseconds;
+    });
+}
+
 }  // namespace
 
 void Dispatcher::ProcessCall() {
     if (parts_.call.busy())
         return;
     const CallInProgress::Part part(parts_.call);
-    DialOrHandleEvent();
+    NamedProcedure(L"ProcessCall", [this] { DialOrHandleEvent(); });
 }
 
 void Dispatcher::DialOrHandleEvent() {
@@ -132,7 +142,7 @@ void Dispatcher::History(bool foundInThisRun) {
         const bool found =
             (isStart && foundInThisRun) || parts_.search.SearchContact(ShowInGoldMine::No);
         if (found)
-            CreateHistoryForEvent();
+            NamedProcedure(L"CreateHistoryForEvent", [this] { CreateHistoryForEvent(); });
     } else if (isStart) {
         report(L"call start event ignored.");
     } else if (isConnect) {
@@ -169,12 +179,9 @@ void Dispatcher::CreateHistoryForEvent() {
 
 void Dispatcher::PrepareLink(RecordingLinkState& link) {
     if (form_.chkDelayAddingLink.checked()) {
-        const std::wstring& seconds = form_.txtDelayAddingLinkSeconds.text();
-        const std::int64_t milliseconds = std::int64_t{LongFromText(seconds)} * 1000;
-        if (milliseconds != static_cast<std::int32_t>(milliseconds)) {
-            throw MakeRuntimeError(ErrorNumber::Overflow);
-        }
-        parts_.status.WriteStatus(Join(L"Delaying adding link for ", seconds, L" seconds."));
+        const TextBox& seconds = form_.txtDelayAddingLinkSeconds;
+        const std::int64_t milliseconds = MillisecondsIn(seconds);
+        parts_.status.WriteStatus(Join(L"Delaying adding link for ", seconds.text(), L" seconds."));
         parts_.clock.PumpEvents();
         // A negative wait is an empty one.
         if (milliseconds > 0)

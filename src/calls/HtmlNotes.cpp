@@ -44,7 +44,7 @@ std::wstring HtmlNotes::PrependHTMLToBody(const std::wstring& existing,
 }
 
 std::wstring HtmlNotes::HTMLToText(const std::wstring& html) {
-    return newDocument_()->VisibleText(html);
+    return NamedProcedure(L"HTMLToText", [&] { return newDocument_()->VisibleText(html); });
 }
 
 }  // namespace corvane

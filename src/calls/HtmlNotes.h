@@ -31,6 +31,7 @@ public:
     [[nodiscard]] std::wstring PrependHTMLToBody(const std::wstring& existing,
                                                  const std::wstring& fragment);
 
+    // The visible text. Raises with "HTMLToText: " before the description.
     [[nodiscard]] std::wstring HTMLToText(const std::wstring& html);
 
 private:

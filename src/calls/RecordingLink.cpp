@@ -7,6 +7,7 @@
 #include "seams/MessageBoxes.h"
 #include "seams/StatusWriter.h"
 #include "ui/form/Form.h"
+#include "ui/form/NumberIn.h"
 #include "util/RuntimeError.h"
 #include "util/Text.h"
 
@@ -37,6 +38,11 @@ std::wstring DocumentWith(std::wstring_view anchor) {
         L"<META name=GENERATOR content='MSHTML 8.00.7601.17824'></HEAD>\r\n",
         L"<BODY leftMargin=1 rightMargin=1 topMargin=1><FONT size=2 face='Segoe UI,Tahoma'>\r\n",
         L"<DIV>", anchor, L"</A><BR></DIV></FONT></BODY></HTML>\r\n");
+}
+
+std::wstring NotReadWhole(std::wstring_view folderText) {
+    return Join(L"Could not read all of recordings folder ", Quoted(folderText),
+                L". Link to recording not saved.");
 }
 
 }  // namespace
@@ -72,6 +78,10 @@ bool RecordingLink::PrepareLink(RecordingLinkState& state) {
     }
 
     const NewestFile newest = FindNewestFile(folderText);
+    if (!newest.complete) {
+        state.RecordingPathOrReason = NotReadWhole(folderText);
+        return false;  // it was reported
+    }
     if (newest.name.empty()) {
         return Fail(state, Join(L"No files found in recordings folder ", Quoted(folderText),
                                 L". Link to recording not saved."));
@@ -105,11 +115,11 @@ std::wstring RecordingLink::ReasonOfAge(const NewestFile& newest,
     if (CalendarTime(now).year - CalendarTime(newest.modified).year > 1) {
         return Join(file, L", was created more than a year ago. Link to recording not saved.");
     }
-    const std::wstring& maxAge = form_.txtRecordingFileMaxAgeSeconds.text();
+    const TextBox& maxAge = form_.txtRecordingFileMaxAgeSeconds;
     const std::int64_t age = SecondsBetween(newest.modified, now);
-    if (age > LongFromText(maxAge)) {
+    if (age > LongLongIn(maxAge)) {
         return Join(file, L", was created ", std::to_wstring(age),
-                    L" seconds ago, which exceeds the specified maximum age of ", maxAge,
+                    L" seconds ago, which exceeds the specified maximum age of ", maxAge.text(),
                     L" seconds. Link to recording not saved.");
     }
     return {};
@@ -128,7 +138,10 @@ NewestFile RecordingLink::FindNewestFile(const std::wstring& folderText) {
     status_.WriteStatus(Join(L"Checked ", std::to_wstring(newest.filesSeen), L" files in ",
                              Quoted(folderText), L" in ", FormatSeconds(clock_.Timer() - begin),
                              L" seconds."));
-    if (!newest.name.empty()) {
+    if (!newest.complete) {
+        // Which file is the newest is not known.
+        status_.WriteStatus(NotReadWhole(folderText));
+    } else if (!newest.name.empty()) {
         status_.WriteStatus(Join(L"Most recent file is ", Quoted(newest.name), L", modified ",
                                  GeneralDateText(newest.modified), L"."));
     }
@@ -147,7 +160,8 @@ bool RecordingLink::MayLeaveFolder() {
                     L"access, e.g. \\\\Server\\Share\\Folder or X:\\Folder.");
                 return false;
             }
-            if (FindNewestFile(folderText).name.empty())
+            const NewestFile newest = FindNewestFile(folderText);
+            if (newest.complete && newest.name.empty())
                 status_.WriteStatus(L"No files found.");
             return true;
         });

@@ -1,10 +1,10 @@
 #include "dialing/Dialer.h"
 
-#include "seams/Conversions.h"
 #include "seams/MessageBoxes.h"
 #include "seams/Processes.h"
 #include "seams/StatusWriter.h"
 #include "ui/form/Form.h"
+#include "ui/form/NumberIn.h"
 #include "util/Digits.h"
 #include "util/RuntimeError.h"
 #include "util/Text.h"
@@ -30,7 +30,7 @@ bool Dialer::Dial() {
     std::wstring number = ExtractDigits(received, true, false);
     form_.txtOutboundPhoneAsDialed.setText(number);
     if (form_.chkTrimOutboundPrefix.checked()) {
-        number = Rightmost(number, LongFromText(form_.txtOutboundMaxLength.text()));
+        number = Rightmost(number, LongIn(form_.txtOutboundMaxLength));
         form_.txtOutboundPhoneAsDialed.setText(number);
     }
 

@@ -4,6 +4,7 @@
 #include "seams/FileSystem.h"
 #include "seams/IniFiles.h"
 #include "seams/MessageBoxes.h"
+#include "seams/StatusWriter.h"
 #include "ui/form/Form.h"
 #include "util/Text.h"
 
@@ -16,8 +17,13 @@ constexpr std::wstring_view modemSection = L"Modem";
 }  // namespace
 
 GoldMineIniSetup::GoldMineIniSetup(Form& form, Macro& macro, const FileSystem& files,
-                                   IniFiles& iniFiles, MessageBoxes& boxes)
-    : form_(form), macro_(macro), files_(files), iniFiles_(iniFiles), boxes_(boxes) {}
+                                   IniFiles& iniFiles, StatusWriter& status, MessageBoxes& boxes)
+    : form_(form),
+      macro_(macro),
+      files_(files),
+      iniFiles_(iniFiles),
+      status_(status),
+      boxes_(boxes) {}
 
 bool GoldMineIniSetup::Run() {
     wroteValue_ = false;
@@ -36,22 +42,19 @@ bool GoldMineIniSetup::FindIniFiles() {
     if (!folder || folder->empty())
         folder = macro_.SysDir();
     if (!folder || folder->empty()) {
-        boxes_.Notify(L"Could not retrieve ProgramDataDir or SysDir", BoxIcon::Exclamation);
-        return false;
+        return Fail(L"Could not retrieve ProgramDataDir or SysDir", BoxIcon::Exclamation);
     }
     const auto user = macro_.UserName();
     if (!user) {
-        boxes_.Notify(L"Could not retrieve UserName", BoxIcon::Exclamation);
-        return false;
+        return Fail(L"Could not retrieve UserName", BoxIcon::Exclamation);
     }
     form_.GoldMineUserName = *user;
 
     const std::wstring userIniPath = Join(*folder, *user, L".INI");
     form_.txtGoldMineUserIniPath.setText(userIniPath);
     if (!files_.FileExists(userIniPath)) {
-        boxes_.Notify(Join(L"Could not find GoldMine <user>.INI file", lineBreak, userIniPath),
-                      BoxIcon::Exclamation);
-        return false;
+        return Fail(Join(L"Could not find GoldMine <user>.INI file", lineBreak, userIniPath),
+                    BoxIcon::Exclamation);
     }
     LearnWhetherNotesAreHTML(Join(*folder, L"GM.INI"));
     return true;
@@ -112,15 +115,26 @@ std::wstring GoldMineIniSetup::ReadModem(std::wstring_view key) const {
                                   form_.txtGoldMineUserIniPath.text());
 }
 
+bool GoldMineIniSetup::Fail(std::wstring_view text, BoxIcon icon) {
+    boxes_.Notify(text, icon);
+    WriteReason(text);
+    return false;
+}
+
+void GoldMineIniSetup::WriteReason(std::wstring_view text) {
+    status_.WriteStatus(ReplaceAll(text, lineBreak, L" "));
+}
+
 bool GoldMineIniSetup::WriteModem(std::wstring_view question, std::wstring_view key,
                                   std::wstring_view value, std::wstring_view failure) {
-    if (!boxes_.Confirm(question))
+    if (!boxes_.Confirm(question)) {
+        WriteReason(Join(L"Declined: ", question));
         return false;
+    }
     const std::wstring& userIniPath = form_.txtGoldMineUserIniPath.text();
     if (!iniFiles_.WriteIniValue(std::wstring(modemSection), std::wstring(key), std::wstring(value),
                                  userIniPath)) {
-        boxes_.Notify(Join(L"Failed to update ", userIniPath, failure));
-        return false;
+        return Fail(Join(L"Failed to update ", userIniPath, failure), BoxIcon::None);
     }
     wroteValue_ = true;
     return true;

@@ -10,13 +10,15 @@ class Form;
 class IniFiles;
 class Macro;
 class MessageBoxes;
+class StatusWriter;
+enum class BoxIcon;
 
 // Finds GoldMine's INI files, learns whether notes are HTML, and, with the user's consent at each
 // step, routes GoldMine's dialing to this program.
 class GoldMineIniSetup {
 public:
     GoldMineIniSetup(Form& form, Macro& macro, const FileSystem& files, IniFiles& iniFiles,
-                     MessageBoxes& boxes);
+                     StatusWriter& status, MessageBoxes& boxes);
 
     // True only when all is set up; a refused or failed step ends it at once.
     [[nodiscard]] bool Run();
@@ -28,6 +30,9 @@ private:
     bool DefineDialingInstruction();
     bool DialNumbersAsEntered();
 
+    // Tells why the set-up ends, in a box and a status line.
+    bool Fail(std::wstring_view text, BoxIcon icon);
+    void WriteReason(std::wstring_view text);
     [[nodiscard]] std::wstring ReadModem(std::wstring_view key) const;
     // Writes after the user's Yes; false when refused or failed.
     bool WriteModem(std::wstring_view question, std::wstring_view key, std::wstring_view value,
@@ -37,6 +42,7 @@ private:
     Macro& macro_;
     const FileSystem& files_;
     IniFiles& iniFiles_;
+    StatusWriter& status_;
     MessageBoxes& boxes_;
     bool wroteValue_ = false;
 };

@@ -21,8 +21,10 @@ void FileOpener::OpenGMINI() {
 
 void FileOpener::OpenLog() {
     Open(form_.txtLogPath, L"log file",
-         L"Log file does not exist. In the Advanced box to the left, check \"Write Status messages "
-         L"to a log file\".");
+         form_.chkWriteLog.checked()
+             ? L"Log file does not exist."
+             : L"Log file does not exist. In the Advanced box to the left, check \"Write Status "
+               L"messages to a log file\".");
 }
 
 void FileOpener::OpenPluginLog() {

@@ -62,14 +62,19 @@ bool GoldMineProcess::GetProcessImagePath(ProcessHandle handle, std::wstring& pa
 }
 
 bool GoldMineProcess::FindGoldMineExecutable() {
-    form_.GoldMineRunning = FindExecutable();
+    form_.GoldMineRunning =
+        NamedProcedure(L"FindGoldMineExecutable", [this] { return FindExecutable(); });
     return form_.GoldMineRunning;
 }
 
+std::optional<ProcessId> GoldMineProcess::RunningClient() const {
+    const auto id = IsProcessRunning(L"gmw.exe");
+    return id ? id : IsProcessRunning(L"gmw6.exe");
+}
+
 bool GoldMineProcess::FindExecutable() {
-    auto id = IsProcessRunning(L"gmw.exe");
-    if (!id)
-        id = IsProcessRunning(L"gmw6.exe");
+    const auto id = RunningClient();
+    clientFound_ = id.has_value();
     if (!id)
         return false;
 

@@ -21,6 +21,12 @@ public:
     // path as GoldMineExePath and in the Paths page.
     bool FindGoldMineExecutable();
 
+    // Whether the last check found a client, be its path readable or not.
+    [[nodiscard]] bool clientFound() const { return clientFound_; }
+
+    // The id of the client, asked of the system anew; nothing is shown or kept.
+    [[nodiscard]] std::optional<ProcessId> RunningClient() const;
+
     // The id of a process of this session with exactly that file name. Raises when the program's
     // own session cannot be determined.
     [[nodiscard]] std::optional<ProcessId> IsProcessRunning(std::wstring_view executableName) const;
@@ -36,6 +42,7 @@ private:
     Processes& processes_;
     StatusWriter& status_;
     MessageBoxes& boxes_;
+    bool clientFound_ = false;
 };
 
 }  // namespace corvane

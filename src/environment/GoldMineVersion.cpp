@@ -38,32 +38,51 @@ GoldMineVersion::GoldMineVersion(Form& form, Macro& macro, GoldMineIniSetup& ini
                                  StatusWriter& status, MessageBoxes& boxes)
     : form_(form), macro_(macro), iniSetup_(iniSetup), status_(status), boxes_(boxes) {}
 
+bool GoldMineVersion::Meet() {
+    if (met_)
+        return true;
+    bool versionOK = false;
+    if (!CheckGoldMineVersion(versionOK))
+        return false;
+    form_.GoldMineVersionOK = versionOK;
+    met_ = ApplyGoldMineVersion();
+    return met_;
+}
+
 bool GoldMineVersion::CheckGoldMineVersion(bool& versionOK) {
+    return NamedProcedure(L"CheckGoldMineVersion", [&] { return ReadVersion(versionOK); });
+}
+
+bool GoldMineVersion::ReadVersion(bool& versionOK) {
     versionOK = false;
     const auto version = macro_.Version();
-    if (!version) {
-        boxes_.Notify(L"Error retrieving GoldMine version.", BoxIcon::Exclamation);
-        return false;
-    }
+    if (!version)
+        return Fail(L"Error retrieving GoldMine version.");
     const auto recentEnough = IsRecentEnough(*version);
-    if (!recentEnough) {
-        boxes_.Notify(Join(L"Error parsing GoldMine version ", *version), BoxIcon::Exclamation);
-        return false;
-    }
+    if (!recentEnough)
+        return Fail(Join(L"Error parsing GoldMine version ", *version));
     versionOK = *recentEnough;
     status_.WriteStatus(Join(L"GoldMine version ", *version, L" detected."));
     return true;
 }
 
-bool GoldMineVersion::ApplyGoldMineVersion() {
-    if (form_.GoldMineVersionOK) {
-        RunAllEnablingRules(form_);
-        return iniSetup_.Run();
-    }
-    constexpr std::wstring_view tooOld = L"Corvane requires GoldMine 6.7 or later. Exiting.";
-    status_.WriteStatus(tooOld);
-    boxes_.Notify(tooOld);
+bool GoldMineVersion::Fail(std::wstring_view text) {
+    boxes_.Notify(text, BoxIcon::Exclamation);
+    status_.WriteStatus(text);
     return false;
+}
+
+bool GoldMineVersion::ApplyGoldMineVersion() {
+    return NamedProcedure(L"ApplyGoldMineVersion", [this] {
+        if (form_.GoldMineVersionOK) {
+            RunAllEnablingRules(form_);
+            return iniSetup_.Run();
+        }
+        constexpr std::wstring_view tooOld = L"Corvane requires GoldMine 6.7 or later. Exiting.";
+        status_.WriteStatus(tooOld);
+        boxes_.Notify(tooOld);
+        return false;
+    });
 }
 
 }  // namespace corvane

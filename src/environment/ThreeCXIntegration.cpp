@@ -3,6 +3,7 @@
 #include "seams/FileSystem.h"
 #include "seams/MessageBoxes.h"
 #include "seams/Shell.h"
+#include "seams/StatusWriter.h"
 #include "settings/cSimuIniFile.h"
 #include "ui/form/Form.h"
 #include "util/ProgramInfo.h"
@@ -52,12 +53,13 @@ cSimuIniFile LocalMachineStore(Registry& registry, const std::wstring& subkey,
 
 ThreeCXIntegration::ThreeCXIntegration(Form& form, const ProgramInfo& program, Registry& registry,
                                        const FileSystem& files, const Shell& shell,
-                                       MessageBoxes& boxes)
+                                       StatusWriter& status, MessageBoxes& boxes)
     : form_(form),
       program_(program),
       registry_(registry),
       files_(files),
       shell_(shell),
+      status_(status),
       boxes_(boxes) {}
 
 void ThreeCXIntegration::Discover() {
@@ -152,6 +154,8 @@ void ThreeCXIntegration::ShowPluginLog() {
 }
 
 void ThreeCXIntegration::ShowNoPlugin() {
+    form_.cmdChangeLogLevel.setEnabled(false);
+    form_.cmdOpenPluginLog.setEnabled(false);
     Fill(form_.txtCommandLineAPIPluginDLLPath, L"");
     Fill(form_.txtCommandLineAPILogLevel, L"");
     Fill(form_.txtCommandLineAPILogPath, L"");
@@ -202,8 +206,10 @@ void ThreeCXIntegration::ChangeLogLevel() {
     try {
         LocalMachineStore(registry_, subkey3CX, L"CRM")
             .WriteProfileString(logLevelValue, std::wstring(newLevel));
-    } catch (const RuntimeError&) {
+    } catch (const RuntimeError& error) {
         // A plain user may not write here: what is read back below shows that it did not take.
+        status_.WriteStatus(Join(L"Could not change 3CX Command Line API Plugin log level: ",
+                                 TrimBlanks(ReplaceAll(error.description, lineBreak, L" "))));
     }
     Fill(form_.txtCommandLineAPILogLevel, Read(subkey3CX, L"CRM", logLevelValue, L""));
     form_.SetFocus(form_.txtCommandLineAPILogLevel);

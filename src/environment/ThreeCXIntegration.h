@@ -9,6 +9,7 @@ class Form;
 class MessageBoxes;
 class Registry;
 class Shell;
+class StatusWriter;
 struct ProgramInfo;
 
 // Reads how GoldMine, 3CX and this program are wired together, shows it on the Paths and Registry
@@ -16,7 +17,8 @@ struct ProgramInfo;
 class ThreeCXIntegration {
 public:
     ThreeCXIntegration(Form& form, const ProgramInfo& program, Registry& registry,
-                       const FileSystem& files, const Shell& shell, MessageBoxes& boxes);
+                       const FileSystem& files, const Shell& shell, StatusWriter& status,
+                       MessageBoxes& boxes);
 
     void Discover();
 
@@ -45,6 +47,7 @@ private:
     Registry& registry_;
     const FileSystem& files_;
     const Shell& shell_;
+    StatusWriter& status_;
     MessageBoxes& boxes_;
 };
 

@@ -84,6 +84,10 @@ bool Succeeded(std::wstring_view reply, std::wstring_view call) {
     return reply.starts_with(SuccessPrefix(call));
 }
 
+bool Refused(std::wstring_view reply, std::wstring_view call) {
+    return reply.starts_with(Opening(call) + L"<status code=\"") && !Succeeded(reply, call);
+}
+
 std::wstring SuccessReply(std::wstring_view call, std::wstring_view value) {
     return Join(SuccessPrefix(call), value, L"</status>", closing);
 }

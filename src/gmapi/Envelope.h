@@ -34,6 +34,9 @@ private:
 // Whether a reply begins with the echo of the call and status code 1, letter case included.
 [[nodiscard]] bool Succeeded(std::wstring_view reply, std::wstring_view call);
 
+// Whether it begins with the echo of the call and another status code.
+[[nodiscard]] bool Refused(std::wstring_view reply, std::wstring_view call);
+
 // The whole reply of a command that answers success with a fixed text.
 [[nodiscard]] std::wstring SuccessReply(std::wstring_view call, std::wstring_view value);
 

@@ -6,6 +6,7 @@
 #include "seams/MessageBoxes.h"
 #include "seams/StatusWriter.h"
 #include "ui/form/Form.h"
+#include "ui/form/NumberIn.h"
 #include "util/RuntimeError.h"
 #include "util/Text.h"
 
@@ -48,25 +49,33 @@ std::wstring GMUI::GMUI_Execute(const std::wstring& command) {
                    error.number == ErrorNumber::RemoteProcedureCallFailed) {
             ReportConnectionLost(error);
         } else {
+            reportedError_.reset();
             error.source.insert(0, L"GMUI_Execute: ");
             throw;
         }
+        Remember(error);
         return {};
     }
 
+    reportedError_.reset();  // an event inside the command may have sent commands of its own
     const auto elapsed = static_cast<float>(clock_.Timer() - begin);
     const TextBox& threshold = form_.txtCOMDurationSeconds;
-    if (form_.chkLogCOMCalls.checked() &&
-        elapsed >= static_cast<float>(LongFromText(threshold.text()))) {
+    if (form_.chkLogCOMCalls.checked() && elapsed >= static_cast<float>(LongIn(threshold))) {
         status_.WriteStatus(Join(L"> COM command > ", threshold.text(), L" second(s) (",
                                  FormatSeconds(elapsed), L" seconds): '", command, L"'"));
     }
     return reply;
 }
 
-std::wstring GMUI::SelectNode(const std::wstring& reply, const std::wstring& expression,
-                              NodeForm form) const {
-    return reader_.SelectNode(reply, expression, form);
+std::wstring GMUI::SelectNode(const std::wstring& reply, const std::wstring& expression) const {
+    return reader_.SelectNode(reply, expression, NodeForm::Text, WhiteSpace::ReadersOwn)
+        .value_or(std::wstring());
+}
+
+std::optional<std::wstring> GMUI::SelectNodeAsItStands(const std::wstring& reply,
+                                                       const std::wstring& expression,
+                                                       NodeForm form) const {
+    return reader_.SelectNode(reply, expression, form, WhiteSpace::Kept);
 }
 
 std::wstring GMUI::StatusValue(const std::wstring& reply) const {
@@ -80,13 +89,23 @@ void GMUI::Release() noexcept {
 bool GMUI::EnsureObject() {
     if (goldMine_.connected())
         return true;
+    if (clientRuns_ && !clientRuns_()) {
+        Remember(MakeRuntimeError(ErrorNumber::RemoteServerUnavailable));
+        return false;
+    }
     try {
         goldMine_.Connect();
         return true;
     } catch (const RuntimeError& error) {
         ReportNoObject(error);
+        Remember(error);
         return false;
     }
+}
+
+void GMUI::Remember(const RuntimeError& error) {
+    reportedError_ = error;
+    reportedError_->reported = true;
 }
 
 void GMUI::ReportNoObject(const RuntimeError& error) {

@@ -1,9 +1,13 @@
 #pragma once
 
+#include <functional>
+#include <optional>
 #include <string>
+#include <utility>
 
 #include "seams/GoldMine.h"
 #include "seams/XPathReader.h"
+#include "util/RuntimeError.h"
 
 namespace corvane {
 
@@ -11,7 +15,6 @@ class Clock;
 class Form;
 class MessageBoxes;
 class StatusWriter;
-struct RuntimeError;
 
 // The one road to GoldMine: sends a command, times it, tells the user when GoldMine cannot be
 // reached.
@@ -25,18 +28,33 @@ public:
     // with "GMUI_Execute: " before their source.
     [[nodiscard]] std::wstring GMUI_Execute(const std::wstring& command);
 
-    // One node of a reply, see XPathReader.
-    [[nodiscard]] std::wstring SelectNode(const std::wstring& reply, const std::wstring& expression,
-                                          NodeForm form = NodeForm::Text) const;
+    // The text of one node of a reply; empty when there is none or the reply is not XML.
+    [[nodiscard]] std::wstring SelectNode(const std::wstring& reply,
+                                          const std::wstring& expression) const;
+
+    // One node with its white space as it stands; nothing when the reply is not XML.
+    [[nodiscard]] std::optional<std::wstring> SelectNodeAsItStands(const std::wstring& reply,
+                                                                   const std::wstring& expression,
+                                                                   NodeForm form) const;
+
+    // The error of the last command that the user was told of; nothing when there was none.
+    [[nodiscard]] const std::optional<RuntimeError>& reportedError() const {
+        return reportedError_;
+    }
 
     // The unescaped text of a reply's status element.
     [[nodiscard]] std::wstring StatusValue(const std::wstring& reply) const;
+
+    // From now on the object is created only while a client runs, which the function tells:
+    // creating it would start one. Set at the end of the program, by those who know of processes.
+    void ConnectOnlyWhile(std::function<bool()> clientRuns) { clientRuns_ = std::move(clientRuns); }
 
     // Lets the automation object go; the next command creates it afresh.
     void Release() noexcept;
 
 private:
     bool EnsureObject();
+    void Remember(const RuntimeError& error);
     void ReportNoObject(const RuntimeError& error);
     void ReportNotLoggedIn(const RuntimeError& error);
     void ReportConnectionLost(const RuntimeError& error);
@@ -47,6 +65,8 @@ private:
     StatusWriter& status_;
     MessageBoxes& boxes_;
     Clock& clock_;
+    std::optional<RuntimeError> reportedError_;
+    std::function<bool()> clientRuns_;
 };
 
 }  // namespace corvane

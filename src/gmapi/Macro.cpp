@@ -20,6 +20,13 @@ std::optional<std::wstring> Macro::Value(std::wstring_view name) {
     return gmui_.StatusValue(*reply);
 }
 
+std::optional<std::wstring> Macro::AccountNo() {
+    auto account = Value(L"Contact1->AccountNo");
+    if (account && TrimBlanks(*account).empty())
+        account.reset();
+    return account;
+}
+
 std::optional<std::wstring> Macro::SysInfo(std::wstring_view itemName) {
     const auto reply = Run(L"&SysInfo");
     if (!reply)

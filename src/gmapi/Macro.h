@@ -19,6 +19,8 @@ public:
     [[nodiscard]] std::optional<std::wstring> Version() { return Value(L"&Version"); }
     [[nodiscard]] std::optional<std::wstring> ProgramDataDir() { return Value(L"&ProgramDataDir"); }
     [[nodiscard]] std::optional<std::wstring> SysDir() { return Value(L"&SysDir"); }
+    // The open record's account; nothing as well when it is empty, which is no account.
+    [[nodiscard]] std::optional<std::wstring> AccountNo();
     [[nodiscard]] std::optional<std::wstring> UserName() { return Value(L"&UserName"); }
     // One item of GoldMine's system information; the name goes into the expression as given.
     [[nodiscard]] std::optional<std::wstring> SysInfo(std::wstring_view itemName);

@@ -60,18 +60,29 @@ bool WindowCommands::RegisterWindowUpDown(std::wstring_view window, bool monitor
 std::wstring WindowCommands::GetControlText(std::wstring_view windowHandle,
                                             std::wstring_view controlId) {
     try {
-        const std::wstring reply = gmui_.GMUI_Execute(EmptyCommand(L"GetActiveWindowsList"));
-        const std::wstring window =
-            gmui_.SelectNode(reply,
-                             Join(L"(/GMAPI/data[@name='WindowsList']/data[@name='window']/"
-                                  L"data[@name='hWnd'][.=",
-                                  windowHandle, L"])/.."),
-                             NodeForm::Xml);
-        if (window.empty())
+        constexpr std::wstring_view call = L"GetActiveWindowsList";
+        const std::wstring reply = gmui_.GMUI_Execute(EmptyCommand(call));
+        if (gmui_.reportedError())
+            throw *gmui_.reportedError();
+        const auto window = gmui_.SelectNodeAsItStands(
+            reply,
+            Join(L"(/GMAPI/data[@name='WindowsList']/data[@name='window']/"
+                 L"data[@name='hWnd'][.=",
+                 windowHandle, L"])/.."),
+            NodeForm::Xml);
+        if (!window || Refused(reply, call)) {
+            RuntimeError error = MakeRuntimeError(ErrorNumber::TypeMismatch);
+            error.description = Join(call, L" returned no readable list.");
+            throw error;
+        }
+        if (window->empty())
             return {};
-        return Unescape(gmui_.SelectNode(
-            window, Join(L"/data[@name='window']/data[@name='Controls']/data/data[@name='ID'][.=",
-                         controlId, L"]/../data[@name='Text']")));
+        const auto text = gmui_.SelectNodeAsItStands(
+            *window,
+            Join(L"/data[@name='window']/data[@name='Controls']/data/data[@name='ID'][.=",
+                 controlId, L"]/../data[@name='Text']"),
+            NodeForm::Text);
+        return Unescape(text.value_or(std::wstring()));
     } catch (RuntimeError& error) {
         error.source.insert(0, L"GMUI_GetControlText: ");
         throw;

@@ -26,8 +26,10 @@ public:
     // Turns GoldMine's report about a window on or off.
     [[nodiscard]] bool RegisterWindowUpDown(std::wstring_view window, bool monitor);
 
-    // A control's text in an open GoldMine window; empty when the window or the control is not
-    // listed. Errors are raised with "GMUI_GetControlText: " before their source.
+    // A control's text in an open GoldMine window, white space as it stands; empty when the window
+    // or the control is not listed. A list that could not be had is an error and no empty text: the
+    // one that was reported, else error 13. Errors are raised with "GMUI_GetControlText: " before
+    // their source.
     [[nodiscard]] std::wstring GetControlText(std::wstring_view windowHandle,
                                               std::wstring_view controlId);
     // The text goes into the command as it is: the caller has escaped what needs it.

@@ -35,28 +35,29 @@ ComPtr<IXMLDOMDocument2> NewDocument() {
 
 }  // namespace
 
-std::wstring MsxmlXPathReader::SelectNode(const std::wstring& reply, const std::wstring& expression,
-                                          NodeForm form) const {
+std::optional<std::wstring> MsxmlXPathReader::SelectNode(const std::wstring& reply,
+                                                         const std::wstring& expression,
+                                                         NodeForm form, WhiteSpace space) const {
     const ComPtr<IXMLDOMDocument2> document = NewDocument();
     ThrowIfFailed(document->put_async(VARIANT_FALSE));
-    // Blanks and line breaks at the ends of a text are the user's: notes must survive a round trip.
-    ThrowIfFailed(document->put_preserveWhiteSpace(VARIANT_TRUE));
+    if (space == WhiteSpace::Kept)
+        ThrowIfFailed(document->put_preserveWhiteSpace(VARIANT_TRUE));
     VARIANT_BOOL loaded = VARIANT_FALSE;
     ThrowIfFailed(document->loadXML(Bstr(reply).get(), &loaded));
     if (loaded == VARIANT_FALSE)
-        return {};
+        return std::nullopt;
     Variant language(std::wstring_view(L"XPath"));
     ThrowIfFailed(document->setProperty(Bstr(L"SelectionLanguage").get(), *language.get()));
 
     ComPtr<IXMLDOMElement> element;
     ThrowIfFailed(document->get_documentElement(element.GetAddressOf()));
     if (!element)
-        return {};
+        return std::nullopt;
     ComPtr<IXMLDOMNode> node;
     const HRESULT selected = element->selectSingleNode(Bstr(expression).get(), node.GetAddressOf());
     ThrowIfFailed(selected);
     if (!node)
-        return {};
+        return std::wstring();
     Bstr text;
     ThrowIfFailed(form == NodeForm::Text ? node->get_text(text.put()) : node->get_xml(text.put()));
     return text.text();

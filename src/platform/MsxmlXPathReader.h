@@ -7,8 +7,10 @@ namespace corvane {
 // MSXML's DOM with XPath. A fresh document per call: replies are read once.
 class MsxmlXPathReader final : public XPathReader {
 public:
-    [[nodiscard]] std::wstring SelectNode(const std::wstring& reply, const std::wstring& expression,
-                                          NodeForm form) const override;
+    [[nodiscard]] std::optional<std::wstring> SelectNode(const std::wstring& reply,
+                                                         const std::wstring& expression,
+                                                         NodeForm form,
+                                                         WhiteSpace space) const override;
 };
 
 }  // namespace corvane

@@ -40,6 +40,10 @@ std::int32_t LongFromText(std::wstring_view text) {
     return ConvertOrThrow<LONG>(text, &VarI4FromStr);
 }
 
+std::int64_t LongLongFromText(std::wstring_view text) {
+    return ConvertOrThrow<LONG64>(text, &VarI8FromStr);
+}
+
 double DoubleFromText(std::wstring_view text) {
     return ConvertOrThrow<DOUBLE>(text, &VarR8FromStr);
 }

@@ -12,9 +12,8 @@ namespace {
 // A starter may have named the program by \\?\C:\...; users and the registry write C:\...
 std::wstring WithoutVerbatimPrefix(std::wstring path) {
     constexpr std::wstring_view prefix = L"\\\\?\\";
-    if (path.starts_with(prefix) && path.size() > 5 && path[5] == L':') {
+    if (path.starts_with(prefix) && path.size() > 5 && path[5] == L':')
         path.erase(0, prefix.size());
-    }
     return path;
 }
 

@@ -3,16 +3,10 @@
 #include <array>
 
 #include "platform/kit/AnsiText.h"
-#include "platform/kit/Windows.h"
 
 #include <tlhelp32.h>
 
 namespace corvane {
-
-WindowsProcesses::~WindowsProcesses() {
-    for (HANDLE process : opened_)
-        CloseHandle(process);
-}
 
 ProcessId WindowsProcesses::OwnProcessId() const {
     return GetCurrentProcessId();
@@ -27,27 +21,25 @@ SystemResult<std::uint32_t> WindowsProcesses::SessionOf(ProcessId id) const {
 
 std::vector<ProcessEntry> WindowsProcesses::Snapshot() const {
     std::vector<ProcessEntry> processes;
-    const HANDLE snapshot = CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
-    if (snapshot == INVALID_HANDLE_VALUE)
-        return processes;
+    const UniqueHandle snapshot(CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0));
     PROCESSENTRY32W entry{};
     entry.dwSize = sizeof(entry);
-    for (BOOL more = Process32FirstW(snapshot, &entry); more;
-         more = Process32NextW(snapshot, &entry)) {
+    for (BOOL more = snapshot && Process32FirstW(snapshot.get(), &entry); more;
+         more = Process32NextW(snapshot.get(), &entry)) {
         processes.push_back(
             {entry.th32ProcessID, std::wstring(entry.szExeFile, std::size(entry.szExeFile))});
         entry.dwSize = sizeof(entry);
     }
-    CloseHandle(snapshot);
     return processes;
 }
 
 SystemResult<ProcessHandle> WindowsProcesses::OpenForQuery(ProcessId id) {
-    const HANDLE process = OpenProcess(PROCESS_QUERY_INFORMATION, FALSE, id);
+    UniqueHandle process(OpenProcess(PROCESS_QUERY_INFORMATION, FALSE, id));
     if (!process)
         return {std::nullopt, GetLastError()};
-    opened_.push_back(process);
-    return {static_cast<ProcessHandle>(reinterpret_cast<LONG_PTR>(process)), 0};
+    const auto handle = reinterpret_cast<LONG_PTR>(process.get());
+    opened_.push_back(std::move(process));
+    return {static_cast<ProcessHandle>(handle), 0};
 }
 
 std::optional<std::wstring> WindowsProcesses::ImagePath(ProcessHandle handle) const {
@@ -71,8 +63,8 @@ bool WindowsProcesses::StartHidden(const std::wstring& commandLine) {
                         nullptr, &startup, &process)) {
         return false;
     }
-    CloseHandle(process.hThread);
-    CloseHandle(process.hProcess);
+    const UniqueHandle thread(process.hThread);
+    const UniqueHandle started(process.hProcess);
     return true;
 }
 

@@ -2,17 +2,13 @@
 
 #include <vector>
 
+#include "platform/kit/Handles.h"
 #include "seams/Processes.h"
 
 namespace corvane {
 
 class WindowsProcesses final : public Processes {
 public:
-    WindowsProcesses() = default;
-    ~WindowsProcesses() override;
-    WindowsProcesses(const WindowsProcesses&) = delete;
-    WindowsProcesses& operator=(const WindowsProcesses&) = delete;
-
     [[nodiscard]] ProcessId OwnProcessId() const override;
     [[nodiscard]] SystemResult<std::uint32_t> SessionOf(ProcessId id) const override;
     [[nodiscard]] std::vector<ProcessEntry> Snapshot() const override;
@@ -21,7 +17,7 @@ public:
     [[nodiscard]] bool StartHidden(const std::wstring& commandLine) override;
 
 private:
-    std::vector<void*> opened_;
+    std::vector<UniqueHandle> opened_;
 };
 
 }  // namespace corvane

@@ -1,6 +1,7 @@
 #include "platform/cRegistry.h"
 
 #include <array>
+#include <utility>
 
 #include "platform/kit/AnsiText.h"
 #include "platform/kit/Windows.h"
@@ -18,6 +19,37 @@ HKEY NativeKey(RegistryHandle handle) {
 
 RegistryHandle HandleOf(HKEY key) {
     return static_cast<RegistryHandle>(reinterpret_cast<LONG_PTR>(key));
+}
+
+// For messages; empty for another key than these.
+std::wstring RootKeyName(RegistryHandle handle) {
+    using Named = std::pair<RegistryHandle, const wchar_t*>;
+    for (const auto& [root, name] : {Named{RegistryRoot::classesRoot, L"HKEY_CLASSES_ROOT\\"},
+                                     Named{RegistryRoot::currentUser, L"HKEY_CURRENT_USER\\"},
+                                     Named{RegistryRoot::localMachine, L"HKEY_LOCAL_MACHINE\\"},
+                                     Named{RegistryRoot::users, L"HKEY_USERS\\"}}) {
+        if (root == handle)
+            return name;
+    }
+    return {};
+}
+
+// For messages; empty for another mask than these.
+std::wstring AccessName(std::uint32_t mask) {
+    using Named = std::pair<std::uint32_t, const wchar_t*>;
+    for (const auto& [access, name] :
+         {Named{RegistryAccess::queryValue, L"QUERY_VALUE"},
+          Named{RegistryAccess::setValue, L"SET_VALUE"},
+          Named{RegistryAccess::createSubKey, L"CREATE_SUB_KEY"},
+          Named{RegistryAccess::write, L"WRITE"},
+          Named{RegistryAccess::enumerateSubKeys, L"ENUMERATE_SUB_KEYS"},
+          Named{RegistryAccess::notify, L"NOTIFY"}, Named{RegistryAccess::read, L"READ"},
+          Named{RegistryAccess::createLink, L"CREATE_LINK"},
+          Named{RegistryAccess::allAccess, L"ALL_ACCESS"}}) {
+        if (access == mask)
+            return name;
+    }
+    return {};
 }
 
 }  // namespace
@@ -51,17 +83,15 @@ RegistryStatus cRegistry::Closekey(RegistryHandle key) {
 
 RegistryStatus cRegistry::DeleteKey(RegistryHandle key, const std::wstring& subKey) {
     const RegistryStatus status = RegDeleteKeyA(NativeKey(key), AnsiFromText(subKey).c_str());
-    if (status != ERROR_SUCCESS) {
+    if (status != ERROR_SUCCESS)
         RaiseRegistryError(Join(L"RegDeleteKey of subkey '", subKey, L"'"), status);
-    }
     return status;
 }
 
 RegistryStatus cRegistry::DeleteValue(RegistryHandle key, const std::wstring& valueName) {
     const RegistryStatus status = RegDeleteValueA(NativeKey(key), AnsiFromText(valueName).c_str());
-    if (status != ERROR_SUCCESS) {
+    if (status != ERROR_SUCCESS)
         RaiseRegistryError(Join(L"RegDeleteValue of ValueName '", valueName, L"'"), status);
-    }
     return status;
 }
 
@@ -92,9 +122,8 @@ RegistryStatus cRegistry::QueryValue(RegistryHandle key, const std::wstring& val
     const RegistryStatus status = RegQueryValueExA(NativeKey(key), AnsiFromText(valueName).c_str(),
                                                    reserved ? &reservedWord : nullptr, &kind,
                                                    reinterpret_cast<BYTE*>(buffer.data()), &bytes);
-    if (status != ERROR_SUCCESS && status != ERROR_MORE_DATA) {
+    if (status != ERROR_SUCCESS && status != ERROR_MORE_DATA)
         RaiseRegistryError(Join(L"RegQueryValueEx of ValueName '", valueName, L"'"), status);
-    }
     type = kind;
     size = bytes;
     data = TextFromAnsi(buffer);
@@ -105,7 +134,10 @@ RegistryStatus cRegistry::SetValue(RegistryHandle key, const std::wstring& value
                                    std::uint32_t reserved, std::uint32_t type,
                                    const std::wstring& data, std::uint32_t size) {
     std::string bytes = AnsiFromText(data);
-    // In a multi-byte code page the size in characters may differ from the bytes there are.
+    // Who gives the whole text means all of its bytes: a double-byte code page makes more of them
+    // than there are characters.
+    if (size == data.size())
+        size = static_cast<std::uint32_t>(bytes.size());
     if (bytes.size() < size)
         bytes.resize(size, '\0');
     const RegistryStatus status =
@@ -116,46 +148,6 @@ RegistryStatus cRegistry::SetValue(RegistryHandle key, const std::wstring& value
             Join(L"RegSetValueEx of ValueName '", valueName, L"' to value '", data, L"'"), status);
     }
     return status;
-}
-
-std::wstring cRegistry::RootKeyName(RegistryHandle handle) {
-    switch (handle) {
-        case RegistryRoot::classesRoot:
-            return L"HKEY_CLASSES_ROOT\\";
-        case RegistryRoot::currentUser:
-            return L"HKEY_CURRENT_USER\\";
-        case RegistryRoot::localMachine:
-            return L"HKEY_LOCAL_MACHINE\\";
-        case RegistryRoot::users:
-            return L"HKEY_USERS\\";
-        default:
-            return L"";
-    }
-}
-
-std::wstring cRegistry::AccessName(std::uint32_t mask) {
-    switch (mask) {
-        case RegistryAccess::queryValue:
-            return L"QUERY_VALUE";
-        case RegistryAccess::setValue:
-            return L"SET_VALUE";
-        case RegistryAccess::createSubKey:
-            return L"CREATE_SUB_KEY";
-        case RegistryAccess::write:
-            return L"WRITE";
-        case RegistryAccess::enumerateSubKeys:
-            return L"ENUMERATE_SUB_KEYS";
-        case RegistryAccess::notify:
-            return L"NOTIFY";
-        case RegistryAccess::read:
-            return L"READ";
-        case RegistryAccess::createLink:
-            return L"CREATE_LINK";
-        case RegistryAccess::allAccess:
-            return L"ALL_ACCESS";
-        default:
-            return L"";
-    }
 }
 
 void cRegistry::RaiseRegistryError(const std::wstring& context, RegistryStatus status) {

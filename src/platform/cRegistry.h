@@ -25,8 +25,6 @@ public:
                             std::uint32_t size) override;
 
 private:
-    static std::wstring RootKeyName(RegistryHandle handle);
-    static std::wstring AccessName(std::uint32_t mask);
     [[noreturn]] static void RaiseRegistryError(const std::wstring& context, RegistryStatus status);
     static std::wstring SystemErrorText(RegistryStatus status);
 };

@@ -1,11 +1,8 @@
 #include "platform/modFile.h"
 
-#include <memory>
-#include <type_traits>
-
 #include "platform/kit/AnsiText.h"
 #include "platform/kit/ComError.h"
-#include "platform/kit/Windows.h"
+#include "platform/kit/Handles.h"
 #include "util/RecordingCandidate.h"
 #include "util/RuntimeError.h"
 #include "util/Text.h"
@@ -15,16 +12,6 @@
 namespace corvane {
 
 namespace {
-
-struct CloseHandleLater {
-    void operator()(HANDLE handle) const { CloseHandle(handle); }
-};
-using UniqueHandle = std::unique_ptr<std::remove_pointer_t<HANDLE>, CloseHandleLater>;
-
-struct FindCloseLater {
-    void operator()(HANDLE handle) const { FindClose(handle); }
-};
-using UniqueFind = std::unique_ptr<std::remove_pointer_t<HANDLE>, FindCloseLater>;
 
 [[noreturn]] void ThrowLastError() {
     const DWORD code = GetLastError();
@@ -40,23 +27,17 @@ using UniqueFind = std::unique_ptr<std::remove_pointer_t<HANDLE>, FindCloseLater
 // instance that hangs keeps the others waiting for a moment only.
 class AppendTurn {
 public:
-    AppendTurn() : mutex_(CreateMutexW(nullptr, FALSE, L"Local\\CorvaneTo3CX.AppendToFile")) {
+    AppendTurn() {
         constexpr DWORD longestWaitMilliseconds = 100;
-        if (mutex_) {
-            const DWORD answer = WaitForSingleObject(mutex_.get(), longestWaitMilliseconds);
-            owned_ = answer == WAIT_OBJECT_0 || answer == WAIT_ABANDONED;
-        }
-    }
-    AppendTurn(const AppendTurn&) = delete;
-    AppendTurn& operator=(const AppendTurn&) = delete;
-    ~AppendTurn() {
-        if (owned_)
-            ReleaseMutex(mutex_.get());
+        // Fails where there is no mutex: a line out of turn is better than none.
+        const DWORD answer = WaitForSingleObject(mutex_.get(), longestWaitMilliseconds);
+        if (answer == WAIT_OBJECT_0 || answer == WAIT_ABANDONED)
+            hold_ = UniqueMutexHold(mutex_.get());
     }
 
 private:
-    UniqueHandle mutex_;
-    bool owned_ = false;
+    UniqueHandle mutex_{CreateMutexW(nullptr, FALSE, L"Local\\CorvaneTo3CX.AppendToFile")};
+    UniqueMutexHold hold_;  // ends before the mutex is closed
 };
 
 bool Attributes(const std::wstring& path, DWORD& attributes) {
@@ -79,70 +60,52 @@ double LocalAutomationDate(const FILETIME& utc) {
 
 }  // namespace
 
-bool FileExists(const std::wstring& path) {
+bool modFile::FileExists(const std::wstring& path) const {
     DWORD attributes = 0;
     return Attributes(path, attributes) && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
 }
 
-bool FolderExists(const std::wstring& path) {
+bool modFile::FolderExists(const std::wstring& path) const {
     DWORD attributes = 0;
     return Attributes(path, attributes) && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
 
-void AppendToFile(const std::wstring& path, std::wstring_view text) {
-    const HANDLE opened =
-        CreateFileW(path.c_str(), FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
-                    OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (opened == INVALID_HANDLE_VALUE)
+void modFile::AppendToFile(const std::wstring& path, const std::wstring& text) {
+    const UniqueHandle file(CreateFileW(path.c_str(), FILE_APPEND_DATA,
+                                        FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_ALWAYS,
+                                        FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (!file)
         ThrowLastError();
-    const UniqueHandle file(opened);
     const std::string ansi = AnsiFromText(text);
     const AppendTurn turn;
     DWORD written = 0;
-    if (!WriteFile(file.get(), ansi.data(), static_cast<DWORD>(ansi.size()), &written, nullptr)) {
+    if (!WriteFile(file.get(), ansi.data(), static_cast<DWORD>(ansi.size()), &written, nullptr))
         ThrowLastError();
-    }
-}
-
-NewestFile GetNewestFileInFolder(const std::wstring& folder, const std::wstring& pattern,
-                                 std::uint32_t attributeMask) {
-    NewestCandidate newest;
-    WIN32_FIND_DATAW entry;
-    const HANDLE search = FindFirstFileW((AddTrailingBackslash(folder) + pattern).c_str(), &entry);
-    if (search != INVALID_HANDLE_VALUE) {
-        const UniqueFind owner(search);
-        do {
-            const std::wstring_view nameField(entry.cFileName, std::size(entry.cFileName));
-            if (!IsCandidate(nameField, entry.dwFileAttributes, attributeMask))
-                continue;
-            newest.Meet(nameField, ULARGE_INTEGER{{entry.ftLastWriteTime.dwLowDateTime,
-                                                   entry.ftLastWriteTime.dwHighDateTime}}
-                                       .QuadPart);
-        } while (FindNextFileW(search, &entry));
-    }
-    const ULARGE_INTEGER time{.QuadPart = newest.time};
-    return {newest.name, LocalAutomationDate({time.LowPart, time.HighPart}), newest.count};
-}
-
-bool modFile::FileExists(const std::wstring& path) const {
-    return corvane::FileExists(path);
-}
-
-bool modFile::FolderExists(const std::wstring& path) const {
-    return corvane::FolderExists(path);
-}
-
-bool modFile::MakeFolder(const std::wstring& path) {
-    return CreateDirectoryW(path.c_str(), nullptr) || corvane::FolderExists(path);
-}
-
-void modFile::AppendToFile(const std::wstring& path, const std::wstring& text) {
-    corvane::AppendToFile(path, text);
 }
 
 NewestFile modFile::GetNewestFileInFolder(const std::wstring& folder, const std::wstring& pattern,
                                           std::uint32_t attributeMask) const {
-    return corvane::GetNewestFileInFolder(folder, pattern, attributeMask);
+    NewestCandidate newest;
+    WIN32_FIND_DATAW entry;
+    const UniqueFind search(
+        FindFirstFileW((AddTrailingBackslash(folder) + pattern).c_str(), &entry));
+    for (bool more(search); more; more = FindNextFileW(search.get(), &entry)) {
+        const std::wstring_view nameField(entry.cFileName, std::size(entry.cFileName));
+        if (!IsCandidate(nameField, entry.dwFileAttributes, attributeMask))
+            continue;
+        newest.Meet(nameField, ULARGE_INTEGER{{entry.ftLastWriteTime.dwLowDateTime,
+                                               entry.ftLastWriteTime.dwHighDateTime}}
+                                   .QuadPart);
+    }
+    // The walk may also end because the folder went away.
+    const bool complete = !search || GetLastError() == ERROR_NO_MORE_FILES;
+    const ULARGE_INTEGER time{.QuadPart = newest.time};
+    return {newest.name, LocalAutomationDate({time.LowPart, time.HighPart}), newest.count,
+            complete};
+}
+
+bool modFile::MakeFolder(const std::wstring& path) {
+    return CreateDirectoryW(path.c_str(), nullptr) || FolderExists(path);
 }
 
 }  // namespace corvane

@@ -11,6 +11,7 @@ namespace corvane {
 
 [[nodiscard]] std::int16_t IntegerFromText(std::wstring_view text);
 [[nodiscard]] std::int32_t LongFromText(std::wstring_view text);
+[[nodiscard]] std::int64_t LongLongFromText(std::wstring_view text);
 [[nodiscard]] double DoubleFromText(std::wstring_view text);
 // "True" and "False" in any letter case, or a number (0 is false).
 [[nodiscard]] bool BooleanFromText(std::wstring_view text);

@@ -9,6 +9,7 @@ struct NewestFile {
     std::wstring name;    // without the folder; empty when no file qualified
     double modified = 0;  // automation date in local time; looked at only with a name
     std::int32_t filesSeen = 0;
+    bool complete = true;  // false: the folder went away while it was read
 };
 
 // What the program asks of files and folders; modFile is the real thing.
@@ -21,7 +22,7 @@ public:
     virtual bool MakeFolder(const std::wstring& path) = 0;
     // Appends the text as given; creates the file when missing. Raises run-time errors.
     virtual void AppendToFile(const std::wstring& path, const std::wstring& text) = 0;
-    // The most recently modified file that matches; a folder that cannot be read has none.
+    // The most recently modified file that matches; a folder that cannot be listed has none.
     [[nodiscard]] virtual NewestFile GetNewestFileInFolder(const std::wstring& folder,
                                                            const std::wstring& pattern,
                                                            std::uint32_t attributeMask) const = 0;

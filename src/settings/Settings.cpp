@@ -6,10 +6,18 @@
 #include "settings/OptionText.h"
 #include "settings/SettingsCatalogue.h"
 #include "ui/form/Form.h"
+#include "util/RuntimeError.h"
+#include "util/Text.h"
 
 namespace corvane {
 
 namespace {
+
+void LoadOption(Control& option, cSimuIniFile& store) {
+    NamedProcedure(option.name(), [&] {
+        SetOptionFromText(option, store.ReadProfileString(option.name(), option.tag()));
+    });
+}
 
 // What GoldMine is too old for: of a group, another member is selected instead.
 void SwitchOff(const Form& form, Control& option) {
@@ -23,16 +31,28 @@ void SwitchOff(const Form& form, Control& option) {
 
 }  // namespace
 
+// The registry keeps texts in the system's code page, which does not hold every character.
+void Settings::SaveOption(const Control& option, cSimuIniFile& store) {
+    NamedProcedure(option.name(), [&] {
+        const std::wstring text = OptionText(option);
+        store.WriteProfileString(option.name(), text);
+        if (store.ReadProfileString(option.name(), L"") != text) {
+            status_.WriteStatus(Join(L"Setting ", option.name(),
+                                     L" holds characters that cannot be saved; they were saved as "
+                                     L"\"?\"."));
+        }
+    });
+}
+
 Settings::Settings(Form& form, Registry& registry, StatusWriter& status, MessageBoxes& boxes)
     : form_(form), registry_(registry), status_(status), boxes_(boxes) {}
 
 void Settings::LoadSettings() {
-    cSimuIniFile store = OwnSettingsStore(registry_);
-    for (const std::size_t row : savedOptions) {
-        Control& option = *form_.controls()[row];
-        if (&option != &form_.chkWriteLog)  // the log has loaded it
-            SetOptionFromText(option, store.ReadProfileString(option.name(), option.tag()));
-    }
+    NamedProcedure(L"LoadSettings", [this] {
+        cSimuIniFile store = OwnSettingsStore(registry_);
+        for (const std::size_t row : savedOptions)
+            LoadOption(*form_.controls()[row], store);
+    });
     form_.SettingsDirty = false;
 }
 
@@ -43,11 +63,12 @@ bool Settings::SaveSettings() {
         form_.SetFocus(form_.txtLinkedItemPath);
         return false;
     }
-    cSimuIniFile store = OwnSettingsStore(registry_);
-    for (const std::size_t row : savedOptions) {
-        const Control& option = *form_.controls()[row];
-        store.WriteProfileString(option.name(), OptionText(option));
-    }
+    NamedProcedure(L"SaveSettings", [this] {
+        cSimuIniFile store = OwnSettingsStore(registry_);
+        for (const std::size_t row : savedOptions)
+            SaveOption(*form_.controls()[row], store);
+        SaveOption(form_.chkWriteLog, store);
+    });
     status_.WriteStatus(L"Settings saved.");
     form_.SettingsDirty = false;
     return true;

@@ -2,10 +2,12 @@
 
 namespace corvane {
 
+class Control;
 class Form;
 class MessageBoxes;
 class Registry;
 class StatusWriter;
+class cSimuIniFile;
 
 // The user's options between the registry and the form's controls. The call logic reads the
 // controls only.
@@ -25,6 +27,8 @@ public:
     void RestoreDefaults();
 
 private:
+    void SaveOption(const Control& option, cSimuIniFile& store);
+
     Form& form_;
     Registry& registry_;
     StatusWriter& status_;

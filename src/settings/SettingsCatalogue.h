@@ -30,10 +30,8 @@ consteval auto OptionsInOrder() {
 }  // namespace catalogue_detail
 
 // Rows of the catalogue. An entry's name is its control's name; kind, default and caption stand
-// with the control.
-//
-// The last of the saved ones, chkWriteLog, is loaded by the log before all others, so that the
-// lines of loading are already logged as configured.
+// with the control. chkWriteLog is not among the saved ones: the log loads it before all others, so
+// that the lines of loading are already logged as configured, and it is stored behind them.
 inline constexpr auto savedOptions = catalogue_detail::OptionsInOrder<&Kept::saved>();
 
 // The options that Restore Defaults sets. The master switch is left as it is.

@@ -1,10 +1,44 @@
 #include "settings/cSimuIniFile.h"
 
+#include <utility>
+
 #include "seams/Conversions.h"
 #include "util/RuntimeError.h"
 #include "util/Text.h"
 
 namespace corvane {
+
+namespace {
+
+// A key that was opened or created, closed at the end of its access.
+class OpenKey {
+public:
+    OpenKey(Registry& registry, RegistryHandle root, const std::wstring& path, std::uint32_t access)
+        : registry_(registry) {
+        std::uint32_t disposition = 0;
+        registry_.CreateKey(root, path, 0, L"", 0, access, key_, disposition);
+    }
+    ~OpenKey() {
+        if (key_ == RegistryRoot::none)
+            return;
+        try {
+            Close();
+        } catch (const RuntimeError&) {
+            // Another error is on its way and says more.
+        }
+    }
+    OpenKey(const OpenKey&) = delete;
+    OpenKey& operator=(const OpenKey&) = delete;
+
+    [[nodiscard]] RegistryHandle get() const { return key_; }
+    void Close() { registry_.Closekey(std::exchange(key_, RegistryRoot::none)); }
+
+private:
+    Registry& registry_;
+    RegistryHandle key_ = RegistryRoot::none;
+};
+
+}  // namespace
 
 bool cSimuIniFile::ReadProfileBoolean(const std::wstring& key, bool defaultValue) {
     return BooleanFromText(ReadProfileString(key, std::wstring(TextFromBoolean(defaultValue))));
@@ -32,12 +66,12 @@ std::int16_t cSimuIniFile::ReadProfileInteger(const std::wstring& key, std::int1
 
 std::wstring cSimuIniFile::ReadProfileString(const std::wstring& key,
                                              const std::wstring& defaultText) {
-    Open(RegistryAccess::read);
+    OpenKey opened(registry_, RootHandle(), Join(Subkey, L"\\", RootSpec), RegistryAccess::read);
     std::uint32_t type = registryText;
     std::wstring data = L"0";
     std::uint32_t size = 0;
     try {
-        registry_.QueryValue(key_, key, 0, type, data, size);
+        registry_.QueryValue(opened.get(), key, 0, type, data, size);
     } catch (const RuntimeError&) {
         size = 0;  // a missing entry is not a failure: its default counts
     }
@@ -45,7 +79,7 @@ std::wstring cSimuIniFile::ReadProfileString(const std::wstring& key,
     if (size > 0) {
         type = registryText;
         data.assign(size + 1, L' ');
-        registry_.QueryValue(key_, key, 0, type, data, size);
+        registry_.QueryValue(opened.get(), key, 0, type, data, size);
         // The last blank of the buffer lies behind the value; a stored terminator is no text.
         if (!data.empty())
             data.pop_back();
@@ -53,7 +87,7 @@ std::wstring cSimuIniFile::ReadProfileString(const std::wstring& key,
             data.pop_back();
         result = data;
     }
-    registry_.Closekey(key_);
+    opened.Close();
     return result;
 }
 
@@ -64,17 +98,13 @@ std::wstring cSimuIniFile::WriteProfileString(const std::wstring& key, const std
     } catch (const RuntimeError&) {
         previous.clear();  // the write below reports what is wrong with the key
     }
-    Open(RegistryAccess::write);
+    OpenKey opened(registry_, RootHandle(), Join(Subkey, L"\\", RootSpec), RegistryAccess::write);
     std::wstring data = value;
     data += L'\0';
-    registry_.SetValue(key_, key, 0, registryText, data, static_cast<std::uint32_t>(data.size()));
-    registry_.Closekey(key_);
+    registry_.SetValue(opened.get(), key, 0, registryText, data,
+                       static_cast<std::uint32_t>(data.size()));
+    opened.Close();
     return previous;
-}
-
-void cSimuIniFile::Open(std::uint32_t access) {
-    registry_.CreateKey(RootHandle(), Join(Subkey, L"\\", RootSpec), 0, L"", 0, access, key_,
-                        disposition_);
 }
 
 RegistryHandle cSimuIniFile::RootHandle() const {

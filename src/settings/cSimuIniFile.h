@@ -8,7 +8,8 @@
 namespace corvane {
 
 // A registry key that looks like one section of an INI file: set Scope, Subkey and RootSpec once,
-// then read and write named texts. Registry failures raise the registry error.
+// then read and write named texts. Each access opens and closes its key. Registry failures raise
+// the registry error.
 class cSimuIniFile {
 public:
     explicit cSimuIniFile(Registry& registry) : registry_(registry) {}
@@ -33,12 +34,9 @@ public:
     std::wstring ReadProfileString(const std::wstring& key, const std::wstring& defaultText);
 
 private:
-    void Open(std::uint32_t access);
     [[nodiscard]] RegistryHandle RootHandle() const;
 
     Registry& registry_;
-    RegistryHandle key_ = RegistryRoot::none;
-    std::uint32_t disposition_ = 0;
 };
 
 // The program's own settings key, HKEY_CURRENT_USER\SOFTWARE\Halvorn Systems\CorvaneTo3CX.

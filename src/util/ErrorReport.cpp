@@ -16,7 +16,8 @@ void ErrorReport::Report(const RuntimeError& error) {
     } catch (...) {
         // The box comes even where no line can be written.
     }
-    boxes_.Notify(RuntimeErrorText(error), BoxIcon::Critical);
+    if (!error.reported)
+        boxes_.Notify(RuntimeErrorText(error), BoxIcon::Critical);
 }
 
 void ErrorReport::WriteLine(const RuntimeError& error) {

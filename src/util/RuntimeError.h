@@ -31,6 +31,7 @@ struct RuntimeError {
     std::wstring description;
     std::wstring helpFile;
     std::int32_t helpContext = 0;
+    bool reported = false;  // the user was told in a box of its own
 };
 
 // The error with that classic number and the text the platform gives it.

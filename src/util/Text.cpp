@@ -44,6 +44,17 @@ std::vector<std::wstring> Split(std::wstring_view text, wchar_t separator) {
     }
 }
 
+std::wstring WithLineBreaks(std::wstring_view text) {
+    std::wstring result;
+    result.reserve(text.size() + text.size() / 32);
+    for (const wchar_t character : text) {
+        if (character == L'\n' && !result.ends_with(L'\r'))
+            result += L'\r';
+        result += character;
+    }
+    return result;
+}
+
 std::wstring UpperCase(std::wstring_view text) {
     std::wstring upper(text);
     for (wchar_t& character : upper) {

@@ -19,6 +19,9 @@ inline constexpr std::wstring_view lineBreak = L"\r\n";
 // The pieces between separators; an empty text has no pieces.
 [[nodiscard]] std::vector<std::wstring> Split(std::wstring_view text, wchar_t separator);
 
+// The text with CR LF at the end of each line that ended in LF alone.
+[[nodiscard]] std::wstring WithLineBreaks(std::wstring_view text);
+
 [[nodiscard]] std::wstring UpperCase(std::wstring_view text);
 
 // Decimal, padded with leading zeros to the width.

@@ -5,16 +5,17 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstdlib>
-#include <functional>
-#include <limits>
 #include <map>
-#include <optional>
 #include <ostream>
 
-#include "Process.h"
-#include "Text.h"
+#include "support/windows/Encoding.h"
+#include "support/windows/NativeWindow.h"
+#include "support/windows/Waiting.h"
 
 namespace end_to_end {
+
+using namespace test_support;
+
 namespace {
 
 constexpr wchar_t dialogClass[] = L"#32770";
@@ -31,15 +32,6 @@ const KnownIcon knownIcons[] = {{"critical", IDI_HAND},
                                 {"exclamation", IDI_EXCLAMATION},
                                 {"question", IDI_QUESTION},
                                 {"information", IDI_ASTERISK}};
-
-BOOL CALLBACK VisitChild(HWND child, LPARAM visit) {
-    (*reinterpret_cast<const std::function<void(HWND)>*>(visit))(child);
-    return TRUE;
-}
-
-void ForEachChild(HWND parent, const std::function<void(HWND)>& visit) {
-    EnumChildWindows(parent, VisitChild, reinterpret_cast<LPARAM>(&visit));
-}
 
 // A picture in memory, one 32-bit pixel after the other.
 class Picture {
@@ -106,7 +98,8 @@ private:
 std::string IconOnScreen(HWND control) {
     constexpr int likeness = 12;
     std::string name = "unknown";
-    WaitUntil([&] {
+    // What looks like none of them is no failure here.
+    static_cast<void>(WaitUntil([&] {
         RECT place{};
         GetWindowRect(control, &place);
         Picture seen;
@@ -121,7 +114,7 @@ std::string IconOnScreen(HWND control) {
             }
         }
         return name != "unknown";
-    });
+    }));
     return name;
 }
 
@@ -143,23 +136,21 @@ void PrintTo(const Box& box, std::ostream* stream) {
 HWND FindBox(DWORD processId) {
     HWND found = nullptr;
     ForEachWindow(processId, [&](HWND window) {
-        if (IsWindowVisible(window) && WindowClassOf(window) == dialogClass) {
+        if (IsWindowVisible(window) && ClassOf(window) == dialogClass)
             found = window;
-        }
-        return found == nullptr;
+        return !found;
     });
     return found;
 }
 
 Box ReadBox(HWND window) {
     Box box;
-    box.title = Utf8(WindowTextOf(window));
+    box.title = Utf8(TextOf(window));
     std::map<LONG, std::string> buttons;  // by their left edge
     ForEachChild(window, [&](HWND child) {
-        const std::wstring className = WindowClassOf(child);
-        if (!IsWindowVisible(child)) {
-            return;
-        }
+        const std::wstring className = ClassOf(child);
+        if (!IsWindowVisible(child))
+            return true;
         if (className == L"Button") {
             RECT place{};
             GetWindowRect(child, &place);
@@ -172,13 +163,13 @@ Box ReadBox(HWND window) {
         } else if (className == L"Static" && HoldsIcon(child)) {
             box.icon = IconOnScreen(child);
         } else if (className == L"Static") {
-            box.text += Utf8(WindowTextOf(child));
+            box.text += Utf8(TextOf(child));
         }
+        return true;
     });
     box.buttons.clear();
-    for (const auto& [left, caption] : buttons) {
+    for (const auto& [left, caption] : buttons)
         box.buttons += (box.buttons.empty() ? "" : " ") + caption;
-    }
     return box;
 }
 

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "Files.h"
-#include "Handles.h"
+#include "support/windows/Files.h"
+#include "support/windows/KernelHandle.h"
 
 namespace end_to_end {
 

@@ -40,9 +40,7 @@ protected:
     static std::string HandleText(HWND window) {
         return std::to_string(static_cast<long>(reinterpret_cast<INT_PTR>(window)));
     }
-    static std::string FieldOf(HWND dialog, int id) {
-        return Utf8(WindowTextOf(GetDlgItem(dialog, id)));
-    }
+    static std::string FieldOf(HWND dialog, int id) { return Utf8(TextOf(GetDlgItem(dialog, id))); }
 
     // Up to the search, and the lines before and behind what the dialog does.
     static Lines Log(const Lines& atOpening, const Lines& atTheEnd) {
@@ -76,9 +74,8 @@ protected:
     static int TakeWaits(Lines& log) {
         int count = 0;
         std::erase_if(log, [&](const std::string& line) {
-            if (!line.starts_with(waiting)) {
+            if (!line.starts_with(waiting))
                 return false;
-            }
             EXPECT_EQ(line, waiting + std::to_string(++count) + " second(s)");
             return true;
         });

@@ -1,7 +1,10 @@
 #include <functional>
 
 #include "EndToEndTest.h"
-#include "Files.h"
+#include "support/windows/BuiltFiles.h"
+#include "support/windows/Files.h"
+#include "support/windows/Folders.h"
+#include "support/windows/Process.h"
 
 namespace end_to_end {
 namespace {
@@ -18,9 +21,8 @@ const std::map<std::string, std::string> untrimmed = {{"chkTrimOutboundPrefix", 
 // So many characters, over and over those of the pattern.
 std::string Repeated(const std::string& pattern, size_t length) {
     std::string text;
-    while (text.size() < length) {
+    while (text.size() < length)
         text += pattern[text.size() % pattern.size()];
-    }
     return text;
 }
 
@@ -120,9 +122,8 @@ TEST_F(DialingRunTest, GoldMineDialsByTheInstructionThatTheProgramWrote) {
     GoldMine();
     WriteFileText(std::wstring(dataFolder) + L"MASTER.INI", "[Modem]\r\n");
     ProgramRun settings = Start("");
-    for (const char* answer : {"Yes", "Yes", "Yes", "OK"}) {
+    for (const char* answer : {"Yes", "Yes", "Yes", "OK"})
         settings.Answer(answer);
-    }
     PostMessageW(settings.WaitForWindow(), WM_CLOSE, 0, 0);
     Finish(settings);
 

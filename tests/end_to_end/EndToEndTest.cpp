@@ -1,6 +1,8 @@
 #include "EndToEndTest.h"
 
-#include "Files.h"
+#include "support/windows/BuiltFiles.h"
+#include "support/windows/Files.h"
+#include "support/windows/Folders.h"
 
 namespace end_to_end {
 namespace {
@@ -68,14 +70,13 @@ void EndToEndTest::SetUp() {
 
 void EndToEndTest::TearDown() {
     RunningGoldMine& goldMine = TheGoldMine();
-    if (spoilt_ || HasFailure()) {
+    if (spoilt_ || HasFailure())
         goldMine.server.reset();
-    }
 }
 
 PracticeGoldMine& EndToEndTest::GoldMine(const std::string& options) {
     RunningGoldMine& goldMine = TheGoldMine();
-    if (goldMine.server == nullptr || !goldMine.server->running() || goldMine.options != options) {
+    if (!goldMine.server || !goldMine.server->running() || goldMine.options != options) {
         CloseGoldMine();
         goldMine.options = options;
         goldMine.server =
@@ -95,9 +96,8 @@ void EndToEndTest::Set(const std::string& option, const std::string& text) {
 }
 
 void EndToEndTest::SetAll(const std::map<std::string, std::string>& options) {
-    for (const auto& [option, text] : options) {
+    for (const auto& [option, text] : options)
         Set(option, text);
-    }
 }
 
 ProgramRun EndToEndTest::Start(const std::string& commandLine) {
@@ -132,12 +132,11 @@ Outcome EndToEndTest::Run(const std::string& commandLine, const std::vector<std:
 
 Lines EndToEndTest::Commands() const {
     Lines commands;
-    if (TheGoldMine().server != nullptr) {
+    if (TheGoldMine().server) {
         const Lines journal = TheGoldMine().server->Journal();
         for (size_t i = journalBegin_; i < journal.size(); ++i) {
-            if (journal[i].starts_with("> ")) {
+            if (journal[i].starts_with("> "))
                 commands.push_back(journal[i].substr(2));
-            }
         }
     }
     return commands;
@@ -149,11 +148,7 @@ std::string EndToEndTest::LogText() {
 
 Lines EndToEndTest::Dialled(const std::wstring& folder) {
     const std::wstring file = folder + L"CallTriggerCmd.log";
-    Lines lines = SplitLines(ReadFileText(file).value_or(""), "\n");
-    for (std::string& line : lines) {
-        line = Unescaped(line);
-    }
-    return lines;
+    return UnescapedLines(SplitLines(ReadFileText(file).value_or(""), "\n"));
 }
 
 std::wstring EndToEndTest::logFile() {
@@ -180,26 +175,23 @@ Lines RunLog(const std::string& commandLine, const std::string& identifier, cons
                  commandLine.empty()
                      ? "[]: Corvane 1.0.0.1 started without params."
                      : "[]: Corvane 1.0.0.1 started with param(s): " + commandLine + "."};
-    for (const std::string& message : messages) {
+    for (const std::string& message : messages)
         log.push_back("[" + identifier + "]: " + message);
-    }
     log.push_back("[" + identifier + "]: Finished unloading form and closing program.");
     return log;
 }
 
 std::string StatusText(const Lines& messages) {
     std::string text;
-    for (const std::string& message : messages) {
+    for (const std::string& message : messages)
         text += (text.empty() ? "" : "\r\n") + message;
-    }
     return text;
 }
 
 Lines Joined(std::initializer_list<Lines> parts) {
     Lines all;
-    for (const Lines& part : parts) {
+    for (const Lines& part : parts)
         all.insert(all.end(), part.begin(), part.end());
-    }
     return all;
 }
 

@@ -9,14 +9,20 @@
 #include <vector>
 
 #include "Box.h"
-#include "Gmapi.h"
 #include "LogFile.h"
-#include "PracticeGoldMine.h"
 #include "ProgramRun.h"
 #include "RegistryKeys.h"
-#include "Text.h"
+#include "support/Gmapi.h"
+#include "support/Lines.h"
+#include "support/windows/Encoding.h"
+#include "support/windows/NativeWindow.h"
+#include "support/windows/PracticeGoldMine.h"
+#include "support/windows/Waiting.h"
 
 namespace end_to_end {
+
+using namespace test_support;
+using gmapi = Gmapi<char>;
 
 inline constexpr wchar_t ownKey[] = L"SOFTWARE\\Halvorn Systems\\CorvaneTo3CX";
 inline constexpr wchar_t phoneKey[] = L"SOFTWARE\\3CX\\3CXPhone for Windows";

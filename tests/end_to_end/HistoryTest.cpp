@@ -1,6 +1,6 @@
 #include "HistoryTest.h"
 
-#include "Files.h"
+#include "support/windows/Files.h"
 
 namespace end_to_end {
 

@@ -1,5 +1,7 @@
 #include "EndToEndTest.h"
-#include "Files.h"
+#include "support/windows/Files.h"
+#include "support/windows/Folders.h"
+#include "support/windows/KernelHandle.h"
 
 namespace end_to_end {
 namespace {

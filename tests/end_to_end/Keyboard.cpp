@@ -4,9 +4,11 @@
 
 #include <vector>
 
-#include "Process.h"
+#include "support/windows/Waiting.h"
 
 namespace end_to_end {
+
+using namespace test_support;
 
 void BringToForeground(HWND window) {
     EXPECT_TRUE(WaitUntil([&] {
@@ -33,9 +35,8 @@ void Press(std::initializer_list<WORD> keys) {
 }
 
 void TypeKeys(const std::string& characters) {
-    for (const char character : characters) {
+    for (const char character : characters)
         Press({static_cast<WORD>(character)});
-    }
 }
 
 }  // namespace end_to_end

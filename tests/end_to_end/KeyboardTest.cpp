@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "Handles.h"
+#include "support/windows/KernelHandle.h"
 #include "WindowTest.h"
 
 namespace end_to_end {
@@ -172,16 +172,13 @@ TEST_P(ArrowKeyTest, SelectsTheNextOptionOfTheGroupAndNoOther) {
         Press({key});
         EXPECT_TRUE(HasFocus(window, each.members[member]))
             << each.members[member] << " and not " << FocusedControl(window);
-        for (size_t other = 0; other < count; ++other) {
+        for (size_t other = 0; other < count; ++other)
             EXPECT_EQ(Checked(window, each.members[other]), other == member) << each.members[other];
-        }
     };
-    for (size_t step = 1; step <= count; ++step) {
+    for (size_t step = 1; step <= count; ++step)
         goesTo(step % 2 == 0 ? VK_RIGHT : VK_DOWN, step % count);
-    }
-    for (size_t step = 1; step <= count; ++step) {
+    for (size_t step = 1; step <= count; ++step)
         goesTo(step % 2 == 0 ? VK_LEFT : VK_UP, count - step);
-    }
     CloseAndDiscard(run, window);
 }
 

@@ -8,7 +8,12 @@
 #include <array>
 #include <cstdio>
 
+#include "support/Lines.h"
+
 namespace end_to_end {
+
+using namespace test_support;
+
 namespace {
 
 bool IsDigit(char each) {
@@ -25,9 +30,8 @@ bool HasForm(const std::string& text, std::string_view form) {
 
 size_t CountDigits(const std::string& text, size_t begin) {
     size_t end = begin;
-    while (end < text.size() && IsDigit(text[end])) {
+    while (end < text.size() && IsDigit(text[end]))
         ++end;
-    }
     return end - begin;
 }
 
@@ -35,9 +39,8 @@ size_t CountDigits(const std::string& text, size_t begin) {
 bool IsGeneralDate(const std::string& text) {
     std::string form = text;
     for (char& each : form) {
-        if (IsDigit(each)) {
+        if (IsDigit(each))
             each = '9';
-        }
     }
     for (const char* month : {"9", "99"}) {
         for (const char* day : {"9", "99"}) {
@@ -57,9 +60,8 @@ bool IsGeneralDate(const std::string& text) {
 // Replaces "<digits>.<three digits>" between two texts.
 void NormaliseSeconds(std::string& message, const std::string& before, const std::string& after) {
     const size_t found = message.find(before);
-    if (found == std::string::npos) {
+    if (found == std::string::npos)
         return;
-    }
     const size_t begin = found + before.size();
     const size_t whole = CountDigits(message, begin);
     const size_t point = begin + whole;
@@ -81,9 +83,8 @@ std::vector<LogLine> ParseLog(const std::string& text) {
         size_t count = 0;
         for (; count < 3; ++count) {
             const size_t tab = rest.find('\t');
-            if (tab == std::string::npos) {
+            if (tab == std::string::npos)
                 break;
-            }
             fields[count] = rest.substr(0, tab);
             rest.erase(0, tab + 1);
         }
@@ -109,9 +110,8 @@ std::vector<LogLine> ParseLog(const std::string& text) {
 
 std::string Normalised(const std::string& message) {
     const std::string separator = std::string(68, '-') + " ";
-    if (message.starts_with(separator) && IsGeneralDate(message.substr(separator.size()))) {
+    if (message.starts_with(separator) && IsGeneralDate(message.substr(separator.size())))
         return separator + "<date>";
-    }
     std::string result = message;
     NormaliseSeconds(result, "Call processing completed in ", " seconds.");
     NormaliseSeconds(result, " second(s) (", " seconds): '");
@@ -121,9 +121,8 @@ std::string Normalised(const std::string& message) {
     if (result.starts_with("Most recent file is \"") && found != std::string::npos) {
         const size_t begin = found + modified.size();
         const std::string date = result.substr(begin, result.size() - begin - 1);
-        if (IsGeneralDate(date) && result.ends_with(".")) {
+        if (IsGeneralDate(date) && result.ends_with("."))
             result.replace(begin, date.size(), "<date>");
-        }
     }
     return result;
 }

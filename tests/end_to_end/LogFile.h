@@ -3,8 +3,6 @@
 #include <string>
 #include <vector>
 
-#include "Text.h"
-
 namespace end_to_end {
 
 struct LogLine {

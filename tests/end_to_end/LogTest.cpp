@@ -1,5 +1,7 @@
 #include "EndToEndTest.h"
-#include "Files.h"
+#include "support/windows/Files.h"
+#include "support/windows/Folders.h"
+#include "support/windows/KernelHandle.h"
 
 namespace end_to_end {
 namespace {
@@ -116,12 +118,10 @@ TEST_F(LogTest, SeveralRunsAtOnceWriteWholeLines) {
     constexpr int runs = 6;
     DeleteFileW(logFile().c_str());
     std::vector<ProgramRun> started;
-    for (int i = 0; i < runs; ++i) {
+    for (int i = 0; i < runs; ++i)
         started.emplace_back(Wide(programPath), "/N:S /I:call" + std::to_string(i));
-    }
-    for (ProgramRun& run : started) {
+    for (ProgramRun& run : started)
         run.Finish();
-    }
 
     const std::vector<LogLine> lines = ParseLog(LogText());
     EXPECT_EQ(lines.size(), 5u * runs);
@@ -129,9 +129,8 @@ TEST_F(LogTest, SeveralRunsAtOnceWriteWholeLines) {
         const std::string identifier = "call" + std::to_string(i);
         Lines ofRun;
         for (const LogLine& line : lines) {
-            if (line.identifier == identifier) {
+            if (line.identifier == identifier)
                 ofRun.push_back(line.message);
-            }
         }
         EXPECT_EQ(ofRun,
                   Joined({notRunningLines, {"Finished unloading form and closing program."}}));

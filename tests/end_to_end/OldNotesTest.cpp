@@ -1,5 +1,6 @@
 #include "CompleteCallTest.h"
-#include "Files.h"
+#include "support/windows/BuiltFiles.h"
+#include "support/windows/Files.h"
 
 namespace end_to_end {
 namespace {
@@ -20,9 +21,8 @@ std::string LongNotes(size_t length) {
         "Zeile 1 &amp; \"2\" \xC3\xA4\xE6\x97\xA5 \xF0\x9F\x98\x80 <b>x</b>\r\n";
     std::string notes;
     size_t written = 0;
-    for (; written + LengthOf(line) <= length; written += LengthOf(line)) {
+    for (; written + LengthOf(line) <= length; written += LengthOf(line))
         notes += line;
-    }
     return notes + std::string(length - written, 'x');
 }
 

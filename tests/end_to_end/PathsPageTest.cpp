@@ -1,6 +1,8 @@
 #include <functional>
 
-#include "Files.h"
+#include "support/windows/BuiltFiles.h"
+#include "support/windows/Files.h"
+#include "support/windows/Folders.h"
 #include "WindowTest.h"
 
 namespace end_to_end {
@@ -34,9 +36,8 @@ protected:
 
     // The pages with paths and registry entries are in front; findings at the start are answered.
     HWND ShowPaths(ProgramRun& run, size_t findings = 0) {
-        for (size_t finding = 0; finding < findings; ++finding) {
+        for (size_t finding = 0; finding < findings; ++finding)
             run.Answer("OK");
-        }
         const HWND window = Show(run);
         Click(window, "cmdParams");
         SelectTab(window, "tabstripParams", 2);
@@ -44,9 +45,8 @@ protected:
     }
 
     static void ExpectShown(HWND window, const Texts& texts) {
-        for (const auto& [control, text] : texts) {
+        for (const auto& [control, text] : texts)
             EXPECT_EQ(ControlText(window, control), text) << control;
-        }
     }
 };
 
@@ -227,9 +227,8 @@ class RefusedLevelTest : public PathsPageTest, public testing::WithParamInterfac
 
 TEST_P(RefusedLevelTest, ShowsWhatIsReadBack) {
     const RefusedLevel& each = GetParam();
-    if (!each.stored.empty()) {
+    if (!each.stored.empty())
         SetRegistryText(HKEY_LOCAL_MACHINE, crmKey, "CommandLineAPILogLevel", each.stored);
-    }
     const std::map<std::string, std::string> before = RegistryValues(HKEY_LOCAL_MACHINE, crmKey);
     const DeniedAccess noValues(HKEY_LOCAL_MACHINE, crmKey, KEY_SET_VALUE);
     ProgramRun run = Start("");

@@ -4,41 +4,21 @@
 
 #include <map>
 
-#include "Files.h"
-#include "Text.h"
+#include "support/ControlTable.h"
+#include "support/windows/BuiltFiles.h"
+#include "support/windows/Encoding.h"
+#include "support/windows/NativeWindow.h"
+#include "support/windows/Waiting.h"
 
 namespace end_to_end {
+
+using namespace test_support;
+
 namespace {
 
-// The build writes which name has which control id.
-std::map<std::string, int> ReadControlTable() {
-    std::map<std::string, int> ids;
-    const std::string table = ReadFileText(BuiltFile("controls.tsv")).value_or("");
-    for (const std::string& line : SplitLines(table, "\n")) {
-        const size_t tab = line.find('\t');
-        if (const int id = std::atoi(line.c_str() + tab + 1); id > 0) {
-            ids[line.substr(0, tab)] = id;
-        }
-    }
-    return ids;
-}
-
 const std::map<std::string, int>& ControlIds() {
-    static const std::map<std::string, int> ids = ReadControlTable();
+    static const std::map<std::string, int> ids = ReadControlIds(BuiltFile("controls.tsv"));
     return ids;
-}
-
-struct ControlSearch {
-    int id;
-    HWND found;
-};
-
-BOOL CALLBACK CheckControl(HWND control, LPARAM parameter) {
-    auto& search = *reinterpret_cast<ControlSearch*>(parameter);
-    if (GetDlgCtrlID(control) == search.id) {
-        search.found = control;
-    }
-    return search.found == nullptr;
 }
 
 }  // namespace
@@ -51,23 +31,23 @@ HWND ProgramRun::FindMainWindow() const {
     ForEachWindow(process_.id(), [&](HWND window) {
         const auto style = static_cast<DWORD>(GetWindowLongW(window, GWL_STYLE));
         if (IsWindowVisible(window) && (style & WS_CAPTION) == WS_CAPTION &&
-            WindowClassOf(window) != L"#32770") {
+            ClassOf(window) != L"#32770") {
             found = window;
         }
-        return found == nullptr;
+        return !found;
     });
     return found;
 }
 
 void ProgramRun::Watch() {
-    windowShown_ = windowShown_ || FindMainWindow() != nullptr;
+    windowShown_ = windowShown_ || FindMainWindow();
 }
 
 HWND ProgramRun::WaitForWindow() {
     HWND window = nullptr;
     EXPECT_TRUE(WaitUntil([&] {
         window = FindMainWindow();
-        return window != nullptr || !process_.running();
+        return window || !process_.running();
     }));
     EXPECT_NE(window, nullptr) << "no window is shown";
     Watch();
@@ -76,11 +56,11 @@ HWND ProgramRun::WaitForWindow() {
 
 void ProgramRun::Answer(const std::string& answer) {
     HWND box = nullptr;
-    WaitUntil([&] {
+    EXPECT_TRUE(WaitUntil([&] {
         Watch();
         box = FindBox(process_.id());
-        return box != nullptr || !process_.running();
-    });
+        return box || !process_.running();
+    }));
     ASSERT_NE(box, nullptr) << "no message box comes";
     boxes_.push_back(ReadBox(box));
     AnswerBox(box, answer);
@@ -112,26 +92,23 @@ HWND ControlNamed(HWND mainWindow, const std::string& name) {
     const std::map<std::string, int>& ids = ControlIds();
     const auto known = ids.find(name);
     EXPECT_NE(known, ids.end()) << "no control has this name: " << name;
-    if (known == ids.end()) {
+    if (known == ids.end())
         return nullptr;
-    }
-    ControlSearch search{known->second, nullptr};
-    EnumChildWindows(mainWindow, CheckControl, reinterpret_cast<LPARAM>(&search));
-    EXPECT_NE(search.found, nullptr) << "the window has no control " << name;
-    return search.found;
+    const HWND control = ChildWithId(mainWindow, known->second);
+    EXPECT_NE(control, nullptr) << "the window has no control " << name;
+    return control;
 }
 
 std::string NameOfControl(HWND control) {
     for (const auto& [name, id] : ControlIds()) {
-        if (control != nullptr && GetDlgCtrlID(control) == id) {
+        if (control && GetDlgCtrlID(control) == id)
             return name;
-        }
     }
     return {};
 }
 
 std::string ControlText(HWND mainWindow, const std::string& name) {
-    return Utf8(WindowTextOf(ControlNamed(mainWindow, name)));
+    return Utf8(TextOf(ControlNamed(mainWindow, name)));
 }
 
 bool ControlEnabled(HWND mainWindow, const std::string& name) {

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "Box.h"
-#include "Process.h"
+#include "support/windows/Process.h"
 
 namespace end_to_end {
 
@@ -29,7 +29,7 @@ private:
     HWND FindMainWindow() const;
     void Watch();
 
-    Process process_;
+    test_support::Process process_;
     Boxes boxes_;
     bool windowShown_ = false;
 };

@@ -1,7 +1,8 @@
 #include <algorithm>
 
-#include "Files.h"
 #include "HistoryTest.h"
+#include "support/windows/Files.h"
+#include "support/windows/Folders.h"
 
 namespace end_to_end {
 namespace {
@@ -92,9 +93,8 @@ TEST_F(RecordingTest, HtmlNotesHoldTheDocumentByteByByte) {
     const std::string document = DocumentWithLinkTo(path);
     Lines replacements;
     for (const std::string& command : run.commands) {
-        if (command.starts_with("<GMAPI call=\"Replace\">")) {
+        if (command.starts_with("<GMAPI call=\"Replace\">"))
             replacements.push_back(command);
-        }
     }
     Lines expected;
     for (size_t begin = 0; begin < document.size(); begin += 200) {
@@ -244,9 +244,8 @@ class RecordingNameTest : public RecordingTest,
 TEST_P(RecordingNameTest, StandsInTheNotesAsItIs) {
     const RecordingName& each = GetParam();
     PracticeGoldMine& goldMine = GoldMine();
-    if (each.html) {
+    if (each.html)
         NotesAreHtml();
-    }
     Record(each.file);
 
     const Outcome run = Run(ended);

@@ -5,9 +5,12 @@
 #include <array>
 #include <utility>
 
-#include "Text.h"
+#include "support/windows/Encoding.h"
 
 namespace end_to_end {
+
+using namespace test_support;
+
 namespace {
 
 constexpr size_t longestValue = 40'000;  // characters that any test stores
@@ -17,18 +20,16 @@ class OpenKey {
 public:
     OpenKey(HKEY root, const std::wstring& path, bool create) {
         const REGSAM access = create ? KEY_ALL_ACCESS : KEY_READ;
-        if (create) {
+        if (create)
             RegCreateKeyExW(root, path.c_str(), 0, nullptr, 0, access, nullptr, &key_, nullptr);
-        } else if (RegOpenKeyExW(root, path.c_str(), 0, access, &key_) != ERROR_SUCCESS) {
+        else if (RegOpenKeyExW(root, path.c_str(), 0, access, &key_) != ERROR_SUCCESS)
             key_ = nullptr;
-        }
     }
     OpenKey(const OpenKey&) = delete;
     OpenKey& operator=(const OpenKey&) = delete;
     ~OpenKey() {
-        if (key_ != nullptr) {
+        if (key_)
             RegCloseKey(key_);
-        }
     }
 
     explicit operator bool() const { return key_ != nullptr; }
@@ -39,12 +40,10 @@ private:
 };
 
 std::string TextOf(DWORD type, std::wstring text) {
-    if (type != REG_SZ) {
+    if (type != REG_SZ)
         return "<type " + std::to_string(type) + ">";
-    }
-    if (!text.empty() && text.back() == L'\0') {
+    if (!text.empty() && text.back() == L'\0')
         text.pop_back();
-    }
     return Utf8(text);
 }
 
@@ -83,9 +82,8 @@ ClearedKey::ClearedKey(HKEY root, std::wstring path)
       path_(std::move(path)),
       backup_(L"Software\\Halvorn end-to-end tests\\" + path_),
       existed_(RegistryKeyExists(root_, path_)) {
-    if (existed_) {
+    if (existed_)
         CopyKey(root_, path_, HKEY_CURRENT_USER, backup_);
-    }
     Clear();
 }
 

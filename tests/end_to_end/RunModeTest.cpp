@@ -34,9 +34,8 @@ protected:
     }
     static Lines NormalisedStatus(HWND window) {
         Lines lines = SplitLines(ControlText(window, "txtStatus"), "\r\n");
-        for (std::string& line : lines) {
+        for (std::string& line : lines)
             line = Normalised(line);
-        }
         return lines;
     }
 };
@@ -68,7 +67,7 @@ TEST_F(RunModeTest, WithoutParametersTheWindowIsShownEvenWithoutGoldMine) {
     ProgramRun run = Start("");
     const HWND window = run.WaitForWindow();
 
-    EXPECT_EQ(Utf8(WindowTextOf(window)), "Halvorn Corvane to 3CX");
+    EXPECT_EQ(Utf8(TextOf(window)), "Halvorn Corvane to 3CX");
     EXPECT_FALSE(ControlEnabled(window, "cmdProcessCall"));
     EXPECT_EQ(ControlText(window, "txtStatus"),
               StatusText({"Corvane 1.0.0.1 started without params.", notRunning, noParams}));

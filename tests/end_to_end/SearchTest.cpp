@@ -372,9 +372,8 @@ TEST_P(DataStreamFaultTest, IsTold) {
                                   each.streamCommands,
                                   each.lastCommands}));
     EXPECT_EQ(run.boxes(), each.boxes);
-    for (const std::string& message : each.messages) {
+    for (const std::string& message : each.messages)
         EXPECT_NE(LogText().find("\t[5]:\t" + message + "\r\n"), std::string::npos) << message;
-    }
 }
 
 const Lines positioning = {
@@ -388,9 +387,8 @@ const std::string queryFailed =
 
 std::string ReplyOfRows(int count) {
     std::string rows = "3000-" + std::to_string(count);
-    for (int row = 0; row < count; ++row) {
+    for (int row = 0; row < count; ++row)
         rows += "\\nA" + std::to_string(row) + "&#13;x";
-    }
     return "<GMAPI call=\"DataStream\"><status code=\"1\">1</status><data name=\"Return\">"
            "<data name=\"Rows\"><data name=\"RawReturn\">" +
            rows + "</data></data></data></GMAPI>";

@@ -1,7 +1,9 @@
 #include <functional>
 
 #include "EndToEndTest.h"
-#include "Files.h"
+#include "support/windows/BuiltFiles.h"
+#include "support/windows/Files.h"
+#include "support/windows/Folders.h"
 
 namespace end_to_end {
 namespace {

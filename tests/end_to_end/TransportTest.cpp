@@ -1,5 +1,8 @@
 #include "EndToEndTest.h"
-#include "Files.h"
+#include "support/windows/BuiltFiles.h"
+#include "support/windows/Files.h"
+#include "support/windows/Folders.h"
+#include "support/windows/SystemWords.h"
 
 namespace end_to_end {
 namespace {
@@ -22,11 +25,8 @@ const std::string shown =
 
 // What the system says about a code, without the line end.
 std::string SystemText(DWORD code) {
-    wchar_t text[512];
-    const DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS,
-                                        nullptr, code, 0, text, 512, nullptr);
-    const std::string utf8 = Utf8({text, length});
-    return utf8.substr(0, utf8.find_last_not_of("\r\n ") + 1);
+    const std::string words = Utf8(SystemWords(code));
+    return words.substr(0, words.find_last_not_of("\r\n ") + 1);
 }
 
 }  // namespace
@@ -159,9 +159,8 @@ TEST_F(TransportTest, AThresholdOfZeroLogsEveryCommand) {
 
     Lines timed;
     for (const std::string& line : run.log) {
-        if (line.find("> COM command > ") != std::string::npos) {
+        if (line.find("> COM command > ") != std::string::npos)
             timed.push_back(line);
-        }
     }
     Lines expected;
     for (const std::string& command : Joined({searchCommands, {shown}})) {
@@ -290,9 +289,8 @@ TEST_F(DiscoveryTest, AnyGoldMineIsFoundByItsTypeLibrary) {
     Check(run, {.log = RunLog(call, "7", Joined({before, {found}, after}))});
     Lines commands;
     for (const std::string& entry : other.Journal()) {
-        if (entry.starts_with("> ")) {
+        if (entry.starts_with("> "))
             commands.push_back(entry.substr(2));
-        }
     }
     EXPECT_EQ(commands, Joined({searchCommands, {shown}}));
 }

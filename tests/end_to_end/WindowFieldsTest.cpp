@@ -239,7 +239,7 @@ TEST_P(OddTextTest, IsKeptAsTypedAndStoredAsTheCodePageHasIt) {
 
     Type(window, "txtCallerIDFormat", GetParam().text);
 
-    EXPECT_EQ(WindowTextOf(ControlNamed(window, "txtCallerIDFormat")), GetParam().text);
+    EXPECT_EQ(TextOf(ControlNamed(window, "txtCallerIDFormat")), GetParam().text);
     Click(window, "cmdSaveSettings");
     EXPECT_EQ(OwnValue("txtCallerIDFormat"), GetParam().stored);
     Close(run, window);
@@ -280,7 +280,7 @@ TEST_F(WindowFieldsTest, APasteIsTakenWholeUpToTheLongestLineAndNotBeyond) {
         PutOnClipboard(window, text);
         SendMessageW(box, EM_SETSEL, selectFrom, -1);
         SendMessageW(box, WM_PASTE, 0, 0);
-        return WindowTextOf(box).size();
+        return TextOf(box).size();
     };
     EXPECT_EQ(paste(L"12345", 0), 5u);
     EXPECT_EQ(paste(std::wstring(32767, L'7'), 1), 5u) << "one too many";
@@ -297,7 +297,7 @@ TEST_F(WindowFieldsTest, WhatAnotherProgramSendsIsCutToALine) {
     ProgramRun run = Start("");
     const HWND window = Show(run);
     Type(window, "txtCallerIDFormat", sent);
-    EXPECT_EQ(WindowTextOf(ControlNamed(window, "txtCallerIDFormat")), sent.substr(0, 32767));
+    EXPECT_EQ(TextOf(ControlNamed(window, "txtCallerIDFormat")), sent.substr(0, 32767));
     Click(window, "cmdParams");
     EXPECT_EQ(ControlText(window, "cmdParams"), "<< &Params");
     CloseAndDiscard(run, window);
@@ -316,7 +316,7 @@ TEST_F(WindowFieldsTest, ALineOf32000CharactersIsSavedAndLoadedAsItIs) {
 
     ProgramRun second = Start("");
     window = Show(second);
-    EXPECT_EQ(WindowTextOf(ControlNamed(window, "txtCallerIDFormat")), text);
+    EXPECT_EQ(TextOf(ControlNamed(window, "txtCallerIDFormat")), text);
     Close(second, window);
 }
 

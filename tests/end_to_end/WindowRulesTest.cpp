@@ -57,9 +57,8 @@ State Expected(const State& checked, bool openBeforeSaving) {
 
 State Usable(HWND window, const State& controls) {
     State usable;
-    for (const auto& each : controls) {
+    for (const auto& each : controls)
         usable[each.first] = ControlEnabled(window, each.first);
-    }
     return usable;
 }
 
@@ -79,25 +78,22 @@ TEST_F(WindowRulesTest, EverySampledStateEnablesWhatTheRulesSay) {
 
     for (int sample = 0; sample < samples; ++sample, bits += step) {
         State wanted;
-        for (size_t i = 0; i < controllingBoxes.size(); ++i) {
+        for (size_t i = 0; i < controllingBoxes.size(); ++i)
             wanted[controllingBoxes[i]] = ((bits >> i) & 1u) != 0;
-        }
         // A bit of its own, behind those of the boxes.
         const bool before = ((bits >> controllingBoxes.size()) & 1u) != 0;
         // Only what is usable can be clicked: parents are switched on for that.
         for (const char* parent : {"chkCreateHistory", "chkCreateLink", "chkAutoOpenHistory"}) {
-            if (!Checked(window, parent)) {
+            if (!Checked(window, parent))
                 Click(window, parent);
-            }
         }
         Click(window, before ? "optOpenHistoryBeforeSaving" : "optOpenHistoryAfterSaving");
         for (const char* child :
              {"chkDelayAddingLink", "chkConfirmRecentRecordingFile", "chkAutoOpenHistory",
               "chkCreateLink", "chkCreateHistory", "chkTrimOutboundPrefix",
               "chkIgnoreShortCallerID", "chkPopOnInboundCall", "chkAlwaysShowForm"}) {
-            if (Checked(window, child) != wanted.at(child)) {
+            if (Checked(window, child) != wanted.at(child))
                 Click(window, child);
-            }
         }
         const State expected = Expected(wanted, before);
         EXPECT_EQ(Usable(window, expected), expected) << "sample " << sample;
@@ -129,9 +125,8 @@ TEST_F(WindowRulesTest, TheMasterSwitchLeavesOnlyItselfSaveAndExit) {
 
     Click(window, "chkGlobalEnable");
 
-    for (const char* usable : {"chkGlobalEnable", "frameGlobal", "cmdSaveSettings", "cmdExit"}) {
+    for (const char* usable : {"chkGlobalEnable", "frameGlobal", "cmdSaveSettings", "cmdExit"})
         EXPECT_TRUE(ControlEnabled(window, usable)) << usable;
-    }
     for (const char* disabled :
          {"tabstripOptions", "chkTrimOutboundPrefix", "txtOutboundMaxLength", "cmdParams",
           "cmdDefaults", "cmdProcessCall", "chkCreateHistory", "txtStatus"}) {

@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "ui/form/Form.h"
@@ -12,14 +13,24 @@ namespace corvane::test {
 // Keeps what a form told its view.
 class FakeFormView final : public FormView {
 public:
-    void Attach(Form&, FormActions& actions) override { actions_ = &actions; }
-    void Detach() override { actions_ = nullptr; }
+    void Attach(Form& form, FormActions& actions) override {
+        form_ = &form;
+        actions_ = &actions;
+    }
+    void Detach() override {
+        form_ = nullptr;
+        actions_ = nullptr;
+    }
     void OnControlChanged(const Control& control, ControlAspect aspect) override {
         changes.push_back({control.name(), aspect});
         if (onChange)
             onChange(control);
     }
-    void OnWindowChanged() override { ++windowChanges; }
+    void OnWindowChanged() override {
+        ++windowChanges;
+        if (form_ && form_->visible() && onShow)
+            std::exchange(onShow, nullptr)();
+    }
     void OnFocusRequested(const Control& control) override { focus.push_back(control.name()); }
     [[nodiscard]] bool FinishEntry() override { return entryFinishes; }
     // The user, or the program, closes the window.
@@ -45,6 +56,7 @@ public:
 
     std::vector<Change> changes;
     std::function<void(const Control&)> onChange;  // what happens at a change
+    std::function<void()> onShow;                  // at the first showing
     int windowChanges = 0;
     std::vector<std::wstring> focus;
     bool entryFinishes = true;
@@ -52,6 +64,7 @@ public:
     bool closed = false;
 
 private:
+    Form* form_ = nullptr;
     FormActions* actions_ = nullptr;
 };
 

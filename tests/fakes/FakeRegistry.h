@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <optional>
 #include <set>
@@ -77,7 +78,8 @@ public:
         if (failingValues.contains(valueName)) {
             Fail(L"RegSetValueEx of ValueName '" + valueName + L"'");
         }
-        keys[PathOf(key)][valueName] = data.substr(0, size);
+        const std::wstring text = data.substr(0, size);
+        keys[PathOf(key)][valueName] = codePage ? codePage(text) : text;
         writes.push_back(valueName);
         return 0;
     }
@@ -109,6 +111,7 @@ public:
     std::set<std::wstring> failingValues;     // cannot be written
     std::set<std::wstring> unreadableValues;  // tell their size and no more
     bool closingFails = false;
+    std::function<std::wstring(const std::wstring&)> codePage;  // what is kept of a text
     std::vector<std::wstring> writes;  // names of the values written, in order
     int openHandles = 0;
 

@@ -61,17 +61,27 @@ std::wstring Taken(xmlChar* owned) {
     return owned ? Wide(reinterpret_cast<const char*>(owned)) : std::wstring();
 }
 
+// As the program's reader trims a text by itself.
+std::wstring Trimmed(const std::wstring& text) {
+    constexpr const wchar_t* whiteSpace = L" \t\r\n";
+    const auto first = text.find_first_not_of(whiteSpace);
+    if (first == std::wstring::npos)
+        return {};
+    return text.substr(first, text.find_last_not_of(whiteSpace) - first + 1);
+}
+
 }  // namespace
 
-std::wstring LibxmlXPathReader::SelectNode(const std::wstring& reply,
-                                           const std::wstring& expression, NodeForm form) const {
+std::optional<std::wstring> LibxmlXPathReader::SelectNode(const std::wstring& reply,
+                                                          const std::wstring& expression,
+                                                          NodeForm form, WhiteSpace space) const {
     const std::string xml = Utf8(reply);
     const std::unique_ptr<xmlDoc, decltype(&xmlFreeDoc)> document(
         xmlReadMemory(xml.data(), static_cast<int>(xml.size()), nullptr, "UTF-8",
                       XML_PARSE_NOERROR | XML_PARSE_NOWARNING | XML_PARSE_HUGE),
         &xmlFreeDoc);
     if (!document)
-        return {};
+        return std::nullopt;
     const std::unique_ptr<xmlXPathContext, decltype(&xmlXPathFreeContext)> context(
         xmlXPathNewContext(document.get()), &xmlXPathFreeContext);
     const std::string path = Utf8(expression);
@@ -80,10 +90,12 @@ std::wstring LibxmlXPathReader::SelectNode(const std::wstring& reply,
     if (!result)
         throw MakeRuntimeError(ErrorNumber::InvalidProcedureCall);
     if (xmlXPathNodeSetIsEmpty(result->nodesetval))
-        return {};
+        return std::wstring();
     xmlNode* node = result->nodesetval->nodeTab[0];
-    if (form == NodeForm::Text)
-        return Taken(xmlNodeGetContent(node));
+    if (form == NodeForm::Text) {
+        const std::wstring text = Taken(xmlNodeGetContent(node));
+        return space == WhiteSpace::Kept ? text : Trimmed(text);
+    }
     const std::unique_ptr<xmlBuffer, decltype(&xmlBufferFree)> buffer(xmlBufferCreate(),
                                                                       &xmlBufferFree);
     xmlNodeDump(buffer.get(), document.get(), node, 0, 0);

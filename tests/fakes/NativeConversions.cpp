@@ -41,8 +41,9 @@ Whole WholeNumber(std::wstring_view text) {
     if (!value)
         throw MakeRuntimeError(ErrorNumber::TypeMismatch);
     const double rounded = std::nearbyint(*value);  // halves go to the even number
+    // The greatest 64-bit number is no double; the one above it is.
     if (rounded < static_cast<double>(std::numeric_limits<Whole>::min()) ||
-        rounded > static_cast<double>(std::numeric_limits<Whole>::max())) {
+        rounded >= static_cast<double>(std::numeric_limits<Whole>::max()) + (sizeof(Whole) < 8)) {
         throw MakeRuntimeError(ErrorNumber::Overflow);
     }
     return static_cast<Whole>(rounded);
@@ -72,6 +73,10 @@ std::int16_t IntegerFromText(std::wstring_view text) {
 
 std::int32_t LongFromText(std::wstring_view text) {
     return WholeNumber<std::int32_t>(text);
+}
+
+std::int64_t LongLongFromText(std::wstring_view text) {
+    return WholeNumber<std::int64_t>(text);
 }
 
 double DoubleFromText(std::wstring_view text) {

@@ -9,15 +9,10 @@ protected:
     void SetUp() override { Start(); }
 
     std::wstring Query(Client& client, const std::wstring& sql) {
-        return client.Ask(L"DataStream", {{L"Command", L"Query"}, {L"SQL", sql}, {L"Filter", L""}});
+        return client.Send(gmapi::Query(gmapi::Escaped(sql)));
     }
-    std::wstring Fetch(Client& client, const std::wstring& area, const std::wstring& count) {
-        return client.Ask(L"DataStream", {{L"Command", L"Fetch"},
-                                          {L"Area", area},
-                                          {L"FetchCount", count},
-                                          {L"Raw", L"1"},
-                                          {L"FieldDelimiter", L""},
-                                          {L"RowDelimiter", L""}});
+    std::wstring Fetch(Client& client, const std::wstring& area) {
+        return client.Send(gmapi::Fetch(area));
     }
     std::wstring Packet(const std::wstring& reply) {
         return Between(reply,
@@ -31,8 +26,8 @@ TEST_F(CommandTest, MacrosTellAboutTheSession) {
 
     EXPECT_EQ(client.Macro(L"&Version"), L"2014.1");
     EXPECT_EQ(client.Macro(L"&UserName"), L"MASTER");
-    EXPECT_EQ(client.Macro(L"&ProgramDataDir"), data_.path());
-    EXPECT_EQ(client.Macro(L"&SysDir"), data_.path());
+    EXPECT_EQ(client.Macro(L"&ProgramDataDir"), data_.folder());
+    EXPECT_EQ(client.Macro(L"&SysDir"), data_.folder());
 }
 
 TEST_F(CommandTest, SystemInformationListsItemsBelowOneElement) {
@@ -59,36 +54,32 @@ TEST_F(CommandTest, UnknownMacroFails) {
     Client client;
 
     EXPECT_EQ(client.Ask(L"Macro", {{L"Macro", L"&Weather"}}),
-              StatusReply(L"Macro", L'0', L"Unknown macro."));
+              gmapi::Reply(L"Macro", L"0", L"Unknown macro."));
 }
 
 TEST_F(CommandTest, HistoryMacroFailsUntilThereIsAHistoryRecord) {
     Client client;
 
     EXPECT_EQ(client.Ask(L"Macro", {{L"Macro", L"ContHist->RecID"}}),
-              StatusReply(L"Macro", L'0', L"No history record is open."));
+              gmapi::Reply(L"Macro", L"0", L"No history record is open."));
 }
 
 TEST_F(CommandTest, ValuesAreEscapedTwice) {
     Client client;
-    client.Ask(L"CallerID", {{L"Phone", L"(206)555-0106"},
-                             {L"Description", L""},
-                             {L"DisplayDialog", L"2"},
-                             {L"All", L"0"},
-                             {L"UPhone", L"0"}});
+    client.Send(gmapi::CallerID(L"(206)555-0106", L"2", L"0"));
 
     const std::wstring reply = client.Ask(L"Macro", {{L"Macro", L"Contact1->Company"}});
 
-    EXPECT_EQ(reply, StatusReply(L"Macro", L'1',
-                                 L"Smith &amp;amp; Sons &amp;lt;Roofing&amp;gt; "
-                                 L"&amp;quot;Best&amp;quot;"));
+    EXPECT_EQ(reply, gmapi::Reply(L"Macro", L"1",
+                                  L"Smith &amp;amp; Sons &amp;lt;Roofing&amp;gt; "
+                                  L"&amp;quot;Best&amp;quot;"));
 }
 
 TEST_F(CommandTest, TextOutsideAsciiArrivesUnchanged) {
     Client client;
-    client.Ask(L"RecordObj", {{L"Command", L"SetObject"}});
-    client.Ask(L"RecordObj", {{L"Command", L"SetOrder"}, {L"Argument", L"ContAcc"}});
-    client.Ask(L"RecordObj", {{L"Command", L"Seek"}, {L"Argument", L"A0006"}});
+    client.Send(gmapi::RecordObj(L"SetObject", L""));
+    client.Send(gmapi::RecordObj(L"SetOrder", L"ContAcc"));
+    client.Send(gmapi::RecordObj(L"Seek", L"A0006"));
 
     EXPECT_EQ(client.Macro(L"Contact1->Contact"), L"Zo\u00eb \u00c5ngstr\u00f6m-\u015awi\u0105tek");
 }
@@ -99,7 +90,7 @@ TEST_F(CommandTest, QueryYieldsRowsInAPacket) {
     const std::wstring query =
         Query(client, L"select AccountNo, Company from Contact1 where AccountNo = 'A0002'");
     const std::wstring area = Between(query, L"<status code=\"1\">", L"</status>");
-    const std::wstring fetched = Fetch(client, area, L"1");
+    const std::wstring fetched = Fetch(client, area);
 
     EXPECT_NE(area, L"0");
     EXPECT_EQ(Packet(fetched), L"3000-0001\nA0002\rBrightwater Ceramics");
@@ -116,16 +107,16 @@ TEST_F(CommandTest, PacketHeaderCountsAllMatchesAndTellsOfMore) {
                       L"(phone = '(206)555-0152' or fax = '(206)555-0152')"),
                 L"<status code=\"1\">", L"</status>");
 
-    EXPECT_EQ(Packet(Fetch(client, area, L"1")), L"0000-0002\nA0012");
-    EXPECT_EQ(Packet(Fetch(client, area, L"1")), L"3000-0002\nA0013");
-    EXPECT_EQ(Packet(Fetch(client, area, L"1")), L"3000-0002");
+    EXPECT_EQ(Packet(Fetch(client, area)), L"0000-0002\nA0012");
+    EXPECT_EQ(Packet(Fetch(client, area)), L"3000-0002\nA0013");
+    EXPECT_EQ(Packet(Fetch(client, area)), L"3000-0002");
 }
 
 TEST_F(CommandTest, QueryWithoutMatchesHasAreaZero) {
     Client client;
 
     EXPECT_EQ(Query(client, L"select AccountNo from Contact1 where AccountNo = 'none'"),
-              StatusReply(L"DataStream", L'1', L"0"));
+              gmapi::Reply(L"DataStream", L"1", L"0"));
 }
 
 TEST_F(CommandTest, SqlThatIsWrongFailsWithTheDatabasesMessage) {
@@ -143,10 +134,9 @@ TEST_F(CommandTest, SqlThatIsWrongFailsWithTheDatabasesMessage) {
     };
     Client client;
 
-    for (const Case& entry : cases) {
-        EXPECT_EQ(Query(client, entry.sql), StatusReply(L"DataStream", L'0', entry.message));
-    }
-    EXPECT_EQ(Sql(L"select count(*) > 200 from Contact1"), "1\n");
+    for (const Case& entry : cases)
+        EXPECT_EQ(Query(client, entry.sql), gmapi::Reply(L"DataStream", L"0", entry.message));
+    EXPECT_EQ(Sql("select count(*) > 200 from Contact1"), "1\n");
 }
 
 TEST_F(CommandTest, AreasOfOneKindAreUnknownToTheOther) {
@@ -155,11 +145,11 @@ TEST_F(CommandTest, AreasOfOneKindAreUnknownToTheOther) {
     const std::wstring missing = L"There is no such area.";
 
     EXPECT_EQ(client.Ask(L"DataStream", {{L"Command", L"Close"}, {L"Area", table}}),
-              StatusReply(L"DataStream", L'0', missing));
-    EXPECT_EQ(client.Ask(L"Close", {{L"Area", L"987654"}}), StatusReply(L"Close", L'0', missing));
+              gmapi::Reply(L"DataStream", L"0", missing));
+    EXPECT_EQ(client.Ask(L"Close", {{L"Area", L"987654"}}), gmapi::Reply(L"Close", L"0", missing));
     EXPECT_EQ(client.Ask(L"Read", {{L"Area", L""}, {L"Field", L"Ref"}}),
-              StatusReply(L"Read", L'0', missing));
-    EXPECT_EQ(Fetch(client, L"0", L"1"), StatusReply(L"DataStream", L'0', missing));
+              gmapi::Reply(L"Read", L"0", missing));
+    EXPECT_EQ(Fetch(client, L"0"), gmapi::Reply(L"DataStream", L"0", missing));
 }
 
 TEST_F(CommandTest, InsertedHistoryIsStoredAndItsNotesCanBeReplacedAndAppendedTo) {
@@ -193,8 +183,8 @@ TEST_F(CommandTest, InsertedHistoryIsStoredAndItsNotesCanBeReplacedAndAppendedTo
     EXPECT_EQ(id.size(), 15u);
     EXPECT_EQ(id.find_first_of(L"ABCDEFGHIJKLMNOPQRSTUVWXYZ"), 0u) << Utf8(id);
     EXPECT_EQ(client.Macro(L"ContHist->RecID"), id);
-    EXPECT_EQ(Sql(L"select AccountNo, RecType, Ref, Notes, UserID from ContHist "
-                  L"order by rowid desc limit 1"),
+    EXPECT_EQ(Sql("select AccountNo, RecType, Ref, Notes, UserID from ContHist "
+                  "order by rowid desc limit 1"),
               "A0002\tCI\tEnded incoming <call> & more\tfirst <b>&amp; second\tMASTER\n");
 }
 
@@ -202,7 +192,7 @@ TEST_F(CommandTest, HistoryForAnUnknownAccountAnswersZero) {
     Client client;
 
     EXPECT_EQ(client.Ask(L"InsHist", {{L"AccNo", L"nobody"}, {L"RecType", L"CI"}}),
-              StatusReply(L"InsHist", L'1', L"0"));
+              gmapi::Reply(L"InsHist", L"1", L"0"));
 }
 
 TEST_F(CommandTest, TextIsCutToItsFieldsWidth) {
@@ -210,7 +200,7 @@ TEST_F(CommandTest, TextIsCutToItsFieldsWidth) {
 
     client.Value(L"InsHist", {{L"AccNo", L"A0002"}, {L"Ref", std::wstring(70, L'r')}});
 
-    EXPECT_EQ(Sql(L"select length(Ref) from ContHist order by rowid desc limit 1"), "65\n");
+    EXPECT_EQ(Sql("select length(Ref) from ContHist order by rowid desc limit 1"), "65\n");
 }
 
 TEST_F(CommandTest, MoveTellsHowTheCursorCameToItsRecord) {
@@ -246,12 +236,12 @@ TEST_F(CommandTest, WhatCannotBeOpenedOrReplacedFails) {
     const std::wstring area = client.Value(L"Open", {{L"Filename", L"contact1"}});
 
     EXPECT_EQ(client.Ask(L"Open", {{L"Filename", L"CALENDAR"}}),
-              StatusReply(L"Open", L'0', L"There is no such table."));
+              gmapi::Reply(L"Open", L"0", L"There is no such table."));
     EXPECT_EQ(client.Ask(L"Replace", {{L"Area", area}, {L"Field", L"Company"}}),
-              StatusReply(L"Replace", L'0', L"The area stands on no record."));
+              gmapi::Reply(L"Replace", L"0", L"The area stands on no record."));
     client.Value(L"Move", {{L"Area", area}, {L"Command", L"TOP"}, {L"Parameter", L""}});
     EXPECT_EQ(client.Ask(L"Replace", {{L"Area", area}, {L"Field", L"x = 1 --"}}),
-              StatusReply(L"Replace", L'0', L"There is no such field that can be replaced."));
+              gmapi::Reply(L"Replace", L"0", L"There is no such field that can be replaced."));
 }
 
 TEST_F(CommandTest, RecordObjectStepsMustComeInOrder) {
@@ -292,9 +282,8 @@ TEST_F(CommandTest, MalformedCommandsFailWithoutACall) {
         EXPECT_EQ(reply.substr(0, 30), L"<GMAPI call=\"\"><status code=\"0") << Utf8(reply);
     }
     std::wstring nested;
-    for (int i = 0; i < 1000; ++i) {
+    for (int i = 0; i < 1000; ++i)
         nested += L"<data name=\"x\">";
-    }
     EXPECT_EQ(client.Send(L"<GMAPI call=\"Macro\">" + nested).substr(0, 15), L"<GMAPI call=\"\">");
     EXPECT_EQ(client.Macro(L"&UserName"), L"MASTER");
 }
@@ -303,14 +292,14 @@ TEST_F(CommandTest, UnknownCallFailsUnderItsName) {
     Client client;
 
     EXPECT_EQ(client.Send(L"<GMAPI call=\"Dance\"/>"),
-              StatusReply(L"Dance", L'0', L"Unknown command."));
+              gmapi::Reply(L"Dance", L"0", L"Unknown command."));
 }
 
 TEST_F(CommandTest, CommandOfAMegabyteIsAnswered) {
     Client client;
 
     EXPECT_EQ(client.Ask(L"StatusMsg", {{L"Message", std::wstring(1'000'000, L'm')}}),
-              StatusReply(L"StatusMsg", L'1', L"Success"));
+              gmapi::Reply(L"StatusMsg", L"1", L"Success"));
 }
 
 }  // namespace

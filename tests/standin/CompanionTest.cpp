@@ -12,34 +12,27 @@ namespace {
 class CompanionTest : public testing::Test {
 protected:
     void SetUp() override {
-        for (const wchar_t* name : {L"CallTriggerCmd.exe", L"ring.exe", L"answer.exe"}) {
-            ASSERT_TRUE(
-                CopyFileW(StandinFile(name).c_str(), (folder_.path() + name).c_str(), TRUE));
-        }
+        for (const wchar_t* name : {L"CallTriggerCmd.exe", L"ring.exe", L"answer.exe"})
+            CopyFileTo(StandinFile(name), File(name));
     }
-    std::wstring File(const std::wstring& name) const { return folder_.path() + name; }
+    std::wstring File(const std::wstring& name) const { return folder_.file(name); }
     DWORD Run(const std::wstring& program, const std::wstring& arguments) {
-        Process process(File(program), arguments, File(L"output.txt"));
-        EXPECT_TRUE(process.started());
+        const Process process(File(program), arguments, File(L"output.txt"));
         EXPECT_TRUE(process.WaitForEnd());
         return process.exitCode();
     }
     // What the program that ran last wrote.
     std::string Output() const {
-        std::string text = ReadFileText(File(L"output.txt"));
+        std::string text = ReadFileText(File(L"output.txt")).value_or("");
         std::erase(text, '\r');
         return text;
     }
 
-    TemporaryFolder folder_;
+    TemporaryFolder folder_{L"standin tests"};
 };
 
 TEST_F(CompanionTest, CallTriggerRecordsItsWholeCommandLine) {
-    const std::string program = "\"" + Utf8(File(L"CallTriggerCmd.exe")) + "\" ";
-    std::string escaped;
-    for (const char character : program) {
-        escaped += character == '\\' ? "\\\\" : std::string(1, character);
-    }
+    const std::string escaped = EscapedLine("\"" + Utf8(File(L"CallTriggerCmd.exe")) + "\" ");
 
     EXPECT_EQ(Run(L"CallTriggerCmd.exe", L"-cmd makecall:5551234567"), 0u);
     EXPECT_EQ(Run(L"CallTriggerCmd.exe", L"\u017c \"two words\""), 0u);
@@ -78,7 +71,7 @@ TEST_F(CompanionTest, RingSendsTheEventsOfACallInTurn) {
         EXPECT_EQ(Run(L"ring.exe", L"\"" + File(L"CallTriggerCmd.exe") + L"\" " + entry.arguments),
                   0u);
 
-        std::string log = ReadFileText(File(L"CallTriggerCmd.log"));
+        std::string log = ReadFileText(File(L"CallTriggerCmd.log")).value_or("");
         for (const std::string& line : entry.lines) {
             const size_t end = log.find('\n');
             ASSERT_NE(end, std::string::npos);
@@ -103,11 +96,11 @@ TEST_F(CompanionTest, RingGivesUpOnAProgramThatStaysBusyAndSendsNothingMore) {
     WriteFileText(File(L"CallTriggerCmd.delay"), "120000");
     const std::wstring arguments =
         L"\"" + File(L"CallTriggerCmd.exe") + L"\" call 5551234567 /Wait:1";
-    Process ring(File(L"ring.exe"), arguments, File(L"output.txt"));
+    const Process ring(File(L"ring.exe"), arguments, File(L"output.txt"));
 
     ASSERT_TRUE(ring.WaitForEnd());
 
-    const Process busy = ChildOf(ring.id(), L"CallTriggerCmd.exe");
+    const Process busy = Process::ChildOf(ring.id(), L"CallTriggerCmd.exe");
     EXPECT_TRUE(busy.started());
     EXPECT_EQ(busy.exitCode(), static_cast<DWORD>(STILL_ACTIVE));
     EXPECT_EQ(ring.exitCode(), 1u);
@@ -116,7 +109,7 @@ TEST_F(CompanionTest, RingGivesUpOnAProgramThatStaysBusyAndSendsNothingMore) {
         << Output();
     std::string log;
     EXPECT_TRUE(PumpUntil([&] {
-        log = ReadFileText(File(L"CallTriggerCmd.log"));
+        log = ReadFileText(File(L"CallTriggerCmd.log")).value_or("");
         return log.find(" /N:S ") != std::string::npos;
     }));
     EXPECT_EQ(log.find(" /N:C "), std::string::npos);

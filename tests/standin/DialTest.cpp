@@ -10,36 +10,30 @@ constexpr int dialPhone1 = 204;  // the menu's command
 // A call trigger in a folder of its own stands for the program that dials.
 class DialTest : public PracticeGoldMineTest {
 protected:
-    DialTest() {
-        EXPECT_TRUE(CopyFileW(StandinFile(L"CallTriggerCmd.exe").c_str(), program_.c_str(), TRUE));
-    }
+    DialTest() { CopyFileTo(StandinFile(L"CallTriggerCmd.exe"), program_); }
 
     void Instruct(const std::wstring& instruction, const std::wstring& user = L"MASTER") {
-        WriteFileText(DataFile(user + L".INI"),
+        WriteFileText(data_.file(user + L".INI"),
                       "[GoldMine]\r\nDDEDial=&Dial,,wrong.exe %s\r\n"
                       "[Modem]\r\nDeviceID=0\r\nDDEDial=" +
                           Utf8(instruction) + "\r\n");
     }
     std::wstring Switches(const std::wstring& number) const {
-        return L"/Data:\"" + data_.path() + L"\\\" \"/Dial:" + number + L"\"";
+        return data_.option() + L" \"/Dial:" + number + L"\"";
     }
     // One number dialed by gmw's own switch; answers its exit code.
     DWORD DialBySwitch(const std::wstring& number) {
-        return RunToEnd(L"gmw.exe", L"/Hidden " + Switches(number));
+        return RunToEnd(StandinFile(ordinaryGoldMine), L"/Hidden " + Switches(number));
     }
     // The command lines that the program was started with.
-    std::vector<std::string> Dialed() const {
-        return Lines(ReadFileText(folder_.path() + L"CallTriggerCmd.log"));
+    Lines Dialed() const {
+        return SplitLines(ReadFileText(folder_.file(L"CallTriggerCmd.log")).value_or(""), "\n");
     }
     bool WaitUntilDialed(size_t count) {
         return PumpUntil([&] { return Dialed().size() >= count; });
     }
     std::string Recorded(const std::wstring& arguments) const {
-        std::string line;
-        for (const char character : Utf8(program_ + arguments)) {
-            line += character == '\\' ? "\\\\" : std::string(1, character);
-        }
-        return line;
+        return EscapedLine(Utf8(program_ + arguments));
     }
     void Press(HWND window, int control) {
         PostMessageW(window, WM_COMMAND, MAKEWPARAM(control, BN_CLICKED),
@@ -47,17 +41,17 @@ protected:
     }
     // The message box of the practice GoldMine answered with OK; answers its text.
     std::string AnswerBox() {
-        const std::wstring out = DataFile(L"answer.txt");
-        Process answer(StandinFile(L"answer.exe"), L"\"Practice GoldMine\" OK", out);
+        const std::wstring out = data_.file(L"answer.txt");
+        const Process answer(StandinFile(L"answer.exe"), L"\"Practice GoldMine\" OK", out);
         EXPECT_TRUE(answer.WaitForEnd());
-        std::string text = ReadFileText(out);
+        std::string text = ReadFileText(out).value_or("");
         std::erase(text, '\r');
         EXPECT_EQ(answer.exitCode(), 0u) << text;
         return text;
     }
 
     TemporaryFolder folder_{L"standin-dial"};
-    const std::wstring program_ = folder_.path() + L"CallTriggerCmd.exe";
+    const std::wstring program_ = folder_.file(L"CallTriggerCmd.exe");
 };
 
 TEST_F(DialTest, WhatStandsBehindTheSecondCommaIsRunWithTheNumber) {
@@ -76,17 +70,14 @@ TEST_F(DialTest, WhatStandsBehindTheSecondCommaIsRunWithTheNumber) {
     };
     for (const Case& entry : cases) {
         // The call trigger of the case before may still be ending.
-        EXPECT_TRUE(PumpUntil([&] {
-            return DeleteFileW((folder_.path() + L"CallTriggerCmd.log").c_str()) != FALSE ||
-                   GetLastError() == ERROR_FILE_NOT_FOUND;
-        }));
+        DeleteFileWhenFree(folder_.file(L"CallTriggerCmd.log"));
         Instruct(entry.instruction);
 
         EXPECT_EQ(DialBySwitch(entry.number), 0u);
 
         EXPECT_TRUE(WaitUntilDialed(1)) << Utf8(entry.instruction);
         EXPECT_EQ(Dialed(), std::vector<std::string>{entry.recorded});
-        EXPECT_EQ(Journal().back(), "# dial " + entry.recorded);
+        EXPECT_EQ(data_.Journal().back(), "# dial " + entry.recorded);
     }
 }
 
@@ -94,22 +85,23 @@ TEST_F(DialTest, TheUserWhoIsLoggedInHasHisOwnInstruction) {
     Instruct(L"&Dial,," + program_ + L" master %s");
     Instruct(L"&Dial,," + program_ + L" anna %s", L"ANNA");
 
-    EXPECT_EQ(RunToEnd(L"gmw.exe", L"/Hidden /User:ANNA " + Switches(L"12")), 0u);
+    EXPECT_EQ(RunToEnd(StandinFile(ordinaryGoldMine), L"/Hidden /User:ANNA " + Switches(L"12")),
+              0u);
 
     EXPECT_TRUE(WaitUntilDialed(1));
     EXPECT_EQ(Dialed().front(), Recorded(L" anna 12"));
 }
 
 TEST_F(DialTest, DialingDoesNotWaitForTheProgram) {
-    WriteFileText(folder_.path() + L"CallTriggerCmd.delay", "120000");
+    folder_.Write(L"CallTriggerCmd.delay", "120000");
     Instruct(L"&Dial,," + program_ + L" %s");
-    Process dialing(StandinFile(L"gmw.exe"), Switches(L"12"));
+    const Process dialing(StandinFile(ordinaryGoldMine), Switches(L"12"));
 
     ASSERT_TRUE(dialing.WaitForEnd());
 
     EXPECT_EQ(dialing.exitCode(), 0u);
     EXPECT_TRUE(WaitUntilDialed(1));
-    const Process program = ChildOf(dialing.id(), L"CallTriggerCmd.exe");
+    const Process program = Process::ChildOf(dialing.id(), L"CallTriggerCmd.exe");
     EXPECT_TRUE(program.started());
     EXPECT_EQ(program.exitCode(), static_cast<DWORD>(STILL_ACTIVE));
 }
@@ -126,7 +118,7 @@ TEST_F(DialTest, WhatCannotBeDialedIsToldToTheUser) {
         {L"", L"12",
          "GoldMine does not know how to dial: there is no DDEDial instruction in section [Modem] "
          "of this file.\n\n" +
-             Utf8(DataFile(L"MASTER.INI"))},
+             Utf8(data_.file(L"MASTER.INI"))},
         {L"C:\\dial.exe %s", L"12", unreadable + "C:\\dial.exe %s"},
         {L"&Dial,C:\\dial.exe %s", L"12", unreadable + "&Dial,C:\\dial.exe %s"},
         {L"&Dial,,", L"12", unreadable + "&Dial,,"},
@@ -136,14 +128,15 @@ TEST_F(DialTest, WhatCannotBeDialedIsToldToTheUser) {
     };
     for (const Case& entry : cases) {
         Instruct(entry.instruction);
-        Process dialing(StandinFile(L"gmw.exe"), Switches(entry.number));
+        const Process dialing(StandinFile(ordinaryGoldMine), Switches(entry.number));
 
         EXPECT_EQ(AnswerBox(), entry.message + "\n[OK]\n");
 
         EXPECT_TRUE(dialing.WaitForEnd());
         EXPECT_EQ(dialing.exitCode(), 1u);
-        EXPECT_EQ(Journal().back().rfind("# not dialed: " + entry.message.substr(0, 20), 0), 0u)
-            << Journal().back();
+        EXPECT_EQ(data_.Journal().back().rfind("# not dialed: " + entry.message.substr(0, 20), 0),
+                  0u)
+            << data_.Journal().back();
     }
 }
 
@@ -152,21 +145,21 @@ TEST_F(DialTest, HiddenDialingShowsNoBox) {
 }
 
 TEST_F(DialTest, EachPhoneOfTheContactHasAButton) {
-    Start(L"/Record:A0002");
+    Start("/Record:A0002");
     Instruct(L"&Dial,," + program_ + L" %s");
 
-    Press(MainWindow(), firstDialButton);
+    Press(goldMine().MainWindow(), firstDialButton);
     EXPECT_TRUE(WaitUntilDialed(1));
-    Press(MainWindow(), firstDialButton + 1);
+    Press(goldMine().MainWindow(), firstDialButton + 1);
     EXPECT_TRUE(WaitUntilDialed(2));
-    Press(MainWindow(), dialPhone1);
+    Press(goldMine().MainWindow(), dialPhone1);
     EXPECT_TRUE(WaitUntilDialed(3));
 
     const std::vector<std::string> expected = {
         Recorded(L" (555)123-4567"), Recorded(L" (206)555-0101"), Recorded(L" (555)123-4567")};
     EXPECT_EQ(Dialed(), expected);
-    EXPECT_TRUE(IsWindowEnabled(GetDlgItem(MainWindow(), firstDialButton + 1)));
-    EXPECT_FALSE(IsWindowEnabled(GetDlgItem(MainWindow(), firstDialButton + 2)));
+    EXPECT_TRUE(IsWindowEnabled(GetDlgItem(goldMine().MainWindow(), firstDialButton + 1)));
+    EXPECT_FALSE(IsWindowEnabled(GetDlgItem(goldMine().MainWindow(), firstDialButton + 2)));
 }
 
 TEST_F(DialTest, FurtherContactWindowDialsItsOwnContact) {
@@ -175,28 +168,28 @@ TEST_F(DialTest, FurtherContactWindowDialsItsOwnContact) {
     Client client;
     client.Ask(L"CallerID", {{L"Phone", L"(555)123-4567"}, {L"DisplayDialog", L"1"}});
 
-    Press(WindowTitled(L"Brightwater Ceramics"), firstDialButton);
+    Press(goldMine().WindowTitled("Brightwater Ceramics"), firstDialButton);
 
     EXPECT_TRUE(WaitUntilDialed(1));
     EXPECT_EQ(Dialed().front(), Recorded(L" (555)123-4567"));
 }
 
 TEST_F(DialTest, InstructionIsReadWhenItIsNeeded) {
-    Start(L"/Record:A0002");
-    Press(MainWindow(), firstDialButton);
+    Start("/Record:A0002");
+    Press(goldMine().MainWindow(), firstDialButton);
     EXPECT_EQ(AnswerBox().rfind("GoldMine does not know how to dial", 0), 0u);
 
     const std::wstring instruction = L"&Dial,," + program_ + L" %s";
     WritePrivateProfileStringW(L"Modem", L"DDEDial", instruction.c_str(),
-                               DataFile(L"MASTER.INI").c_str());
-    Press(MainWindow(), firstDialButton);
+                               data_.file(L"MASTER.INI").c_str());
+    Press(goldMine().MainWindow(), firstDialButton);
 
     EXPECT_TRUE(WaitUntilDialed(1));
     EXPECT_EQ(Dialed(), std::vector<std::string>{Recorded(L" (555)123-4567")});
 }
 
 TEST_F(DialTest, NumberMustBeGiven) {
-    EXPECT_EQ(RunToEnd(L"gmw.exe", L"/Hidden /Dial:"), 2u);
+    EXPECT_EQ(RunToEnd(StandinFile(ordinaryGoldMine), L"/Hidden /Dial:"), 2u);
 }
 
 }  // namespace

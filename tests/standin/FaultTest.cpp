@@ -4,10 +4,9 @@
 namespace standin_tests {
 namespace {
 
-const std::wstring askForVersion =
-    L"<GMAPI call=\"Macro\"><data name=\"Macro\">&amp;Version</data></GMAPI>";
-const std::wstring version = StatusReply(L"Macro", L'1', L"2014.1");
-const std::wstring completeCall = L"<GMAPI call=\"MenuCommand\">CompleteScheduledCall</GMAPI>";
+const std::wstring askForVersion = gmapi::Macro(L"&amp;Version");
+const std::wstring version = gmapi::Reply(L"Macro", L"1", L"2014.1");
+const std::wstring completeCall = gmapi::MenuCommand(L"CompleteScheduledCall");
 
 class FaultTest : public PracticeGoldMineTest {
 protected:
@@ -20,10 +19,10 @@ TEST_F(FaultTest, RepliesCanBeReplaced) {
         std::wstring reply;
     };
     const Case cases[] = {
-        {"Macro status 0 not now", StatusReply(L"Macro", L'0', L"not now")},
-        {"Macro:&Version status 5", StatusReply(L"Macro", L'5', L"")},
+        {"Macro status 0 not now", gmapi::Reply(L"Macro", L"0", L"not now")},
+        {"Macro:&Version status 5", gmapi::Reply(L"Macro", L"5", L"")},
         {"Macro:&UserName status 0", version},
-        {"* value a\\r\\n<b>", StatusReply(L"Macro", L'1', L"a&#13;\n&amp;lt;b&amp;gt;")},
+        {"* value a\\r\\n<b>", gmapi::Reply(L"Macro", L"1", L"a&#13;\n&amp;lt;b&amp;gt;")},
         {"Macro reply no XML\\tat all", L"no XML\tat all"},
         {"Macro reply", L""},
         {"# Macro status 0", version},
@@ -33,17 +32,17 @@ TEST_F(FaultTest, RepliesCanBeReplaced) {
     Client client;
 
     for (const Case& entry : cases) {
-        WriteFaults(std::string(entry.fault) + "\r\n");
+        data_.SetFaults(std::string(entry.fault) + "\r\n");
         EXPECT_EQ(client.Send(askForVersion), entry.reply) << entry.fault;
     }
 }
 
 TEST_F(FaultTest, FaultCanHitOneOfSeveralCommands) {
-    WriteFaults("Macro@2 status 0 second\n");
+    data_.SetFaults("Macro@2 status 0 second\n");
     Client client;
 
     EXPECT_EQ(client.Send(askForVersion), version);
-    EXPECT_EQ(client.Send(askForVersion), StatusReply(L"Macro", L'0', L"second"));
+    EXPECT_EQ(client.Send(askForVersion), gmapi::Reply(L"Macro", L"0", L"second"));
     EXPECT_EQ(client.Send(askForVersion), version);
 }
 
@@ -61,15 +60,15 @@ TEST_F(FaultTest, CallsCanFailAsCalls) {
     Client client;
 
     for (const Case& entry : cases) {
-        WriteFaults(entry.fault);
+        data_.SetFaults(entry.fault);
         EXPECT_EQ(client.TrySend(askForVersion).result, entry.result) << entry.fault;
-        EXPECT_EQ(Journal().back(), entry.journalLine);
+        EXPECT_EQ(data_.Journal().back(), entry.journalLine);
     }
 }
 
 TEST_F(FaultTest, ExceptionCarriesNumberSourceAndDescription) {
     Client client;
-    WriteFaults("Macro exception 91 GoldMine.UI|Object variable|not set");
+    data_.SetFaults("Macro exception 91 GoldMine.UI|Object variable|not set");
 
     const Reply small = client.TrySend(askForVersion);
 
@@ -79,14 +78,14 @@ TEST_F(FaultTest, ExceptionCarriesNumberSourceAndDescription) {
     EXPECT_EQ(small.source, L"GoldMine.UI");
     EXPECT_EQ(small.description, L"Object variable|not set");
 
-    WriteFaults("Macro exception -2147220990 GoldMine|Out of luck");
+    data_.SetFaults("Macro exception -2147220990 GoldMine|Out of luck");
     const Reply large = client.TrySend(askForVersion);
     EXPECT_EQ(large.exception.wCode, 0);
     EXPECT_EQ(large.exception.scode, -2147220990);
 }
 
 TEST_F(FaultTest, BusyRejectsTheFirstTries) {
-    WriteFaults("Macro busy 2\n");
+    data_.SetFaults("Macro busy 2\n");
     Client client;
 
     EXPECT_EQ(client.TrySend(askForVersion).result, RPC_E_SERVERCALL_RETRYLATER);
@@ -95,7 +94,7 @@ TEST_F(FaultTest, BusyRejectsTheFirstTries) {
 }
 
 TEST_F(FaultTest, DelayedCommandIsAnsweredLater) {
-    WriteFaults("Macro delay 700\n");
+    data_.SetFaults("Macro delay 700\n");
     Client client;
     const ULONGLONG start = GetTickCount64();
 
@@ -105,22 +104,21 @@ TEST_F(FaultTest, DelayedCommandIsAnsweredLater) {
 }
 
 TEST_F(FaultTest, DyingEndsTheProcessInMidCall) {
-    WriteFaults("Macro die\n");
+    data_.SetFaults("Macro die\n");
     Client client;
 
     EXPECT_TRUE(FAILED(client.TrySend(askForVersion).result));
 
-    EXPECT_TRUE(process_.WaitForEnd());
-    EXPECT_EQ(Journal().back(), "> " + Utf8(askForVersion));
-    process_ = Process();
+    WaitForItsEnd();
+    EXPECT_EQ(data_.Journal().back(), "> " + Utf8(askForVersion));
 }
 
 TEST_F(FaultTest, AnotherOneCanBeStartedAfterDying) {
-    WriteFaults("Macro die\n");
+    data_.SetFaults("Macro die\n");
     Client before;
     before.TrySend(askForVersion);
-    EXPECT_TRUE(process_.WaitForEnd());
-    WriteFaults("");
+    WaitForItsEnd();
+    data_.SetFaults("");
 
     Start();
     Client after;
@@ -141,7 +139,7 @@ TEST_F(FaultTest, EventComesWhenTheFaultSays) {
         {"MenuCommand event never", 0, 0},
     };
     for (const Case& entry : cases) {
-        WriteFaults(entry.fault);
+        data_.SetFaults(entry.fault);
         Client client;
         client.Watch(true);
 
@@ -151,7 +149,7 @@ TEST_F(FaultTest, EventComesWhenTheFaultSays) {
         EXPECT_TRUE(PumpUntil([&] { return client.events().size() >= entry.afterwards; }))
             << entry.fault;
         // Closing the dialog raises the next event; what came before it is all there was.
-        const HWND window = WindowTitled(L"Complete Call");
+        const HWND window = goldMine().WindowTitled("Complete Call");
         PostMessageW(window, WM_CLOSE, 0, 0);
         EXPECT_TRUE(
             PumpUntil([&] { return !client.events().empty() && !client.events().back().up; }));
@@ -160,9 +158,8 @@ TEST_F(FaultTest, EventComesWhenTheFaultSays) {
 }
 
 TEST_F(FaultTest, EventWaitsForASignal) {
-    const std::unique_ptr<void, decltype(&CloseHandle)> signal(
-        CreateEventW(nullptr, TRUE, FALSE, L"standin tests signal"), &CloseHandle);
-    WriteFaults("MenuCommand event on standin tests signal");
+    const KernelHandle signal(CreateEventW(nullptr, TRUE, FALSE, L"standin tests signal"));
+    data_.SetFaults("MenuCommand event on standin tests signal");
     Client client;
     client.Watch(true);
 
@@ -176,7 +173,7 @@ TEST_F(FaultTest, EventWaitsForASignal) {
 }
 
 TEST_F(FaultTest, AnyEventCanBeRaisedBeforeAReply) {
-    WriteFaults("Macro raise SOMEWINDOW 1 4711\nMacro raise OTHER 0 -3\n");
+    data_.SetFaults("Macro raise SOMEWINDOW 1 4711\nMacro raise OTHER 0 -3\n");
     Client client;
 
     EXPECT_EQ(client.Send(askForVersion), version);
@@ -187,11 +184,11 @@ TEST_F(FaultTest, AnyEventCanBeRaisedBeforeAReply) {
     EXPECT_EQ(client.events()[0].windowHandle, 4711);
     EXPECT_FALSE(client.events()[1].up);
     EXPECT_EQ(client.events()[1].windowHandle, -3);
-    EXPECT_EQ(Journal()[Journal().size() - 2], "! WindowUpDown OTHER 0 -3");
+    EXPECT_EQ(data_.Journal()[data_.Journal().size() - 2], "! WindowUpDown OTHER 0 -3");
 }
 
 TEST_F(FaultTest, RecordIdsCanBeNumeric) {
-    WriteFaults("InsHist ids numeric\n");
+    data_.SetFaults("InsHist ids numeric\n");
     Client client;
 
     const std::wstring id = client.Value(L"InsHist", {{L"AccNo", L"A0002"}});
@@ -202,15 +199,14 @@ TEST_F(FaultTest, RecordIdsCanBeNumeric) {
 }
 
 TEST_F(FaultTest, LineThatMakesNoSenseIsReportedInTheJournal) {
-    WriteFaults("Macro explode\nMacro delay soon\nMacro@0 die\nMacro busy\nMacro hresult 0\n");
+    data_.SetFaults("Macro explode\nMacro delay soon\nMacro@0 die\nMacro busy\nMacro hresult 0\n");
     Client client;
 
     EXPECT_EQ(client.Send(askForVersion), version);
 
     int reported = 0;
-    for (const std::string& line : Journal()) {
+    for (const std::string& line : data_.Journal())
         reported += line.rfind("# fault not understood: ", 0) == 0 ? 1 : 0;
-    }
     EXPECT_EQ(reported, 5);
 }
 

@@ -23,10 +23,10 @@ protected:
     // Each test registers for itself.
     static void SetUpTestSuite() {}
     static void TearDownTestSuite() {}
-    void SetUp() override { ASSERT_EQ(RunToEnd(GetParam()->program, L"/RegServer"), 0u); }
+    void SetUp() override { RegisterGoldMine(GetParam()->program); }
     void TearDown() override {
         PracticeGoldMineTest::TearDown();
-        EXPECT_EQ(RunToEnd(GetParam()->program, L"/UnregServer"), 0u);
+        UnregisterGoldMine(GetParam()->program);
     }
 };
 
@@ -47,7 +47,7 @@ TEST_P(ServerTest, RegistrationIsCompleteAndUndone) {
               L"{00020424-0000-0000-C000-000000000046}");
     EXPECT_NE(ClassValue(libraryKey), L"<none>");
 
-    ASSERT_EQ(RunToEnd(flavour.program, L"-unregserver"), 0u);
+    ASSERT_EQ(RunToEnd(StandinFile(flavour.program), L"-unregserver"), 0u);
     for (const std::wstring& key :
          {classKey, std::wstring(flavour.programId), interfaceKey, interfaceKey + L"\\TypeLib",
           libraryKey, std::wstring(L"TypeLib\\") + flavour.libraryId}) {
@@ -55,20 +55,19 @@ TEST_P(ServerTest, RegistrationIsCompleteAndUndone) {
         EXPECT_EQ(RegOpenKeyExW(HKEY_CLASSES_ROOT, key.c_str(), 0, KEY_READ, &opened),
                   ERROR_FILE_NOT_FOUND)
             << Utf8(key);
-        if (opened != nullptr) {
+        if (opened)
             RegCloseKey(opened);
-        }
     }
 }
 
 TEST_P(ServerTest, ClientsConnectSendAndHearEvents) {
     const Flavour& flavour = *GetParam();
-    Start(L"", flavour);
+    Start("", flavour);
     Client client(flavour);
     ASSERT_TRUE(client.connected());
     client.Watch(true);
 
-    client.Send(L"<GMAPI call=\"MenuCommand\">CompleteScheduledCall</GMAPI>");
+    client.Send(gmapi::MenuCommand(L"CompleteScheduledCall"));
 
     EXPECT_EQ(client.Macro(L"&Version"), L"2014.1");
     EXPECT_TRUE(PumpUntil([&] { return client.events().size() == 1; }));
@@ -76,22 +75,21 @@ TEST_P(ServerTest, ClientsConnectSendAndHearEvents) {
 }
 
 TEST_P(ServerTest, CommandMethodIsTheFirstAfterTheDispatchMethods) {
-    Start(L"", *GetParam());
+    Start("", *GetParam());
     Client client(*GetParam());
     void* direct = nullptr;
     ASSERT_EQ(client.object()->QueryInterface(userInterfaceId, &direct), S_OK);
     auto* object = static_cast<ByLayout*>(direct);
-    const BSTR command =
-        SysAllocString(L"<GMAPI call=\"Macro\"><data name=\"Macro\">&amp;UserName</data></GMAPI>");
+    const BSTR command = SysAllocString(gmapi::Macro(L"&amp;UserName").c_str());
     BSTR reply = nullptr;
 
     EXPECT_EQ(object->First(command, &reply), S_OK);
 
     EXPECT_STREQ(reply, L"<GMAPI call=\"Macro\"><status code=\"1\">MASTER</status></GMAPI>");
-    WriteFaults("Macro access-denied");
+    data_.SetFaults("Macro access-denied");
     BSTR none = nullptr;
     EXPECT_EQ(object->First(command, &none), E_ACCESSDENIED);
-    WriteFaults("Macro exception 91 GoldMine|not set");
+    data_.SetFaults("Macro exception 91 GoldMine|not set");
     EXPECT_EQ(object->First(command, &none), static_cast<HRESULT>(0x800A005B));
     SysFreeString(none);
     SysFreeString(reply);
@@ -101,7 +99,7 @@ TEST_P(ServerTest, CommandMethodIsTheFirstAfterTheDispatchMethods) {
 
 TEST_P(ServerTest, ObjectTellsItsClassAndEventInterface) {
     const Flavour& flavour = *GetParam();
-    Start(L"", flavour);
+    Start("", flavour);
     Client client(flavour);
     ComPtr<IProvideClassInfo2> provider;
     ASSERT_EQ(client.object()->QueryInterface(IID_IProvideClassInfo2,
@@ -142,23 +140,23 @@ INSTANTIATE_TEST_SUITE_P(Flavours, ServerTest, testing::Values(&ordinary, &other
 using StartTest = PracticeGoldMineTest;
 
 TEST_F(StartTest, FreshStartWritesIniFilesAndBeginsTheJournal) {
-    WriteFileText(DataFile(L"journal.txt"), "old\n");
-    WriteFileText(DataFile(L"gmw.sqlite"), "");
-    WriteFileText(DataFile(L"ANNA.INI"), "[Modem]\r\nDeviceID=7\r\n");
+    WriteFileText(data_.file(L"journal.txt"), "old\n");
+    WriteFileText(data_.file(L"gmw.sqlite"), "");
+    WriteFileText(data_.file(L"ANNA.INI"), "[Modem]\r\nDeviceID=7\r\n");
 
-    Start(L"/User:ANNA");
+    Start("/User:ANNA");
 
     const std::vector<std::string> expected = {"# gmw started", "# clients can connect"};
-    EXPECT_EQ(Journal(), expected);
-    EXPECT_EQ(ReadFileText(DataFile(L"GM.INI")), "[GoldMine]\r\nHTML_Cal_Notes=0\r\n");
-    EXPECT_EQ(ReadFileText(DataFile(L"ANNA.INI")), "[Modem]\r\nDeviceID=7\r\n");
+    EXPECT_EQ(data_.Journal(), expected);
+    EXPECT_EQ(ReadFileText(data_.file(L"GM.INI")), "[GoldMine]\r\nHTML_Cal_Notes=0\r\n");
+    EXPECT_EQ(ReadFileText(data_.file(L"ANNA.INI")), "[Modem]\r\nDeviceID=7\r\n");
 }
 
 TEST_F(StartTest, NoIniLeavesIniFilesOut) {
-    Start(L"/NoIni");
+    Start("/NoIni");
 
-    EXPECT_EQ(ReadFileText(DataFile(L"GM.INI")), "");
-    EXPECT_EQ(ReadFileText(DataFile(L"MASTER.INI")), "");
+    EXPECT_EQ(ReadFileText(data_.file(L"GM.INI")).value_or(""), "");
+    EXPECT_EQ(ReadFileText(data_.file(L"MASTER.INI")).value_or(""), "");
 }
 
 TEST_F(StartTest, JournalHoldsCommandsAndRepliesOnOneLineEach) {
@@ -173,28 +171,29 @@ TEST_F(StartTest, JournalHoldsCommandsAndRepliesOnOneLineEach) {
         "> <GMAPI call=\"Macro\">\\r\\n\\t<data name=\"Macro\">&amp;UserName</data>\\\\</GMAPI>",
         "< <GMAPI call=\"Macro\"><status code=\"1\">MASTER</status></GMAPI>",
     };
-    EXPECT_EQ(Journal(), expected);
+    EXPECT_EQ(data_.Journal(), expected);
 }
 
 TEST_F(StartTest, HiddenMeansNoVisibleMainWindow) {
     Start();
 
-    EXPECT_FALSE(IsWindowVisible(MainWindow()));
+    EXPECT_FALSE(IsWindowVisible(goldMine().MainWindow()));
 }
 
 TEST_F(StartTest, UnknownOptionEndsWithAnErrorCode) {
-    EXPECT_EQ(RunToEnd(L"gmw.exe", L"/Hidden /Frsh"), 2u);
+    EXPECT_EQ(RunToEnd(StandinFile(ordinaryGoldMine), L"/Hidden /Frsh"), 2u);
 }
 
 TEST_F(StartTest, DumpWritesTheHistoryAsLines) {
     Start();
     Close();
-    const std::wstring out = DataFile(L"dump.txt");
+    const std::wstring out = data_.file(L"dump.txt");
 
-    EXPECT_EQ(
-        RunToEnd(L"gmw.exe", L"/Dump /Data:\"" + data_.path() + L"\\\" /Out:\"" + out + L"\""), 0u);
+    EXPECT_EQ(RunToEnd(StandinFile(ordinaryGoldMine),
+                       L"/Dump " + data_.option() + L" /Out:\"" + out + L"\""),
+              0u);
 
-    const std::string dump = ReadFileText(out);
+    const std::string dump = ReadFileText(out).value_or("");
     EXPECT_EQ(dump.rfind("UserID=MASTER\nAccountNo=A0001\nRecType=CI\n", 0), 0u) << dump;
     EXPECT_NE(dump.find("\nNotes=Delivery in week 13.\\r\\nPays by transfer.\n"),
               std::string::npos);
@@ -203,10 +202,10 @@ TEST_F(StartTest, DumpWritesTheHistoryAsLines) {
 
 TEST_F(StartTest, SqlSwitchReportsErrorsInItsFile) {
     Start();
-    const std::wstring out = DataFile(L"out.txt");
+    const std::wstring out = data_.file(L"out.txt");
 
-    EXPECT_EQ(RunToEnd(L"gmw.exe",
-                       L"/Data:\"" + data_.path() + L"\\\" /Sql:\"selec 1\" /Out:\"" + out + L"\""),
+    EXPECT_EQ(RunToEnd(StandinFile(ordinaryGoldMine),
+                       data_.option() + L" /Sql:\"selec 1\" /Out:\"" + out + L"\""),
               1u);
 
     EXPECT_EQ(ReadFileText(out), "error: near \"selec\": syntax error\n");

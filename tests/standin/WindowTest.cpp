@@ -6,27 +6,14 @@ namespace {
 
 constexpr int referenceControl = 1016;
 constexpr int notesControl = 1017;
-const std::wstring executed =
-    L"<GMAPI call=\"MenuCommand\"><status code=\"1\">The command was executed.</status></GMAPI>";
-
-std::wstring MenuCommand(const std::wstring& name) {
-    return L"<GMAPI call=\"MenuCommand\">" + name + L"</GMAPI>";
-}
+const std::wstring executed = gmapi::Reply(L"MenuCommand", L"1", L"The command was executed.");
 
 class WindowTest : public PracticeGoldMineTest {
 protected:
-    std::wstring CallerID(Client& client, const std::wstring& phone, const wchar_t* display,
-                          const wchar_t* all) {
-        return client.Ask(L"CallerID", {{L"Phone", phone},
-                                        {L"Description", L""},
-                                        {L"DisplayDialog", display},
-                                        {L"All", all},
-                                        {L"UPhone", L"0"}});
-    }
     // Opens Complete Call and answers its window as the event gave it.
     HWND OpenCompleteCall(Client& client, const std::wstring& command) {
         client.Watch(true);
-        EXPECT_EQ(client.Send(MenuCommand(command)), executed);
+        EXPECT_EQ(client.Send(gmapi::MenuCommand(command)), executed);
         // An event about an earlier window may still come.
         const auto opened = [&] { return !client.events().empty() && client.events().back().up; };
         EXPECT_TRUE(PumpUntil(opened));
@@ -34,10 +21,8 @@ protected:
                         : nullptr;
     }
     std::wstring SetText(Client& client, HWND window, int control, const std::wstring& text) {
-        return client.Ask(L"SetControlText",
-                          {{L"hWndParent", std::to_wstring(HandleToLong(window))},
-                           {L"ID", std::to_wstring(control)},
-                           {L"Text", text}});
+        return client.Send(gmapi::SetControlText(std::to_wstring(HandleToLong(window)),
+                                                 std::to_wstring(control), gmapi::Escaped(text)));
     }
     void PressAndWaitUntilGone(HWND window, int button) {
         PostMessageW(window, WM_COMMAND, static_cast<WPARAM>(button), 0);
@@ -49,24 +34,24 @@ TEST_F(WindowTest, CallerIDShowsTheContactInTheCurrentWindow) {
     Start();
     Client client;
 
-    EXPECT_EQ(CallerID(client, L"(555)123-4567", L"2", L"0"),
-              StatusReply(L"CallerID", L'1', L"Success"));
+    EXPECT_EQ(client.Send(gmapi::CallerID(L"(555)123-4567", L"2", L"0")),
+              gmapi::Reply(L"CallerID", L"1", L"Success"));
 
     EXPECT_EQ(client.Macro(L"Contact1->AccountNo"), L"A0002");
-    EXPECT_EQ(WindowTitled(L"Brightwater Ceramics"), MainWindow());
+    EXPECT_EQ(goldMine().WindowTitled("Brightwater Ceramics"), goldMine().MainWindow());
 }
 
 TEST_F(WindowTest, CallerIDShowsTheContactInANewWindowWhichIsThenTheCurrentOne) {
     Start();
     Client client;
 
-    EXPECT_EQ(CallerID(client, L"(555)123-4567", L"1", L"0"),
-              StatusReply(L"CallerID", L'1', L"Success"));
+    EXPECT_EQ(client.Send(gmapi::CallerID(L"(555)123-4567", L"1", L"0")),
+              gmapi::Reply(L"CallerID", L"1", L"Success"));
 
     EXPECT_EQ(client.Macro(L"Contact1->AccountNo"), L"A0002");
-    const HWND window = WindowTitled(L"Brightwater Ceramics");
+    const HWND window = goldMine().WindowTitled("Brightwater Ceramics");
     EXPECT_NE(window, nullptr);
-    EXPECT_NE(window, MainWindow());
+    EXPECT_NE(window, goldMine().MainWindow());
     PostMessageW(window, WM_CLOSE, 0, 0);
     EXPECT_TRUE(PumpUntil([&] { return !IsWindow(window); }));
     EXPECT_EQ(client.Macro(L"Contact1->AccountNo"), L"A0001");
@@ -91,24 +76,24 @@ TEST_F(WindowTest, CallerIDSearchesTheFieldsAskedForByExactText) {
     Client client;
 
     for (const Case& entry : cases) {
-        EXPECT_EQ(CallerID(client, entry.phone, L"2", entry.all).at(37), entry.status)
+        EXPECT_EQ(client.Send(gmapi::CallerID(entry.phone, L"2", entry.all)).at(37), entry.status)
             << Utf8(entry.phone) << " " << Utf8(entry.all);
     }
 }
 
 TEST_F(WindowTest, WithoutAnOpenRecordContactMacrosAndMenuCommandsFail) {
-    Start(L"/NoRecord");
+    Start("/NoRecord");
     Client client;
 
     EXPECT_EQ(client.Ask(L"Macro", {{L"Macro", L"&Phone1"}}),
-              StatusReply(L"Macro", L'0', L"No contact record is open."));
+              gmapi::Reply(L"Macro", L"0", L"No contact record is open."));
     EXPECT_EQ(client.Ask(L"Macro", {{L"Macro", L"Contact1->AccountNo"}}).at(34), L'0');
-    EXPECT_EQ(client.Send(MenuCommand(L"CompleteScheduledCall")),
-              StatusReply(L"MenuCommand", L'0', L"No contact record is open."));
+    EXPECT_EQ(client.Send(gmapi::MenuCommand(L"CompleteScheduledCall")),
+              gmapi::Reply(L"MenuCommand", L"0", L"No contact record is open."));
 }
 
 TEST_F(WindowTest, RecordOptionOpensThatContact) {
-    Start(L"\"/Record:A0018 & Co\" /User:ANNA /Version:6.7");
+    Start("\"/Record:A0018 & Co\" /User:ANNA /Version:6.7");
     Client client;
 
     EXPECT_EQ(client.Macro(L"Contact1->AccountNo"), L"A0018 & Co");
@@ -141,7 +126,7 @@ TEST_F(WindowTest, CompleteCallRaisesTheEventAfterTheReply) {
     EXPECT_TRUE(IsWindowVisible(window));
     EXPECT_EQ(client.events().front().windowName, L"DIALOGSCHEDULECOMPLETE");
     EXPECT_TRUE(client.events().front().up);
-    const std::vector<std::string> journal = Journal();
+    const std::vector<std::string> journal = data_.Journal();
     EXPECT_EQ(journal.back(),
               "! WindowUpDown DIALOGSCHEDULECOMPLETE 1 " + std::to_string(HandleToLong(window)));
     EXPECT_EQ(journal[journal.size() - 2], "< " + Utf8(executed));
@@ -158,16 +143,15 @@ TEST_F(WindowTest, NobodyWatchingMeansNoEvent) {
     client.Watch(true);
     client.Watch(false);
 
-    client.Send(MenuCommand(L"CompleteScheduledCall"));
-    const HWND unwatched = WindowTitled(L"Complete Call");
+    client.Send(gmapi::MenuCommand(L"CompleteScheduledCall"));
+    const HWND unwatched = goldMine().WindowTitled("Complete Call");
     PressAndWaitUntilGone(unwatched, IDCANCEL);
 
     // What was to come of it comes before the event of the next one.
     const HWND watched = OpenCompleteCall(client, L"CompleteScheduledCall");
     EXPECT_NE(watched, nullptr);
-    for (const Event& event : client.events()) {
+    for (const Event& event : client.events())
         EXPECT_TRUE(!event.up || event.windowHandle == HandleToLong(watched));
-    }
 }
 
 TEST_F(WindowTest, EventsGoToTheClientThatWatches) {
@@ -186,8 +170,8 @@ TEST_F(WindowTest, UnknownMenuCommandFails) {
     Start();
     Client client;
 
-    EXPECT_EQ(client.Send(MenuCommand(L"FileExit")),
-              StatusReply(L"MenuCommand", L'0', L"Unknown menu command."));
+    EXPECT_EQ(client.Send(gmapi::MenuCommand(L"FileExit")),
+              gmapi::Reply(L"MenuCommand", L"0", L"Unknown menu command."));
 }
 
 TEST_F(WindowTest, ControlsCanBeReadAndSetAndCompletingStoresThem) {
@@ -205,9 +189,8 @@ TEST_F(WindowTest, ControlsCanBeReadAndSetAndCompletingStoresThem) {
         Client client;
         const HWND window = OpenCompleteCall(client, entry.command);
 
-        EXPECT_EQ(
-            SetText(client, window, referenceControl, L"Call from <A> & B"),
-            L"<GMAPI call=\"GMUI_SetControlText\"><status code=\"1\">Success</status></GMAPI>");
+        EXPECT_EQ(SetText(client, window, referenceControl, L"Call from <A> & B"),
+                  gmapi::Reply(L"GMUI_SetControlText", L"1", L"Success"));
         SetText(client, window, notesControl, L"one\r\ntwo &lt; three");
         const std::wstring list = client.Ask(L"GetActiveWindowsList");
         const std::wstring mine = list.substr(list.find(
@@ -220,8 +203,8 @@ TEST_F(WindowTest, ControlsCanBeReadAndSetAndCompletingStoresThem) {
                   L"one\r\ntwo &lt; three");
         PressAndWaitUntilGone(window, IDOK);
 
-        EXPECT_EQ(Sql(L"select AccountNo, RecType, Ref, Notes, UserID from ContHist "
-                      L"order by rowid desc limit 1"),
+        EXPECT_EQ(Sql("select AccountNo, RecType, Ref, Notes, UserID from ContHist "
+                      "order by rowid desc limit 1"),
                   std::string("A0001\t") + entry.recordType +
                       "\tCall from <A> & B\tone\\r\\ntwo &lt; three\tMASTER\n");
     }
@@ -239,11 +222,11 @@ TEST_F(WindowTest, CompleteCallOpensWithTheTextsOfItsFile) {
     };
     Start();
     for (const Case& entry : cases) {
-        WriteFileText(DataFile(L"complete-call.txt"), entry.file);
+        WriteFileText(data_.file(L"complete-call.txt"), entry.file);
         Client client;
         PressAndWaitUntilGone(OpenCompleteCall(client, L"CompleteScheduledCall"), IDOK);
 
-        EXPECT_EQ(Sql(L"select Ref, Notes from ContHist order by rowid desc limit 1"), entry.row);
+        EXPECT_EQ(Sql("select Ref, Notes from ContHist order by rowid desc limit 1"), entry.row);
     }
 }
 
@@ -252,8 +235,7 @@ TEST_F(WindowTest, SettingTheTextOfWhatIsNotThereFails) {
     Client client;
     const HWND window = OpenCompleteCall(client, L"CompleteScheduledCall");
     const std::wstring failure =
-        L"<GMAPI call=\"GMUI_SetControlText\"><status code=\"0\">There is no such "
-        L"control.</status></GMAPI>";
+        gmapi::Reply(L"GMUI_SetControlText", L"0", L"There is no such control.");
 
     EXPECT_EQ(SetText(client, window, 4711, L"x"), failure);
     EXPECT_EQ(SetText(client, nullptr, referenceControl, L"x"), failure);
@@ -262,7 +244,7 @@ TEST_F(WindowTest, SettingTheTextOfWhatIsNotThereFails) {
 
 TEST_F(WindowTest, CommandsWorkInsideAnEvent) {
     Start();
-    WriteFaults("MenuCommand event before\n");
+    data_.SetFaults("MenuCommand event before\n");
     Client client;
     client.Watch(true);
     std::wstring nested;
@@ -271,7 +253,7 @@ TEST_F(WindowTest, CommandsWorkInsideAnEvent) {
         nested = SetText(client, window, referenceControl, L"set inside the event");
     };
 
-    EXPECT_EQ(client.Send(MenuCommand(L"CompleteScheduledCall")), executed);
+    EXPECT_EQ(client.Send(gmapi::MenuCommand(L"CompleteScheduledCall")), executed);
 
     EXPECT_EQ(nested.substr(0, 51), L"<GMAPI call=\"GMUI_SetControlText\"><status code=\"1\">");
     EXPECT_EQ(client.events().size(), 1u);
@@ -282,14 +264,13 @@ TEST_F(WindowTest, HistoryItemOpensInAWindow) {
     Start();
     Client client;
 
-    EXPECT_EQ(client.Send(L"<GMAPI call=\"PopCalHistItem\"><data name=\"recID\">"
-                          L"HN8K$2&amp;0000001H</data></GMAPI>"),
-              L"<GMAPI call=\"PopCalHistItem\"><status code=\"1\">Success</status></GMAPI>");
+    EXPECT_EQ(client.Send(gmapi::PopCalHistItem(L"HN8K$2&amp;0000001H")),
+              gmapi::Reply(L"PopCalHistItem", L"1", L"Success"));
 
-    EXPECT_TRUE(IsWindowVisible(WindowTitled(L"History Item")));
+    EXPECT_TRUE(IsWindowVisible(goldMine().WindowTitled("History Item")));
     EXPECT_EQ(client.Macro(L"ContHist->RecID"), L"HN8K$2&0000001H");
     EXPECT_EQ(client.Ask(L"PopCalHistItem", {{L"recID", L"nothing"}}),
-              StatusReply(L"PopCalHistItem", L'0', L"There is no such history item."));
+              gmapi::Reply(L"PopCalHistItem", L"0", L"There is no such history item."));
 }
 
 TEST_F(WindowTest, ClosingTheMainWindowDisconnectsClients) {

@@ -13,56 +13,34 @@
 #include <commctrl.h>
 
 #include <cstdio>
-#include <fstream>
-#include <optional>
+#include <map>
 #include <string>
 #include <string_view>
 
+#include "support/ControlTable.h"
+#include "support/windows/NativeWindow.h"
+#include "support/windows/Waiting.h"
+
 namespace {
 
-constexpr wchar_t windowClass[] = L"frmCorvaneTo3CX";
-constexpr int deadlineMilliseconds = 20000;
-constexpr int pollMilliseconds = 20;
+using namespace test_support;
 
-std::optional<int> IdOf(const char* table, std::string_view name) {
-    std::ifstream file(table);
-    for (std::string line; std::getline(file, line);) {
-        const auto end = line.find('\t');
-        if (end == std::string::npos || line.substr(0, end) != name)
-            continue;
-        return std::stoi(line.substr(end + 1));
-    }
-    return std::nullopt;
-}
+constexpr wchar_t windowClass[] = L"frmCorvaneTo3CX";
 
 HWND WaitForWindow() {
-    for (int waited = 0; waited < deadlineMilliseconds; waited += pollMilliseconds) {
-        const HWND window = FindWindowW(windowClass, nullptr);
-        if (window && IsWindowVisible(window))
-            return window;
-        Sleep(pollMilliseconds);
-    }
-    return nullptr;
+    HWND window = nullptr;
+    const bool shown = WaitUntil([&] {
+        window = FindWindowW(windowClass, nullptr);
+        return window && IsWindowVisible(window);
+    });
+    return shown ? window : nullptr;
 }
 
-struct Search {
-    int id;
-    HWND found;
-};
-
-BOOL CALLBACK CompareId(HWND child, LPARAM parameter) {
-    auto& search = *reinterpret_cast<Search*>(parameter);
-    if (GetDlgCtrlID(child) != search.id)
-        return TRUE;
-    search.found = child;
-    return FALSE;
-}
-
-// Controls stand inside frames, so the whole tree is searched.
-HWND FindControlWindow(HWND window, int id) {
-    Search search{id, nullptr};
-    EnumChildWindows(window, &CompareId, reinterpret_cast<LPARAM>(&search));
-    return search.found;
+// nullptr when the table or the window has none of this name.
+HWND FindControl(HWND window, const char* table, const std::string& name) {
+    const std::map<std::string, int> ids = ReadControlIds(table);
+    const auto known = ids.find(name);
+    return known == ids.end() ? nullptr : ChildWithId(window, known->second);
 }
 
 bool Drive(HWND window, HWND control, std::string_view action, const char* argument) {
@@ -98,11 +76,7 @@ int main(int count, char** arguments) {
         std::fputs("the window did not appear\n", stderr);
         return 1;
     }
-    HWND control = nullptr;
-    if (count > 3) {
-        const auto id = IdOf(arguments[1], arguments[3]);
-        control = id ? FindControlWindow(window, *id) : nullptr;
-    }
+    const HWND control = count > 3 ? FindControl(window, arguments[1], arguments[3]) : nullptr;
     if (!Drive(window, control, arguments[2], count > 4 ? arguments[4] : "0")) {
         std::fputs("there is no such control, or it cannot do that\n", stderr);
         return 1;

@@ -100,6 +100,14 @@ TEST_P(SaveFailureTest, WithoutAnAccountNumberNothingIsInserted) {
     EXPECT_EQ(boxes.Take(), (ShownBoxes{Notice(noAccount), Notice(GetParam().text)}));
     EXPECT_EQ(status.lines, (Lines{noAccount, GetParam().text}));
     EXPECT_EQ(goldMine.commands, Lines{MacroCommand(L"Contact1-&gt;AccountNo")});
+
+    // An account number that is empty is none.
+    AnswerMacro(L"Contact1-&gt;AccountNo", L"");
+    status.lines.clear();
+    history.SaveHistory(L"Ended <call>", GetParam().stage, link);
+    EXPECT_EQ(boxes.Take(), (ShownBoxes{Notice(noAccount), Notice(GetParam().text)}));
+    EXPECT_EQ(status.lines, (Lines{noAccount, GetParam().text}));
+    EXPECT_EQ(goldMine.commands, Lines(2, MacroCommand(L"Contact1-&gt;AccountNo")));
 }
 
 TEST_P(SaveFailureTest, AFailedInsertionIsReported) {

@@ -208,6 +208,42 @@ TEST_F(CallParametersTest, ACallerIdThatCannotBeMeasuredStillDecidesAboutProcess
     EXPECT_TRUE(form().cmdProcessCall.enabled());
 }
 
+// Otherwise Process Call would handle the number of before.
+TEST_F(CallParametersTest, ACallerIdTypedByHandThatIsRejectedLeavesNoDigits) {
+    Make();
+    program().settings.LoadSettings();
+    for (const wchar_t* rejected : {L"Anonymous", L"123"}) {
+        form().txtCallerID.setText(L"5551234567");
+        program().parameters.LeaveParameterBox(form().txtCallerID, true);
+        ASSERT_EQ(form().txtCallerIDFormatted.text(), L"(555)123-4567");
+
+        form().txtCallerID.setText(rejected);
+        program().parameters.LeaveParameterBox(form().txtCallerID, true);
+        EXPECT_EQ(form().txtCallerIDDigits.text(), L"");
+        EXPECT_EQ(form().txtCallerIDFormatted.text(), L"");
+    }
+}
+
+TEST_F(CallParametersTest, OnlyARejectedCallerIdAloneIsRejectedAgain) {
+    Make();
+    program().settings.LoadSettings();
+    form().txtCallerID.setText(L"Anonymous");
+    EXPECT_TRUE(program().parameters.CallerIDRejected());
+    EXPECT_EQ(StatusLines(form()).back(), L"Ignored non-numeric CallerID: Anonymous.");
+    for (TextBox* box : {static_cast<TextBox*>(&form().txtOutboundPhone),
+                         static_cast<TextBox*>(&form().txtCallerIDDigits),
+                         static_cast<TextBox*>(&form().txtCallerIDFormatted)}) {
+        box->setText(L"5");
+        EXPECT_FALSE(program().parameters.CallerIDRejected());
+        box->setText(L"");
+    }
+    form().txtCallerID.setText(L"");
+    EXPECT_FALSE(program().parameters.CallerIDRejected());
+    form().txtCallerID.setText(L"5551234567");
+    EXPECT_FALSE(program().parameters.CallerIDRejected()) << "it is taken now";
+    EXPECT_EQ(form().txtCallerIDFormatted.text(), L"(555)123-4567");
+}
+
 TEST_F(CallParametersTest, ACallerIdTypedByHandIsNormalisedWhenItChanged) {
     Make();
     program().settings.LoadSettings();

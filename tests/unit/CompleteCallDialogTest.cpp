@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <optional>
+#include <tuple>
 
 #include "calls/HtmlNotes.h"
 #include "fakes/FakeFormView.h"
@@ -448,6 +449,82 @@ INSTANTIATE_TEST_SUITE_P(
               L"",
               {SetCommand(L"1017", L"No files found &quot;x&quot;.")}}));
 
+// A raw CR LF reaches the program as LF, a reference as it was written.
+TEST_F(FillInTest, PlainNotesKeepTheirLineEnds) {
+    for (const wchar_t* written_ : {L"one\r\n\r\ntwo\r\n", L"one&#13;\n&#13;\ntwo&#13;\n",
+                                    L"one&#13;&#10;&#13;&#10;two&#13;&#10;"}) {
+        oldNotes = written_;
+        written.clear();
+        FillIn(L"");
+        EXPECT_EQ(written, Lines{SetCommand(L"1017",
+                                            L"C:\\Rec\\a&amp;b.wav\r\n\r\n"
+                                            L"one\r\n\r\ntwo\r\n")})
+            << oldNotes;
+    }
+}
+
+struct Unreadable {
+    std::wstring reply;
+    std::int32_t sendError;  // 0: the reply comes
+    std::wstring line;
+};
+
+// Both fields hold what the user typed; whether Ref or Notes are read first, nothing is written.
+class UnreadableListTest
+    : public FillInTest,
+      public testing::WithParamInterface<std::tuple<Unreadable, bool, std::wstring>> {
+protected:
+    UnreadableListTest() {
+        ref = L"typed";
+        oldNotes = L"typed too";
+        form.NotesAreHTML = std::get<bool>(GetParam());
+        html.serialised = L"<new>";
+    }
+};
+
+TEST_P(UnreadableListTest, LeavesWhatTheUserTyped) {
+    const Unreadable& fault = std::get<Unreadable>(GetParam());
+    Await(std::get<std::wstring>(GetParam()));
+    const auto answer = goldMine.answerAll;
+    goldMine.onSend = [&](const std::wstring&) {
+        if (fault.sendError != 0)
+            goldMine.sendError = CompleteError(fault.sendError);
+    };
+    goldMine.answerAll = [&](const std::wstring& command) {
+        return command == L"<GMAPI call=\"GetActiveWindowsList\"/>" ? fault.reply : answer(command);
+    };
+    RaiseEvent(4711);
+
+    EXPECT_EQ(written, Lines{});
+    EXPECT_EQ(goldMine.commands, Lines{L"<GMAPI call=\"GetActiveWindowsList\"/>"});
+    ASSERT_FALSE(status.lines.empty());
+    EXPECT_EQ(status.lines.back(), fault.line);
+    EXPECT_EQ(boxes.Take().size(), 1U) << "the command's own, or that of the error";
+    ExpectAwaited(false);
+}
+
+constexpr const wchar_t* noList =
+    L"Run-time error '13':  AddRefAndNotesToOpenCallDialog: GetActiveWindowsList returned no "
+    L"readable list.";
+
+INSTANTIATE_TEST_SUITE_P(
+    Faults, UnreadableListTest,
+    testing::Combine(
+        testing::Values(
+            Unreadable{L"", 70,
+                       L"Run-time error '70':  AddRefAndNotesToOpenCallDialog: something broke"},
+            Unreadable{L"", 462,
+                       L"Run-time error '462':  AddRefAndNotesToOpenCallDialog: something broke"},
+            Unreadable{L"", 0, noList}, Unreadable{L"<GMAPI call=\"GetActive", 0, noList},
+            Unreadable{L"<GMAPI call=\"GetActiveWindowsList\"><status code=\"0\">No</status>"
+                       L"</GMAPI>",
+                       0, noList},
+            Unreadable{L"<GMAPI call=\"GetActiveWindowsList\"><status code=\"1\">Success</status>"
+                       L"<data name=\"WindowsList\"><data name=\"window\"><data name=\"hWnd\">1"
+                       L"</data><data name=\"Text\">\x0002</data></data></data></GMAPI>",
+                       0, noList}),
+        testing::Bool(), testing::Values(L"", L"call")));
+
 TEST_F(FillInTest, AFieldThatCannotBeWrittenIsTold) {
     writable = false;
     FillIn(L"call");
@@ -599,12 +676,12 @@ TEST_F(FillInTest, AnErrorOfGoldMineCarriesTheProcedureBeforeItsDescription) {
     EXPECT_EQ(error.helpContext, 1234);
 }
 
-TEST_F(HtmlModeTest, AnErrorWhileTheOldNotesAreReadCarriesTheProcedureOfTheDialogAlone) {
+TEST_F(HtmlModeTest, AnErrorWhileTheOldNotesAreReadCarriesBothProcedures) {
     engineError = CompleteError(429);
     const RuntimeError error = ErrorOf([&] { FillIn(L""); });
     EXPECT_EQ(error.number, 429);
     EXPECT_EQ(error.source, L"GoldMine.UI");
-    EXPECT_EQ(error.description, L"AddRefAndNotesToOpenCallDialog: something broke");
+    EXPECT_EQ(error.description, L"AddRefAndNotesToOpenCallDialog: HTMLToText: something broke");
     EXPECT_EQ(written, Lines{});
 }
 

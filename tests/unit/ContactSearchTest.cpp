@@ -220,7 +220,34 @@ TEST_P(NearMissTest, OnlyTheWholeNumberCounts) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Values, NearMissTest,
-                         testing::Values(L"555A", L"555a ", L" 555a", L"555", L"555a1", L""));
+                         testing::Values(L"555A", L"5 55a", L"555", L"555a1", L""));
+
+TEST_F(ContactSearchTest, BlanksAroundGoldMinesValueDoNotCount) {
+    AnswerMacro(L"&amp;Phone1", L" (555)123-4567 ");
+    EXPECT_TRUE(Search());
+    EXPECT_EQ(status.lines, Lines{L"Found (555)123-4567 in Phone1 of the current record."});
+}
+
+// It would equal the empty phone fields of whoever is open in GoldMine.
+TEST_F(ContactSearchTest, AnEmptyCallerIDIsNobodys) {
+    form.chkSearchInAddlContacts.setChecked(true);
+    for (const wchar_t* caller : {L"", L"   "}) {
+        goldMine.commands.clear();
+        status.lines.clear();
+        form.txtCallerIDFormatted.setText(caller);
+        const std::wstring message = std::wstring(
+                                         L"Corvane could not find a contact matching "
+                                         L"CallerID ") +
+                                     caller + L". Further call processing skipped.";
+        goldMine.answers[StatusMsgCommand(message)] = Reply(L"StatusMsg", L"1", L"");
+
+        EXPECT_FALSE(Search());
+
+        EXPECT_EQ(goldMine.commands, Lines{StatusMsgCommand(message)});
+        EXPECT_EQ(status.lines, Lines{std::wstring(L"Did not find GoldMine contact for ") + caller +
+                                      L". Further call processing skipped."});
+    }
+}
 
 struct GoldMineSearch {
     bool currentWindow;
@@ -449,7 +476,7 @@ TEST_P(NoPhone1Test, NothingIsPoppedWithoutAPhone1) {
 
 INSTANTIATE_TEST_SUITE_P(Packets, NoPhone1Test,
                          testing::Values(L"3000-0000", L"3000-0002&#10;5559901",
-                                         L"3000-0001&#10;&#13;"));
+                                         L"3000-0001&#10;&#13;x"));
 
 TEST_F(NewWindowTest, AFailedQueryForThePhone1IsReportedAndTheContactIsStillFound) {
     goldMine.answers[QueryCommand(phone1Sql)] = L"bad SQL";
@@ -466,34 +493,30 @@ TEST_F(NewWindowTest, AFailedQueryForThePhone1IsReportedAndTheContactIsStillFoun
     ExpectPositionFailure();
 }
 
-// The search of an account whose number is empty is the search of all accounts.
-TEST_F(ContactSearchTest, ARecordWithoutAnAccountNumberIsSearchedInTheContactsOfAll) {
+// The search of an account whose number is empty would be the search of all accounts.
+TEST_F(ContactSearchTest, ARecordWithoutAnAccountNumberHasNoAdditionalContacts) {
     form.chkSearchInAddlContacts.setChecked(true);
-    AnswerMacro(L"Contact1-&gt;AccountNo", L"");
-    AnswerQuery(ofAllSql, L"3000-0001&#10;B2");
+    for (const wchar_t* account : {L"", L"  "}) {
+        goldMine.commands.clear();
+        status.lines.clear();
+        AnswerMacro(L"Contact1-&gt;AccountNo", account);
+        AnswerCallerID(CallerIDCommand(cid, L"2", L"0"), true);
 
-    EXPECT_TRUE(Search());
+        EXPECT_TRUE(Search());
 
-    EXPECT_EQ(goldMine.commands, (Lines{phone1, accountNo, QueryCommand(ofAllSql),
-                                        FetchCommand(L"7"), DataStreamCloseCommand(L"7")}));
-    EXPECT_EQ(status.lines,
-              Lines{L"Found (555)123-4567 in an Additional Contact of the current record."});
-}
-
-TEST_F(ContactSearchTest, TwoAdditionalContactsOfTheRecordAreNoFindAndTheSearchGoesOn) {
-    form.chkSearchInAddlContacts.setChecked(true);
-    AnswerQuery(ofAccountSql, L"0000-0002&#10;A1");
-    AnswerCallerID(CallerIDCommand(cid, L"2", L"0"), true);
-
-    EXPECT_TRUE(Search());
-
-    EXPECT_EQ(goldMine.commands.back(), CallerIDCommand(cid, L"2", L"0"));
-    EXPECT_EQ(status.lines, Lines{L"Found (555)123-4567 in a primary contact record."});
+        EXPECT_EQ(goldMine.commands, (Lines{phone1, accountNo, CallerIDCommand(cid, L"2", L"0")}));
+        const std::wstring failure =
+            L"Could not retrieve GoldMine AccountNo for current record, so can't check Additional "
+            L"Contacts for CallerID.";
+        EXPECT_EQ(status.lines,
+                  (Lines{failure, L"Found (555)123-4567 in a primary contact record."}));
+        EXPECT_EQ(boxes.Take(), ShownBoxes{Notice(failure)});
+    }
 }
 
 TEST_F(ContactSearchTest, AnAdditionalContactWithoutAnAccountNumberIsFoundAllTheSame) {
     FindInAdditionalContactsOfAll();
-    AnswerAgain(ofAllSql, L"8", L"3000-0001&#10;&#13;");
+    AnswerAgain(ofAllSql, L"8", L"3000-0001&#10;&#13;x");
     const std::wstring seekNothing =
         L"<GMAPI call=\"RecordObj\"><data name=\"Command\">Seek</data></GMAPI>";
     for (const std::wstring& command : {setObject, setRecord, setOrder})

@@ -69,6 +69,14 @@ TEST(ConversionsTest, WholeNumbersThatDoNotFitOverflow) {
     EXPECT_EQ(ErrorOf([] { static_cast<void>(LongFromText(L"99999999999")); }).number, 6);
 }
 
+TEST(ConversionsTest, NumbersOfSixtyFourBitsFitWhereOthersDoNot) {
+    EXPECT_EQ(LongLongFromText(L"99999999999"), 99999999999);
+    EXPECT_EQ(LongLongFromText(L"-99999999999"), -99999999999);
+    EXPECT_EQ(LongLongFromText(L" 2.5"), 2);
+    EXPECT_EQ(ErrorOf([] { static_cast<void>(LongLongFromText(L"1e30")); }).number, 6);
+    EXPECT_EQ(ErrorOf([] { static_cast<void>(LongLongFromText(L"soon")); }).number, 13);
+}
+
 TEST(ConversionsTest, DoublesComeBackInTheirShortestForm) {
     EXPECT_EQ(DoubleFromText(L"2.5"), 2.5);
     EXPECT_EQ(DoubleFromText(L"-1e-3"), -0.001);

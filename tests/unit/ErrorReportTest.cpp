@@ -44,6 +44,13 @@ TEST_F(ErrorReportTest, TheBoxComesEvenWhenItsLineCannotBeWritten) {
                                                     BoxIcon::Critical}}));
 }
 
+TEST_F(ErrorReportTest, AnErrorThatTheUserWasToldOfGetsItsLineAndNoSecondBox) {
+    RuntimeError error{70, L"x", L"Permission denied", L"", 0};
+    error.reported = true;
+    EXPECT_FALSE(errors.Guard([&] { throw error; }));
+    EXPECT_EQ(status.lines, std::vector<std::wstring>{L"Run-time error '70':  Permission denied"});
+}
+
 TEST_F(ErrorReportTest, WhatSucceedsIsNotReported) {
     EXPECT_TRUE(errors.Guard([] {}));
     EXPECT_TRUE(status.lines.empty());

@@ -41,6 +41,14 @@ TEST_P(FileOpenerTest, AMissingFileIsTold) {
     EXPECT_EQ(boxes.Take(), ShownBoxes{Notice(GetParam().missing)});
 }
 
+TEST_P(FileOpenerTest, WhoHasTheLogOnIsNotToldToSwitchItOn) {
+    form.chkWriteLog.setChecked(true);
+    Open();
+    const bool isLog = GetParam().open == &FileOpener::OpenLog;
+    EXPECT_EQ(boxes.Take(),
+              ShownBoxes{Notice(isLog ? L"Log file does not exist." : GetParam().missing)});
+}
+
 TEST_P(FileOpenerTest, AShellResultUpTo32IsAnError) {
     files.files[L"C:\\a b.txt"];
     for (const int result : {0, 31, 32}) {

@@ -274,22 +274,63 @@ TEST_F(GMUITest, ACommandThatSpansMidnightCountsAsFast) {
     ExpectNoLines();
 }
 
+TEST_F(GMUITest, NoObjectIsCreatedWhereNoClientRunsAndNobodyIsAsked) {
+    bool runs = false;
+    gmui.ConnectOnlyWhile([&runs] { return runs; });
+    EXPECT_EQ(gmui.GMUI_Execute(command), L"False");
+    EXPECT_EQ(goldMine.connects, 0);
+    ExpectNoLines();
+    ASSERT_TRUE(gmui.reportedError());
+    EXPECT_EQ(gmui.reportedError()->number, 462);
+    runs = true;
+    EXPECT_EQ(gmui.GMUI_Execute(command), L"<GMAPI/>");
+}
+
 TEST_F(GMUITest, ANodeIsReadAsTextOrAsMarkup) {
     const std::wstring reply =
         L"<GMAPI call=\"X\"><a n=\"1\"><b>one</b></a><a n=\"2\">two</a></GMAPI>";
-    EXPECT_EQ(gmui.SelectNode(reply, L"/GMAPI/a", NodeForm::Text), L"one");
-    EXPECT_EQ(gmui.SelectNode(reply, L"/GMAPI/a[@n=\"1\"]/b", NodeForm::Xml), L"<b>one</b>");
+    EXPECT_EQ(gmui.SelectNode(reply, L"/GMAPI/a"), L"one");
+    EXPECT_EQ(gmui.SelectNodeAsItStands(reply, L"/GMAPI/a[@n=\"1\"]/b", NodeForm::Xml),
+              L"<b>one</b>");
     EXPECT_EQ(gmui.SelectNode(reply, L"/GMAPI/a[@n=\"2\"]"), L"two");
 }
 
 TEST_F(GMUITest, ANodeThatIsNotThereIsEmpty) {
     EXPECT_EQ(gmui.SelectNode(L"<GMAPI/>", L"/GMAPI/status"), L"");
-    EXPECT_EQ(gmui.SelectNode(L"<GMAPI/>", L"/GMAPI/status", NodeForm::Xml), L"");
+    EXPECT_EQ(gmui.SelectNodeAsItStands(L"<GMAPI/>", L"/GMAPI/status", NodeForm::Xml), L"");
 }
 
 TEST_F(GMUITest, AReplyThatIsNotXmlHasNoNodes) {
     for (const wchar_t* reply : {L"", L"False", L"<GMAPI", L"<GMAPI><status></GMAPI>"})
         EXPECT_EQ(gmui.SelectNode(reply, L"/GMAPI/status"), L"") << reply;
+    EXPECT_EQ(gmui.SelectNodeAsItStands(L"False", L"/GMAPI", NodeForm::Xml), std::nullopt);
+}
+
+TEST_F(GMUITest, OnlyATextThatIsReadAsItStandsKeepsTheWhiteSpaceAtItsEnds) {
+    const std::wstring reply =
+        L"<GMAPI call=\"Macro\"><status code=\"1\"> \n(555)123-4567 \n</status></GMAPI>";
+    EXPECT_EQ(gmui.StatusValue(reply), L"(555)123-4567");
+    EXPECT_EQ(gmui.SelectNodeAsItStands(reply, L"/GMAPI/status", NodeForm::Text),
+              L" \n(555)123-4567 \n");
+}
+
+TEST_F(GMUITest, OnlyTheErrorOfTheLastCommandIsKept) {
+    goldMine.sendError = CompleteError(70);
+    static_cast<void>(gmui.GMUI_Execute(command));
+    ASSERT_TRUE(gmui.reportedError());
+    EXPECT_EQ(gmui.reportedError()->number, 70);
+    EXPECT_EQ(boxes.Take().size(), 1U);
+
+    // The command inside fails; the one that it arrived in does not.
+    goldMine.onSend = [this](const std::wstring& sent) {
+        if (sent == command) {
+            goldMine.sendError = CompleteError(70);
+            static_cast<void>(gmui.GMUI_Execute(L"<inside/>"));
+        }
+    };
+    EXPECT_EQ(gmui.GMUI_Execute(command), L"<GMAPI/>");
+    EXPECT_FALSE(gmui.reportedError());
+    EXPECT_EQ(boxes.Take().size(), 1U);
 }
 
 TEST_F(GMUITest, TheStatusValueIsUnescaped) {

@@ -16,6 +16,7 @@
 #include "gmapi/Macro.h"
 #include "gmapi/Records.h"
 #include "gmapi/WindowCommands.h"
+#include "support/Gmapi.h"
 #include "TestErrors.h"
 #include "ui/form/Form.h"
 #include "util/RuntimeError.h"
@@ -24,45 +25,38 @@ namespace corvane::test {
 
 using Lines = std::vector<std::wstring>;
 
+using gmapi = test_support::Gmapi<wchar_t>;
+
 // A reply as GoldMine writes it; the value stands in it as given.
 inline std::wstring Reply(const std::wstring& call, const std::wstring& code,
                           const std::wstring& value) {
-    return L"<GMAPI call=\"" + call + L"\"><status code=\"" + code + L"\">" + value +
-           L"</status></GMAPI>";
+    return gmapi::Reply(call, code, value);
 }
 
 // The command that evaluates a macro; the name is given as it stands in the command.
 inline std::wstring MacroCommand(const std::wstring& escapedName) {
-    return L"<GMAPI call=\"Macro\"><data name=\"Macro\">" + escapedName + L"</data></GMAPI>";
+    return gmapi::Macro(escapedName);
 }
 
 inline std::wstring StatusMsgCommand(const std::wstring& message) {
-    return L"<GMAPI call=\"StatusMsg\"><data name=\"Message\">" + message +
-           L"</data><data name=\"Delay\">10</data></GMAPI>";
+    return gmapi::StatusMsg(message);
 }
 
 inline std::wstring QueryCommand(const std::wstring& escapedSql) {
-    return L"<GMAPI call=\"DataStream\"><data name=\"Command\">Query</data><data name=\"SQL\">" +
-           escapedSql + L"</data><data name=\"Filter\"></data></GMAPI>";
+    return gmapi::Query(escapedSql);
 }
 
 inline std::wstring FetchCommand(const std::wstring& area) {
-    return L"<GMAPI call=\"DataStream\"><data name=\"Command\">Fetch</data><data name=\"Area\">" +
-           area +
-           L"</data><data name=\"FetchCount\">1</data><data name=\"Raw\">1</data>"
-           L"<data name=\"FieldDelimiter\"></data><data name=\"RowDelimiter\"></data></GMAPI>";
+    return gmapi::Fetch(area);
 }
 
 inline std::wstring DataStreamCloseCommand(const std::wstring& area) {
-    return L"<GMAPI call=\"DataStream\"><data name=\"Command\">Close</data><data name=\"Area\">" +
-           area + L"</data></GMAPI>";
+    return gmapi::CloseStream(area);
 }
 
-// A packet in a Fetch reply. XML turns a raw CR into LF, so GoldMine writes it as a reference.
+// A packet in a Fetch reply.
 inline std::wstring FetchReply(const std::wstring& packet) {
-    return L"<GMAPI call=\"DataStream\"><status code=\"1\">1</status><data name=\"Return\">"
-           L"<data name=\"Rows\"><data name=\"RawReturn\">" +
-           packet + L"</data></data></data></GMAPI>";
+    return gmapi::FetchReply(packet);
 }
 
 // An error with every member set, to see which of them a procedure changes.

@@ -45,7 +45,7 @@ protected:
 
     FakeFileSystem files;
     FakeIniFiles iniFiles;
-    GoldMineIniSetup setup{form, macro, files, iniFiles, boxes};
+    GoldMineIniSetup setup{form, macro, files, iniFiles, status, boxes};
 };
 
 TEST_F(GoldMineIniSetupTest, ACompleteSetUpIsLeftAlone) {

@@ -107,7 +107,8 @@ TEST_F(GoldMineProcessTest, TheOwnSessionMustBeKnown) {
     processes.sessions.clear();
     processes.sessionError = 5;
     EXPECT_EQ(ErrorOf([&] { process.FindGoldMineExecutable(); }).description,
-              L"IsProcessRunning.ProcessIdToSessionId\r\nCould not determine Session ID for "
+              L"FindGoldMineExecutable: IsProcessRunning.ProcessIdToSessionId\r\nCould not "
+              L"determine Session ID for "
               L"current Process ID 42.\r\nLastError 5.");
 }
 

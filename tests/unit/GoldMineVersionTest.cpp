@@ -12,7 +12,7 @@ class GoldMineVersionTest : public GoldMineFixture {
 protected:
     FakeFileSystem files;
     FakeIniFiles iniFiles;
-    GoldMineIniSetup setup{form, macro, files, iniFiles, boxes};
+    GoldMineIniSetup setup{form, macro, files, iniFiles, status, boxes};
     GoldMineVersion version{form, macro, setup, status, boxes};
     bool versionOK = true;
 };
@@ -51,7 +51,7 @@ TEST_P(NoVersionTextTest, CannotBeParsed) {
     EXPECT_FALSE(versionOK);
     EXPECT_EQ(boxes.Take(), ShownBoxes{Notice(L"Error parsing GoldMine version " + GetParam(),
                                               BoxIcon::Exclamation)});
-    ExpectNoLines();
+    EXPECT_EQ(status.lines, Lines{L"Error parsing GoldMine version " + GetParam()});
 }
 
 INSTANTIATE_TEST_SUITE_P(Texts, NoVersionTextTest,
@@ -63,7 +63,7 @@ TEST_F(GoldMineVersionTest, AVersionThatIsNotAnsweredIsAnError) {
     EXPECT_FALSE(versionOK);
     EXPECT_EQ(boxes.Take(),
               ShownBoxes{Notice(L"Error retrieving GoldMine version.", BoxIcon::Exclamation)});
-    ExpectNoLines();
+    EXPECT_EQ(status.lines, Lines{L"Error retrieving GoldMine version."});
 }
 
 TEST_F(GoldMineVersionTest, AnOldGoldMineEndsStartUp) {
@@ -72,6 +72,36 @@ TEST_F(GoldMineVersionTest, AnOldGoldMineEndsStartUp) {
     EXPECT_EQ(status.lines, Lines{L"Corvane requires GoldMine 6.7 or later. Exiting."});
     EXPECT_EQ(boxes.Take(),
               ShownBoxes{Notice(L"Corvane requires GoldMine 6.7 or later. Exiting.")});
+    EXPECT_EQ(goldMine.commands, Lines{});
+}
+
+TEST_F(GoldMineVersionTest, AGoldMineIsMetOnceAndAskedAgainUntilThen) {
+    form.GoldMineVersionOK = true;
+    FailMacro(L"&amp;Version");
+    EXPECT_FALSE(version.Meet());
+    EXPECT_TRUE(form.GoldMineVersionOK) << "nothing is known of it";
+    EXPECT_EQ(boxes.Take().size(), 1U);
+
+    AnswerMacro(L"&amp;Version", L"6.5");
+    EXPECT_FALSE(version.Meet());
+    EXPECT_FALSE(form.GoldMineVersionOK);
+    EXPECT_EQ(boxes.Take().size(), 1U);
+
+    AnswerMacro(L"&amp;Version", L"2014.1");
+    AnswerMacro(L"&amp;ProgramDataDir", L"C:\\GM\\");
+    AnswerMacro(L"&amp;UserName", L"ANN");
+    files.files[L"C:\\GM\\ANN.INI"];
+    files.files[L"C:\\GM\\GM.INI"];
+    auto& userIni = iniFiles.files[L"C:\\GM\\ANN.INI"];
+    userIni[{L"Modem", L"DeviceID"}] = L"0";
+    userIni[{L"Modem", L"DDEDial"}] = L"&Dial,, %s";
+    userIni[{L"Modem", L"TAPITranslation"}] = L"0";
+    EXPECT_TRUE(version.Meet());
+    EXPECT_TRUE(form.GoldMineVersionOK);
+    EXPECT_EQ(form.GoldMineUserName, L"ANN");
+
+    goldMine.commands.clear();
+    EXPECT_TRUE(version.Meet());
     EXPECT_EQ(goldMine.commands, Lines{});
 }
 

@@ -94,7 +94,6 @@ protected:
     // The program with these arguments; it has not run yet. An earlier one is gone.
     Program& Make(const std::wstring& arguments = L"") {
         program_.reset();
-        around.view = FakeFormView();
         program_.emplace(around.Seams(arguments));
         return *program_;
     }

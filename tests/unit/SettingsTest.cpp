@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include <vector>
 
 #include "OptionsFixture.h"
@@ -175,6 +177,25 @@ TEST_F(SettingsTest, SavingWritesAllEntriesInOrderAndSaysSo) {
     EXPECT_EQ(registry.writes, expected);
     EXPECT_EQ(status.lines, (std::vector<std::wstring>{L"Settings saved."}));
     EXPECT_FALSE(form.SettingsDirty);
+}
+
+TEST_F(SettingsTest, ASettingThatLosesCharactersIsNamed) {
+    LoadAsForUser();
+    form.txtLinkedItemPath.setText(L"C:\\\x0416");
+    registry.codePage = [](const std::wstring& text) {
+        std::wstring kept = text;
+        std::replace_if(
+            kept.begin(), kept.end(), [](wchar_t each) { return each > 255; }, L'?');
+        return kept;
+    };
+
+    EXPECT_TRUE(settings.SaveSettings());
+
+    EXPECT_EQ(Stored(L"txtLinkedItemPath"), L"C:\\?");
+    EXPECT_EQ(status.lines, (std::vector<std::wstring>{
+                                L"Setting txtLinkedItemPath holds characters that cannot be saved; "
+                                L"they were saved as \"?\".",
+                                L"Settings saved."}));
 }
 
 TEST_F(SettingsTest, TextsAreSavedAsTheyStand) {

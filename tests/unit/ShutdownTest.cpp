@@ -237,6 +237,24 @@ TEST_F(ShutdownTest, WhenGoldMineIsGoneNothingIsWithdrawn) {
     EXPECT_EQ(Lines().back(), finished);
 }
 
+// Creating the object would start a GoldMine that the user has closed.
+TEST_F(ShutdownTest, AGoldMineThatWasClosedIsNotStartedByTheProgramsEnd) {
+    Program& made = Make();
+    around.RunGoldMine();
+    AwaitDialog();
+    made.form.NotesAreHTML = false;
+    around.clock.onPump = [&] {
+        around.clock.onPump = nullptr;
+        around.goldMine.Release();  // as after a connection that was lost
+        around.processes.entries.clear();
+        static_cast<void>(made.gmui.GMUI_Execute(L"<GMAPI/>"));
+    };
+    const int connects = around.goldMine.connects;
+    EXPECT_TRUE(made.shutdown.Unload());
+    EXPECT_EQ(around.goldMine.connects, connects);
+    EXPECT_EQ(around.goldMine.commands, Strings{});
+}
+
 TEST_F(ShutdownTest, AnErrorOfGoldMinesDoesNotKeepTheProgram) {
     Program& made = Make();
     around.RunGoldMine();

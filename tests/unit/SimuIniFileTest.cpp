@@ -21,7 +21,7 @@ protected:
 
     FakeRegistry registry;
     cSimuIniFile store{registry};
-    int openHandlesLeft = 0;  // accesses that failed with their key open
+    int openHandlesLeft = 0;  // keys that could not be closed
 };
 
 TEST_F(SimuIniFileTest, ReadingAMissingPathGivesTheDefaultAndLeavesAnEmptyKey) {
@@ -110,19 +110,17 @@ TEST_F(SimuIniFileTest, AKeyThatCannotBeWrittenRaises) {
     EXPECT_EQ(registry.Stored(path, L"X"), L"old");
 }
 
-TEST_F(SimuIniFileTest, AValueThatCannotBeWrittenRaisesWithItsKeyLeftOpen) {
+TEST_F(SimuIniFileTest, AValueThatCannotBeWrittenRaisesAndItsKeyIsClosed) {
     registry.failingValues.insert(L"X");
 
     EXPECT_EQ(ErrorOf([&] { store.WriteProfileString(L"X", L"new"); }).number, -2147191503);
-    openHandlesLeft = 1;
 }
 
-TEST_F(SimuIniFileTest, AValueThatTellsItsSizeOnlyRaisesWithItsKeyLeftOpen) {
+TEST_F(SimuIniFileTest, AValueThatTellsItsSizeOnlyRaisesAndItsKeyIsClosed) {
     registry.Store(path, L"X", L"text");
     registry.unreadableValues.insert(L"X");
 
     EXPECT_EQ(ErrorOf([&] { store.ReadProfileString(L"X", L"default"); }).number, -2147191503);
-    openHandlesLeft = 1;
 }
 
 TEST_F(SimuIniFileTest, APreviousTextThatCannotBeReadKeepsNothingFromBeingWritten) {
@@ -131,7 +129,6 @@ TEST_F(SimuIniFileTest, APreviousTextThatCannotBeReadKeepsNothingFromBeingWritte
 
     EXPECT_EQ(store.WriteProfileString(L"X", L"new"), L"");
     EXPECT_EQ(registry.Stored(path, L"X"), L"new");
-    openHandlesLeft = 1;
 }
 
 TEST_F(SimuIniFileTest, AKeyThatCannotBeClosedRaisesWhenReading) {
@@ -140,6 +137,15 @@ TEST_F(SimuIniFileTest, AKeyThatCannotBeClosedRaisesWhenReading) {
 
     EXPECT_EQ(ErrorOf([&] { store.ReadProfileString(L"X", L""); }).number, -2147191503);
     openHandlesLeft = 1;
+}
+
+TEST_F(SimuIniFileTest, AnErrorIsNotLostToAKeyThatCannotBeClosed) {
+    registry.failingValues.insert(L"X");
+    registry.closingFails = true;
+
+    const RuntimeError error = ErrorOf([&] { store.WriteProfileString(L"X", L"new"); });
+    EXPECT_TRUE(error.description.starts_with(L"RegSetValueEx")) << error.description;
+    openHandlesLeft = 2;
 }
 
 TEST_F(SimuIniFileTest, AKeyThatCannotBeClosedRaisesAfterTheValueWasWritten) {

@@ -72,6 +72,29 @@ TEST_F(StartUpTest, ASettingsRunWithoutGoldMineBehavesAsForARecentOne) {
     EXPECT_FALSE(program().form.GoldMineRunning);
 }
 
+TEST_F(StartUpTest, TheFirstShowingLooksForAGoldMineThatWasNotThere) {
+    around.view.onShow = [this] { around.processes.RunGoldMine(); };
+    EXPECT_EQ(Run(L""), RunOutcome::WindowShown);
+    EXPECT_EQ(Lines(), (Strings{withoutParams, notRunning, buttonDisabled}));
+    EXPECT_TRUE(program().form.GoldMineRunning);
+    EXPECT_EQ(program().form.txtGMInstallDir.text(), L"C:\\GoldMine\\gmw.exe");
+    EXPECT_EQ(around.goldMine.connects, 0);
+}
+
+TEST_F(StartUpTest, WithTheMasterSwitchOffTheShowingLooksForNothing) {
+    around.StoreOption(L"chkGlobalEnable", L"0");
+    around.view.onShow = [this] { around.processes.RunGoldMine(); };
+    EXPECT_EQ(Run(L""), RunOutcome::WindowShown);
+    EXPECT_FALSE(program().form.GoldMineRunning);
+}
+
+TEST_F(StartUpTest, APathThatCouldNotBeReadIsSaidOnce) {
+    around.RunGoldMine();
+    around.processes.openError = 5;
+    EXPECT_EQ(Run(L""), RunOutcome::WindowShown);
+    EXPECT_EQ(around.boxes.Take().size(), 1u);
+}
+
 TEST_F(StartUpTest, AnEventWithoutGoldMineEndsWithTwoLines) {
     EXPECT_EQ(Run(call), RunOutcome::End);
     EXPECT_EQ(Lines(), (Strings{echo, notRunning,
@@ -122,17 +145,17 @@ TEST_F(StartUpTest, AGoldMineWhosePathCannotBeReadCountsAsNotRunning) {
 TEST_F(StartUpTest, ASessionThatCannotBeLookedUpEndsTheStartWithItsOwnError) {
     around.processes.sessions.clear();
     EXPECT_EQ(Run(L""), RunOutcome::End);
-    EXPECT_EQ(
-        around.boxes.Take(),
-        (ShownBoxes{Notice(L"Run-time error '5':\r\n\r\nIsProcessRunning.ProcessIdToSessionId\r\n"
-                           L"Could not determine Session ID for current Process ID 42.\r\n"
-                           L"LastError 87.",
-                           BoxIcon::Critical)}));
-    EXPECT_EQ(Lines(),
-              (Strings{withoutParams,
-                       L"Run-time error '5':  IsProcessRunning.ProcessIdToSessionId Could not "
-                       L"determine Session ID for current Process ID 42. LastError 87.",
-                       finished}));
+    EXPECT_EQ(around.boxes.Take(),
+              (ShownBoxes{Notice(L"Run-time error '5':\r\n\r\nFindGoldMineExecutable: "
+                                 L"IsProcessRunning.ProcessIdToSessionId\r\n"
+                                 L"Could not determine Session ID for current Process ID 42.\r\n"
+                                 L"LastError 87.",
+                                 BoxIcon::Critical)}));
+    EXPECT_EQ(Lines(), (Strings{withoutParams,
+                                L"Run-time error '5':  FindGoldMineExecutable: "
+                                L"IsProcessRunning.ProcessIdToSessionId Could not "
+                                L"determine Session ID for current Process ID 42. LastError 87.",
+                                finished}));
     EXPECT_FALSE(program().form.visible());
 }
 
@@ -206,9 +229,10 @@ TEST_F(StartUpTest, AnErrorWhileProcessingLeavesAShownWindowOpen) {
             around.goldMine.sendError = error;
     };
     EXPECT_EQ(Run(call), RunOutcome::WindowShown);
-    EXPECT_EQ(around.boxes.Take(), (std::vector<ShownBox>{{L"Run-time error '91':\r\n\r\nbroken",
-                                                           BoxButtons::Ok, BoxIcon::Critical}}));
-    EXPECT_EQ(Lines().back(), L"Run-time error '91':  broken");
+    EXPECT_EQ(around.boxes.Take(),
+              (std::vector<ShownBox>{{L"Run-time error '91':\r\n\r\nProcessCall: broken",
+                                      BoxButtons::Ok, BoxIcon::Critical}}));
+    EXPECT_EQ(Lines().back(), L"Run-time error '91':  ProcessCall: broken");
 }
 
 TEST_F(StartUpTest, AnErrorWhileProcessingEndsAnEventRunThroughShutdown) {
@@ -225,7 +249,7 @@ TEST_F(StartUpTest, AnErrorWhileProcessingEndsAnEventRunThroughShutdown) {
     EXPECT_EQ(around.boxes.Take().size(), 1u);
     const Strings lines = Lines();
     ASSERT_GE(lines.size(), 2u);
-    EXPECT_EQ(lines[lines.size() - 2], L"Run-time error '91':  broken");
+    EXPECT_EQ(lines[lines.size() - 2], L"Run-time error '91':  ProcessCall: broken");
     EXPECT_EQ(lines.back(), finished);
 }
 
@@ -242,7 +266,10 @@ TEST_P(BadSettingTest, StopsTheStartAndResetsTheRunNumber) {
     EXPECT_EQ(around.registry.Stored(FakeRegistry::ownKey, L"PreviousStatus"), L"0");
     const Strings lines = Lines();
     ASSERT_EQ(lines.size(), 2u);
-    EXPECT_TRUE(lines[0].starts_with(L"Run-time error '")) << "the log says why";
+    const std::wstring setting = GetParam().first;
+    const bool isLogs = setting == L"chkWriteLog";
+    const std::wstring named = (isLogs ? L"SetUpLog: " : L"LoadSettings: ") + setting + L": ";
+    EXPECT_NE(lines[0].find(L"':  " + named), std::wstring::npos) << lines[0];
     EXPECT_EQ(lines[1], finished);
 }
 
@@ -271,8 +298,9 @@ TEST_F(StartUpTest, AMinimumLengthThatIsNoNumberIsARunTimeErrorOfTheCall) {
     around.StoreOption(L"txtCallerIDMinLength", L"ten");
     Run(call);
     EXPECT_EQ(around.boxes.Take(),
-              (std::vector<ShownBox>{{L"Run-time error '13':\r\n\r\nType mismatch", BoxButtons::Ok,
-                                      BoxIcon::Critical}}));
+              (std::vector<ShownBox>{{L"Run-time error '13':\r\n\r\nParseCallParameters: "
+                                      L"txtCallerIDMinLength: Type mismatch",
+                                      BoxButtons::Ok, BoxIcon::Critical}}));
     EXPECT_EQ(around.goldMine.commands, Strings{});
     EXPECT_EQ(Lines().back(), finished);
 }
@@ -284,6 +312,7 @@ TEST_F(StartUpTest, AVersionThatCannotBeReadEndsTheStart) {
     EXPECT_EQ(around.boxes.Take(), (std::vector<ShownBox>{{L"Error retrieving GoldMine version.",
                                                            BoxButtons::Ok, BoxIcon::Exclamation},
                                                           configurationError}));
+    EXPECT_EQ(Lines(), (Strings{echo, L"Error retrieving GoldMine version.", finished}));
 }
 
 TEST_F(StartUpTest, AnOldGoldMineEndsTheStartWithTwoBoxes) {
@@ -307,6 +336,11 @@ TEST_F(StartUpTest, ADeclinedIniChangeEndsTheStart) {
     ASSERT_EQ(shown.size(), 2u);
     EXPECT_EQ(shown[1], configurationError);
     EXPECT_EQ(around.iniFiles.writes, Strings{});
+    EXPECT_EQ(Lines(),
+              (Strings{echo, detected,
+                       L"Declined: Okay to define a dummy modem in your GoldMine <user>.INI "
+                       L"file? This is required for outbound dialing via 3CX.",
+                       finished}));
 }
 
 TEST_F(StartUpTest, AnErrorInTheGoldMineChecksIsAFailedConfigurationToo) {
@@ -314,7 +348,8 @@ TEST_F(StartUpTest, AnErrorInTheGoldMineChecksIsAFailedConfigurationToo) {
     around.goldMine.sendError = RuntimeError{91, L"GM", L"broken", L"", 0};
     EXPECT_EQ(Run(call), RunOutcome::End);
     EXPECT_EQ(around.boxes.Take(), std::vector<ShownBox>{configurationError});
-    EXPECT_EQ(Lines(), (Strings{echo, L"Run-time error '91':  broken", finished}));
+    EXPECT_EQ(Lines(),
+              (Strings{echo, L"Run-time error '91':  CheckGoldMineVersion: broken", finished}));
 }
 
 TEST_F(StartUpTest, TheAboutTextSaysWhatAndWhere) {

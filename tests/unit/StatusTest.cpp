@@ -107,6 +107,27 @@ TEST_F(StatusTest, ALineThatCannotBeWrittenIsLostAndTheRunGoesOn) {
     EXPECT_EQ(Log(), L"17\t20240311.120000.000\t[]:\tkept\r\n");
 }
 
+TEST_F(StatusTest, WhoLooksAtTheWindowIsToldOnceThatTheLogCannotBeWritten) {
+    HaveRunBefore();
+    Status& status = SetUpLog();
+    Form& form = program().form;
+    around.files.appendError = MakeRuntimeError(ErrorNumber::PermissionDenied);
+    status.WriteStatus(L"unseen");
+    form.setVisible(true);
+    status.WriteStatus(L"one");
+    status.WriteStatus(L"two");
+
+    EXPECT_EQ(form.txtStatus.text(), L"unseen\r\none\r\nCould not write to log file \"" +
+                                         form.txtLogPath.text() + L"\": Permission denied\r\ntwo");
+}
+
+TEST_F(StatusTest, ANullInATextIsABlank) {
+    HaveRunBefore();
+    SetUpLog().WriteStatus(std::wstring(L"a\0b", 3));
+    EXPECT_EQ(program().form.txtStatus.text(), L"a b");
+    EXPECT_TRUE(Log().ends_with(L"\ta b\r\n"));
+}
+
 TEST_F(StatusTest, TheLogIsWrittenToThePathShown) {
     Status& status = SetUpLog();
     program().form.txtLogPath.setText(L"D:\\other.log");

@@ -44,6 +44,12 @@ TEST(TextTest, BlanksInTheProgramsUnquotedPathAreNoArguments) {
     EXPECT_EQ(ArgumentsOf(L"C:\\Program Files\\3CX\\x.exefoo 5", own), L" Files\\3CX\\x.exefoo 5");
 }
 
+TEST(TextTest, EveryLineEndsInBothCharacters) {
+    EXPECT_EQ(WithLineBreaks(L"a\nb\r\nc\n\nd\r"), L"a\r\nb\r\nc\r\n\r\nd\r");
+    EXPECT_EQ(WithLineBreaks(L"\n"), L"\r\n");
+    EXPECT_EQ(WithLineBreaks(L""), L"");
+}
+
 TEST(TextTest, AnEmptyTextSplitsIntoNothing) {
     EXPECT_TRUE(Split(L"", L',').empty());
     EXPECT_EQ(Split(L"a,,b,", L','), (std::vector<std::wstring>{L"a", L"", L"b", L""}));

@@ -5,6 +5,7 @@
 #include "fakes/FakeFiles.h"
 #include "fakes/FakeMessageBoxes.h"
 #include "fakes/FakeRegistry.h"
+#include "fakes/FakeStatusWriter.h"
 #include "ui/form/Form.h"
 #include "util/ProgramInfo.h"
 
@@ -61,10 +62,11 @@ protected:
     FakeRegistry registry;
     FakeFileSystem files;
     FakeShell shell;
+    FakeStatusWriter status;
     FakeMessageBoxes boxes;
     Form form;
     ProgramInfo program{L"C:\\Corvane", L"CorvaneTo3CX", 1, 0, 1};
-    ThreeCXIntegration threeCX{form, program, registry, files, shell, boxes};
+    ThreeCXIntegration threeCX{form, program, registry, files, shell, status, boxes};
 };
 
 TEST_F(ThreeCXIntegrationTest, ACompleteInstallationIsShownWithoutAWarning) {
@@ -347,6 +349,11 @@ TEST_F(ThreeCXIntegrationTest, ALevelThatMayNotBeWrittenShowsWhatIsStored) {
     // The caption goes by what was asked for.
     EXPECT_EQ(form.cmdChangeLogLevel.caption(), L"Set to log only ImportantEvents");
     EXPECT_EQ(boxes.Take(), ShownBoxes{Notice(logLevelNotice)});
+    ASSERT_EQ(status.lines.size(), 1U);
+    EXPECT_TRUE(status.lines[0].starts_with(
+        L"Could not change 3CX Command Line API Plugin log level: RegCreateKeyEx"))
+        << status.lines[0];
+    EXPECT_EQ(status.lines[0].find_first_of(L"\r\n"), std::wstring::npos);
 }
 
 TEST_F(ThreeCXIntegrationTest, ALevelThatWasNeverStoredAndMayNotBeWrittenIsEmpty) {

@@ -53,6 +53,42 @@ TEST_F(UserActionsTest, ProcessCallAsksForGoldMineWhenItDoesNotRun) {
     EXPECT_FALSE(made.form.GoldMineRunning);
 }
 
+TEST_F(UserActionsTest, ProcessCallHandlesNothingForARejectedCallerID) {
+    Program& made = Shown();
+    made.form.txtCallType.setText(L"I");
+    made.form.txtNotifType.setText(L"S");
+    made.form.txtCallerID.setText(L"123");
+    EXPECT_TRUE(made.actions.MayLeave(made.form.txtCallerID, true));
+    around.goldMine.commands.clear();
+    made.actions.ButtonClicked(made.form.cmdProcessCall);
+    EXPECT_EQ(StatusLines(made.form), Strings{L"Ignored short CallerID: 123."});
+    EXPECT_EQ(around.goldMine.commands, Strings{});
+}
+
+TEST_F(UserActionsTest, TheFirstCallMeetsAGoldMineThatWasStartedAfterTheWindow) {
+    Program& made = Make();
+    ASSERT_EQ(made.Run(), RunOutcome::WindowShown);
+    made.form.txtOutboundPhone.setText(L"555-0100");
+    made.form.cmdProcessCall.setEnabled(true);
+    around.RunGoldMine(L"abc");
+    made.actions.ButtonClicked(made.form.cmdProcessCall);
+    EXPECT_EQ(around.boxes.Take(),
+              ShownBoxes{Notice(L"Error parsing GoldMine version abc", BoxIcon::Exclamation)});
+    EXPECT_EQ(StatusLines(made.form), Strings{L"Error parsing GoldMine version abc"});
+    EXPECT_EQ(around.processes.started, Strings{});
+
+    around.RunGoldMine();
+    made.actions.ButtonClicked(made.form.cmdProcessCall);
+    EXPECT_EQ(StatusLines(made.form),
+              (Strings{L"GoldMine version 2014.1 detected.", L"Dialed 5550100 using 3CX.",
+                       L"Call processing completed in 0.000 seconds."}));
+    EXPECT_EQ(made.form.GoldMineUserName, L"ANN");
+
+    made.actions.ButtonClicked(made.form.cmdProcessCall);
+    EXPECT_EQ(StatusLines(made.form), (Strings{L"Dialed 5550100 using 3CX.",
+                                               L"Call processing completed in 0.000 seconds."}));
+}
+
 TEST_F(UserActionsTest, ADisabledButtonDoesNothing) {
     Program& made = Shown();
     made.form.txtOutboundPhone.setText(L"555-0100");

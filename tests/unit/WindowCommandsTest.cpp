@@ -209,11 +209,52 @@ TEST_F(GetControlTextTest, IsEmptyWhenTheWindowIsNotListed) {
     EXPECT_EQ(windows.GetControlText(L"5", L"1016"), L"");
 }
 
-TEST_F(GetControlTextTest, IsEmptyWhenTheListCannotBeHad) {
-    for (const wchar_t* reply : {L"", L"False", L"<GMAPI call=\"GetActiveWindowsList\"/>"}) {
+TEST_F(GetControlTextTest, IsEmptyWhenNoWindowIsListed) {
+    for (const wchar_t* reply :
+         {L"<GMAPI call=\"GetActiveWindowsList\"/>",
+          L"<GMAPI call=\"GetActiveWindowsList\"><status code=\"1\">Success</status></GMAPI>"}) {
         goldMine.answers[L"<GMAPI call=\"GetActiveWindowsList\"/>"] = reply;
         EXPECT_EQ(windows.GetControlText(L"4711", L"1016"), L"") << reply;
     }
+}
+
+TEST_F(GetControlTextTest, AListThatCannotBeReadIsAnErrorAndNoEmptyText) {
+    for (const wchar_t* reply :
+         {L"", L"not a list", L"<GMAPI call=\"GetActiveWindowsList\">",
+          L"<GMAPI call=\"GetActiveWindowsList\"><status code=\"0\">No</status></GMAPI>",
+          // A control character, in the text of any window, is no XML.
+          L"<GMAPI call=\"GetActiveWindowsList\"><status code=\"1\">Success</status>"
+          L"<data name=\"WindowsList\"><data name=\"window\">\x0001</data></data></GMAPI>"}) {
+        goldMine.answers[L"<GMAPI call=\"GetActiveWindowsList\"/>"] = reply;
+        const RuntimeError error =
+            ErrorOf([&] { static_cast<void>(windows.GetControlText(L"4711", L"1016")); });
+        EXPECT_EQ(error.number, 13) << reply;
+        EXPECT_EQ(error.source, L"GMUI_GetControlText: ");
+        EXPECT_EQ(error.description, L"GetActiveWindowsList returned no readable list.");
+        EXPECT_FALSE(error.reported);
+    }
+}
+
+TEST_F(GetControlTextTest, AnErrorThatWasReportedKeepsItsNumberAndText) {
+    for (const std::int32_t number : {70, 462, -2147023170}) {
+        goldMine.sendError = CompleteError(number);
+        const RuntimeError error =
+            ErrorOf([&] { static_cast<void>(windows.GetControlText(L"4711", L"1016")); });
+        EXPECT_EQ(error.number, number);
+        EXPECT_EQ(error.source, L"GMUI_GetControlText: GoldMine.UI");
+        EXPECT_EQ(error.description, L"something broke");
+        EXPECT_TRUE(error.reported);
+        EXPECT_EQ(boxes.Take().size(), 1U) << "of the command";
+    }
+}
+
+TEST_F(GetControlTextTest, AnObjectThatCannotBeHadIsSuchAnError) {
+    goldMine.connectError = CompleteError(429);
+    const RuntimeError error =
+        ErrorOf([&] { static_cast<void>(windows.GetControlText(L"4711", L"1016")); });
+    EXPECT_EQ(error.number, 429);
+    EXPECT_TRUE(error.reported);
+    EXPECT_EQ(boxes.Take().size(), 1U);
 }
 
 TEST_F(GetControlTextTest, AnErrorOfTheAutomationObjectCarriesBothProceduresInItsSource) {
@@ -230,8 +271,11 @@ TEST_F(GetControlTextTest, AnErrorOfTheAutomationObjectCarriesBothProceduresInIt
 // Keeps the questions put to the reader of replies, and answers them as told.
 class ScriptedReader final : public XPathReader {
 public:
-    [[nodiscard]] std::wstring SelectNode(const std::wstring& reply, const std::wstring& expression,
-                                          NodeForm form) const override {
+    [[nodiscard]] std::optional<std::wstring> SelectNode(const std::wstring& reply,
+                                                         const std::wstring& expression,
+                                                         NodeForm form,
+                                                         WhiteSpace space) const override {
+        EXPECT_EQ(space, WhiteSpace::Kept) << "a control's text is the user's";
         asked.push_back({reply, expression, form});
         if (error)
             throw *error;

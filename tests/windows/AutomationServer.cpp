@@ -8,8 +8,9 @@
 #include "platform/goldmine/GoldMineTypeLibrary.h"
 #include "platform/kit/Bstr.h"
 #include "platform/kit/ComObject.h"
+#include "support/windows/BuiltFiles.h"
+#include "support/windows/Waiting.h"
 #include "windows/InterfaceKeeper.h"
-#include "windows/PumpUntil.h"
 
 #include <olectl.h>
 
@@ -18,6 +19,8 @@ namespace corvane::test {
 namespace {
 
 using Microsoft::WRL::ComPtr;
+using test_support::PumpUntil;
+using test_support::WaitUntil;
 
 constexpr UINT runTask = WM_APP + 1;  // wParam: a std::function<void()> that the thread deletes
 
@@ -48,10 +51,8 @@ void SetClassesText(const std::wstring& key, const std::wstring& value, const st
 }  // namespace
 
 LibraryRegistration::LibraryRegistration(LibraryFlavour flavour) {
-    std::array<wchar_t, MAX_PATH> program{};
-    GetModuleFileNameW(nullptr, program.data(), MAX_PATH);
     const std::wstring path =
-        std::wstring(program.data()) + L"\\" + std::to_wstring(static_cast<int>(flavour));
+        test_support::OwnProgram() + L"\\" + std::to_wstring(static_cast<int>(flavour));
     // Version 2.10 is written in hexadecimal digits.
     const std::wstring platform = sizeof(void*) == 8 ? L"win64" : L"win32";
     Set(libraryKey + L"\\2.a\\0\\" + platform, L"", path);

@@ -6,6 +6,8 @@
 
 #include <string>
 
+#include "support/windows/SystemWords.h"
+
 namespace corvane::test {
 namespace {
 
@@ -52,10 +54,7 @@ class ComErrorAsItIsTest : public testing::TestWithParam<std::uint32_t> {};
 
 TEST_P(ComErrorAsItIsTest, KeepsItsSignedNumberAndTheSystemsText) {
     const auto result = static_cast<HRESULT>(GetParam());
-    wchar_t words[1000] = {};
-    const DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM, nullptr, GetParam(), 0, words,
-                                        static_cast<DWORD>(std::size(words)), nullptr);
-    std::wstring expected(words, length);
+    std::wstring expected = test_support::SystemWords(GetParam());
     while (expected.ends_with(L'\n') || expected.ends_with(L'\r'))
         expected.pop_back();
     ASSERT_NE(expected, L"");

@@ -10,14 +10,16 @@
 
 #include "platform/kit/ComApartment.h"
 #include "platform/SystemClock.h"
+#include "support/windows/Waiting.h"
 #include "unit/TestErrors.h"
 #include "util/RuntimeError.h"
 #include "windows/AutomationServer.h"
-#include "windows/PumpUntil.h"
 #include "windows/RegistrySandbox.h"
 
 namespace corvane::test {
 namespace {
+
+using test_support::PumpUntil;
 
 using Answer = AutomationServer::Answer;
 

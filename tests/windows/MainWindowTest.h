@@ -10,14 +10,19 @@
 #include <string>
 #include <vector>
 
+#include "support/windows/NativeWindow.h"
+#include "support/windows/Waiting.h"
 #include "ui/form/Form.h"
 #include "ui/form/FormActions.h"
-#include "windows/NativeWindow.h"
-#include "windows/PumpUntil.h"
 
 #include <commctrl.h>
 
 namespace corvane::test {
+
+using test_support::ClassOf;
+using test_support::patience;
+using test_support::PumpUntil;
+using test_support::TextOf;
 
 // Does to the form what the program does, and keeps what it was told.
 class RecordedActions final : public FormActions {
@@ -39,6 +44,8 @@ public:
     }
     bool MayLeave(TextBox& box, bool changed) override {
         told.push_back(L"leave " + box.name() + (changed ? L" changed" : L" unchanged"));
+        if (onLeave)
+            onLeave();
         return mayLeave;
     }
     void Activated() override { ++activations; }
@@ -52,6 +59,7 @@ public:
     Form* form = nullptr;
     std::vector<std::wstring> told;
     std::function<void()> onButton;
+    std::function<void()> onLeave;
     std::function<void()> onClose;
     bool mayLeave = true;
     bool mayClose = true;

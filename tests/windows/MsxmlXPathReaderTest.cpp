@@ -12,11 +12,13 @@ namespace {
 
 class MsxmlXPathReaderTest : public testing::Test {
 protected:
-    std::wstring Text(const std::wstring& reply, const std::wstring& expression) const {
-        return reader.SelectNode(reply, expression, NodeForm::Text);
+    std::wstring Text(const std::wstring& reply, const std::wstring& expression,
+                      WhiteSpace space = WhiteSpace::Kept) const {
+        return reader.SelectNode(reply, expression, NodeForm::Text, space).value_or(L"(not XML)");
     }
     std::wstring Xml(const std::wstring& reply, const std::wstring& expression) const {
-        return reader.SelectNode(reply, expression, NodeForm::Xml);
+        return reader.SelectNode(reply, expression, NodeForm::Xml, WhiteSpace::Kept)
+            .value_or(L"(not XML)");
     }
 
     ComApartment apartment;
@@ -74,13 +76,24 @@ INSTANTIATE_TEST_SUITE_P(
         Query{fetched, rawReturn, L"3000-0001\na\rb"}, Query{fetched, L"/GMAPI/status", L"Success"},
         Query{windowList, L"/GMAPI/status/@code", L"1"}));
 
-TEST_F(MsxmlXPathReaderTest, BlanksAndLineBreaksAtTheEndsOfATextAreKept) {
+TEST_F(MsxmlXPathReaderTest, BlanksAndLineBreaksAtTheEndsOfATextAreKeptWhereAskedFor) {
     const std::wstring reply =
         L"<GMAPI call=\"Read\">\r\n <status code=\"1\">  </status>"
         L"<data name=\"Notes\"> \n two lines &#13;\n\n </data></GMAPI>";
     EXPECT_EQ(Text(reply, L"/GMAPI/data"), L" \n two lines \r\n\n ");
     EXPECT_EQ(Text(reply, L"/GMAPI/status"), L"  ");
     EXPECT_EQ(Xml(reply, L"/GMAPI/status"), L"<status code=\"1\">  </status>");
+
+    EXPECT_EQ(Text(reply, L"/GMAPI/data", WhiteSpace::ReadersOwn), L"two lines");
+    EXPECT_EQ(Text(reply, L"/GMAPI/status", WhiteSpace::ReadersOwn), L"");
+}
+
+// Notes as GoldMine writes them into a reply: the reader makes LF of a raw CR LF, and leaves what
+// was written as a reference.
+TEST_F(MsxmlXPathReaderTest, ARawLineEndIsOneCharacterAndAReferenceIsWhatItSays) {
+    EXPECT_EQ(Text(L"<GMAPI><data>a\r\nb</data></GMAPI>", L"/GMAPI/data"), L"a\nb");
+    EXPECT_EQ(Text(L"<GMAPI><data>a&#13;&#10;b&#13;\nc</data></GMAPI>", L"/GMAPI/data"),
+              L"a\r\nb\r\nc");
 }
 
 TEST_F(MsxmlXPathReaderTest, NodeIsFoundAsMarkup) {
@@ -122,13 +135,13 @@ TEST_F(MsxmlXPathReaderTest, LetterCaseOfNamesCounts) {
     EXPECT_EQ(Text(L"<GMAPI><Status>x</Status></GMAPI>", L"/GMAPI/status"), L"");
 }
 
-TEST_F(MsxmlXPathReaderTest, WhatIsNotXmlYieldsAnEmptyText) {
-    EXPECT_EQ(Text(L"False", L"/GMAPI/status"), L"");
-    EXPECT_EQ(Text(L"", L"/GMAPI/status"), L"");
-    EXPECT_EQ(Text(L"<GMAPI><status>x</GMAPI>", L"/GMAPI/status"), L"");
-    EXPECT_EQ(Text(L"<GMAPI/><GMAPI/>", L"/GMAPI"), L"");
-    EXPECT_EQ(Text(std::wstring(L"<GMAPI>\0</GMAPI>", 16), L"/GMAPI"), L"");
-    EXPECT_EQ(Xml(L"not at all", L"/GMAPI/status"), L"");
+TEST_F(MsxmlXPathReaderTest, WhatIsNotXmlIsToldFromWhatHoldsNothing) {
+    EXPECT_EQ(Text(L"False", L"/GMAPI/status"), L"(not XML)");
+    EXPECT_EQ(Text(L"", L"/GMAPI/status"), L"(not XML)");
+    EXPECT_EQ(Text(L"<GMAPI><status>x</GMAPI>", L"/GMAPI/status"), L"(not XML)");
+    EXPECT_EQ(Text(L"<GMAPI/><GMAPI/>", L"/GMAPI"), L"(not XML)");
+    EXPECT_EQ(Text(std::wstring(L"<GMAPI>\0</GMAPI>", 16), L"/GMAPI"), L"(not XML)");
+    EXPECT_EQ(Xml(L"not at all", L"/GMAPI/status"), L"(not XML)");
 }
 
 TEST_F(MsxmlXPathReaderTest, NodeWithoutANamespaceIsNotTheOneThatHasOne) {

@@ -49,12 +49,4 @@ private:
     std::wstring path_;
 };
 
-// The system's words for an error code, the line break behind them included.
-[[nodiscard]] inline std::wstring SystemWords(DWORD code) {
-    wchar_t buffer[1000];
-    const DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM, nullptr, code, 0, buffer,
-                                        static_cast<DWORD>(std::size(buffer)), nullptr);
-    return {buffer, length};
-}
-
 }  // namespace corvane::test

@@ -8,11 +8,15 @@
 #include <thread>
 #include <vector>
 
-#include "windows/NativeWindow.h"
-#include "windows/PumpUntil.h"
+#include "support/windows/NativeWindow.h"
+#include "support/windows/Waiting.h"
 
 namespace corvane::test {
 namespace {
+
+using test_support::ClassOf;
+using test_support::TextOf;
+using test_support::WaitUntil;
 
 // The visible box of this program with the product's name; nothing while there is none.
 HWND FindBox() {
@@ -78,7 +82,7 @@ protected:
     BoxAnswer ShowAndPress(std::wstring_view text, BoxButtons buttons, BoxIcon icon,
                            const std::wstring& caption) {
         std::thread user([&] {
-            EXPECT_TRUE(WaitUntil([] { return FindBox() != nullptr; }));
+            EXPECT_TRUE(WaitUntil(&FindBox));
             if (const HWND box = FindBox())
                 seen = ReadAndPress(box, caption);
         });
@@ -164,7 +168,7 @@ TEST_F(SystemMessageBoxesTest, OwnerIsDisabledWhileItsBoxIsShown) {
 TEST_F(SystemMessageBoxesTest, ConfirmIsTrueForYesAlone) {
     for (const auto& [caption, confirmed] : {std::pair(L"Yes", true), std::pair(L"No", false)}) {
         std::thread user([&, caption = caption] {
-            EXPECT_TRUE(WaitUntil([] { return FindBox() != nullptr; }));
+            EXPECT_TRUE(WaitUntil(&FindBox));
             if (const HWND box = FindBox())
                 seen = ReadAndPress(box, caption);
         });

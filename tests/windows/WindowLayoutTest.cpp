@@ -47,13 +47,10 @@ public:
         constexpr int pointsPerInch = 72;
         const int height = MulDiv(points, static_cast<int>(dpi), pointsPerInch);
         description.lfHeight = std::min<LONG>(description.lfHeight, -height);
-        font_ = CreateFontIndirectW(&description);
-        SelectObject(device_, font_);
+        font_ = UniqueFont(CreateFontIndirectW(&description));
+        SelectObject(device_, font_.get());
     }
-    ~TextMeasure() {
-        ReleaseDC(control_, device_);
-        DeleteObject(font_);
-    }
+    ~TextMeasure() { ReleaseDC(control_, device_); }
     TextMeasure(const TextMeasure&) = delete;
     TextMeasure& operator=(const TextMeasure&) = delete;
 
@@ -68,7 +65,7 @@ public:
 private:
     HDC device_;
     HWND control_;
-    HFONT font_ = nullptr;
+    UniqueFont font_;
 };
 
 SIZE ClientSize(HWND window) {
@@ -178,8 +175,9 @@ protected:
                 const ControlSpec& first = controls[one]->spec();
                 const ControlSpec& second = controls[other]->spec();
                 if (first.parent != second.parent || first.parentIndex != second.parentIndex ||
-                    IsPageOrStrip(*controls[one]) || IsPageOrStrip(*controls[other]))
+                    IsPageOrStrip(*controls[one]) || IsPageOrStrip(*controls[other])) {
                     continue;
+                }
                 EXPECT_FALSE(IntersectRect(&common, &places[one], &places[other]))
                     << Described(*controls[one]) << " and " << Described(*controls[other]) << " at "
                     << dpi;

@@ -6,16 +6,17 @@
 #include <memory>
 #include <string>
 
+#include "support/windows/NativeWindow.h"
 #include "ui/form/Form.h"
 #include "ui/form/FormActions.h"
 #include "ui/window/MainWindow.h"
-#include "windows/NativeWindow.h"
-#include "windows/PumpUntil.h"
 
 #include <commctrl.h>
 
 namespace corvane::test {
 namespace {
+
+using test_support::TextOf;
 
 class NoActions final : public FormActions {
 public:

@@ -6,40 +6,39 @@
 #include <memory>
 #include <string>
 
-#include "platform/kit/Windows.h"
+#include "platform/kit/Handles.h"
 #include "platform/RunningProgram.h"
+#include "support/windows/BuiltFiles.h"
+#include "support/windows/Files.h"
+#include "support/windows/TemporaryFolder.h"
+#include "support/windows/Waiting.h"
 #include "util/Text.h"
-#include "windows/PumpUntil.h"
-#include "windows/TemporaryFolder.h"
 
 namespace corvane::test {
 namespace {
 
-constexpr ProcessId noProcess = 0xFFFFFFF0;
+using test_support::FileIsThere;
+using test_support::OwnProgram;
+using test_support::ReadFileText;
+using test_support::TemporaryFolder;
+using test_support::WaitUntil;
 
-std::wstring OwnPath() {
-    wchar_t path[MAX_PATH] = {};
-    const DWORD length = GetModuleFileNameW(nullptr, path, MAX_PATH);
-    return {path, length};
-}
+constexpr ProcessId noProcess = 0xFFFFFFF0;
 
 // Lets a started program go, at the latest when the test ends.
 class LetGo {
 public:
-    LetGo() : name_(L"corvane-let-go-" + std::to_wstring(GetCurrentProcessId())) {
-        event_ = CreateEventW(nullptr, TRUE, FALSE, name_.c_str());
-    }
-    ~LetGo() {
-        SetEvent(event_);
-        CloseHandle(event_);
-    }
+    LetGo()
+        : name_(L"corvane-let-go-" + std::to_wstring(GetCurrentProcessId())),
+          event_(CreateEventW(nullptr, TRUE, FALSE, name_.c_str())) {}
+    ~LetGo() { SetEvent(event_.get()); }
     LetGo(const LetGo&) = delete;
     LetGo& operator=(const LetGo&) = delete;
     [[nodiscard]] const std::wstring& name() const { return name_; }
 
 private:
     std::wstring name_;
-    HANDLE event_ = nullptr;
+    UniqueHandle event_;
 };
 
 TEST(WindowsProcessesTest, OwnProcessIsInTheOwnSession) {
@@ -69,7 +68,7 @@ TEST(WindowsProcessesTest, SnapshotHoldsTheOwnProgramInAFieldOf260Characters) {
     });
     ASSERT_NE(own, entries.end());
     EXPECT_EQ(own->nameField.size(), 260U);
-    const std::wstring path = OwnPath();
+    const std::wstring path = OwnProgram();
     EXPECT_EQ(StripAtNull(own->nameField), path.substr(path.find_last_of(L'\\') + 1));
 }
 
@@ -91,7 +90,7 @@ TEST(WindowsProcessesTest, OwnProcessTellsItsImagePath) {
     ASSERT_TRUE(opened.value.has_value());
     EXPECT_EQ(opened.lastError, 0U);
     EXPECT_NE(*opened.value, 0);
-    EXPECT_EQ(processes.ImagePath(*opened.value), OwnPath());
+    EXPECT_EQ(processes.ImagePath(*opened.value), OwnProgram());
 }
 
 TEST(WindowsProcessesTest, ProcessThatIsNotThereCannotBeOpened) {
@@ -130,8 +129,8 @@ TEST(WindowsProcessesTest, ProgramIsStartedHiddenAndNotWaitedFor) {
     EXPECT_TRUE(processes.StartHidden(L"\"" + program + L"\" \"" + answer + L"\" " + letGo.name() +
                                       L" cmd:12345"));
 
-    ASSERT_TRUE(WaitUntil([&] { return std::filesystem::exists(answer); }));
-    const std::string bytes = TemporaryFolder::Read(answer);
+    ASSERT_TRUE(WaitUntil([&] { return FileIsThere(answer); }));
+    const std::string bytes = ReadFileText(answer).value_or("");
     const std::wstring text(reinterpret_cast<const wchar_t*>(bytes.data()),
                             bytes.size() / sizeof(wchar_t));
     EXPECT_EQ(text, L"0|no console|cmd:12345");

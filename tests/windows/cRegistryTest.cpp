@@ -5,6 +5,7 @@
 #include <string>
 #include <tuple>
 
+#include "support/windows/SystemWords.h"
 #include "unit/TestErrors.h"
 #include "util/RuntimeError.h"
 #include "windows/RegistrySandbox.h"
@@ -21,6 +22,8 @@ struct SystemErrorTextOf {
 template struct SystemErrorTextOf<&cRegistry::SystemErrorText>;
 
 namespace {
+
+using test_support::SystemWords;
 
 constexpr std::int32_t classError = -2147191503;
 const std::wstring crLf = L"\r\n";

@@ -6,12 +6,15 @@
 #include <vector>
 
 #include "platform/cRegistry.h"
+#include "support/windows/SystemWords.h"
 #include "unit/TestErrors.h"
 #include "util/RuntimeError.h"
 #include "windows/RegistrySandbox.h"
 
 namespace corvane::test {
 namespace {
+
+using test_support::SystemWords;
 
 constexpr std::int32_t typeMismatch = 13;
 constexpr std::int32_t registryError = -2147191503;

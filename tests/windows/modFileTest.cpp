@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <fstream>
 #include <string>
 #include <thread>
@@ -9,14 +10,20 @@
 #include "platform/kit/Windows.h"
 #include "platform/RunningProgram.h"
 #include "seams/Clock.h"
+#include "support/windows/Files.h"
+#include "support/windows/TemporaryFolder.h"
 #include "unit/TestErrors.h"
-#include "windows/OpenFile.h"
-#include "windows/TemporaryFolder.h"
 
 #include <oleauto.h>
 
 namespace corvane::test {
 namespace {
+
+using test_support::HoldFileAlone;
+using test_support::KernelHandle;
+using test_support::OpenExisting;
+using test_support::ReadFileText;
+using test_support::TemporaryFolder;
 
 constexpr std::uint32_t callersMask = 167;
 
@@ -33,7 +40,8 @@ SYSTEMTIME Utc(WORD year, WORD month, WORD day, WORD hour, WORD minute = 0) {
 void SetLastWriteTime(const std::wstring& path, const SYSTEMTIME& utc) {
     FILETIME time{};
     ASSERT_TRUE(SystemTimeToFileTime(&utc, &time));
-    const OpenFile file(path, FILE_WRITE_ATTRIBUTES, FILE_SHARE_READ | FILE_SHARE_WRITE);
+    const KernelHandle file =
+        OpenExisting(path, FILE_WRITE_ATTRIBUTES, FILE_SHARE_READ | FILE_SHARE_WRITE);
     ASSERT_TRUE(SetFileTime(file.get(), nullptr, nullptr, &time));
 }
 
@@ -44,54 +52,57 @@ protected:
         SetLastWriteTime(path, utc);
         return path;
     }
-    NewestFile Search() const { return GetNewestFileInFolder(folder.path(), L"*.*", callersMask); }
+    NewestFile Search() const {
+        return files.GetNewestFileInFolder(folder.path(), L"*.*", callersMask);
+    }
     void MakeFolder(std::wstring_view name) const {
         ASSERT_TRUE(CreateDirectoryW(folder.file(name).c_str(), nullptr));
     }
 
     TemporaryFolder folder;
+    modFile files;
 };
 
 TEST_F(modFileTest, FileExistsIsTrueForFilesOnly) {
     const std::wstring path = folder.Write(L"a file.txt", "");
-    EXPECT_TRUE(FileExists(path));
-    EXPECT_FALSE(FileExists(folder.file(L"absent.txt")));
-    EXPECT_FALSE(FileExists(folder.path()));
-    EXPECT_FALSE(FileExists(L""));
+    EXPECT_TRUE(files.FileExists(path));
+    EXPECT_FALSE(files.FileExists(folder.file(L"absent.txt")));
+    EXPECT_FALSE(files.FileExists(folder.path()));
+    EXPECT_FALSE(files.FileExists(L""));
 }
 
 TEST_F(modFileTest, FolderExistsIsTrueForFoldersOnly) {
     const std::wstring path = folder.Write(L"a file.txt", "");
-    EXPECT_TRUE(FolderExists(folder.path()));
-    EXPECT_TRUE(FolderExists(folder.path() + L"\\"));
-    EXPECT_FALSE(FolderExists(path));
-    EXPECT_FALSE(FolderExists(folder.file(L"absent")));
-    EXPECT_FALSE(FolderExists(L""));
+    EXPECT_TRUE(files.FolderExists(folder.path()));
+    EXPECT_TRUE(files.FolderExists(folder.path() + L"\\"));
+    EXPECT_FALSE(files.FolderExists(path));
+    EXPECT_FALSE(files.FolderExists(folder.file(L"absent")));
+    EXPECT_FALSE(files.FolderExists(L""));
 }
 
 TEST_F(modFileTest, PathsAreNeitherTrimmedNorExpanded) {
     folder.Write(L"a.txt", "");
-    EXPECT_FALSE(FileExists(L" " + folder.file(L"a.txt")));
-    EXPECT_FALSE(FolderExists(L"%TEMP%"));
+    EXPECT_FALSE(files.FileExists(L" " + folder.file(L"a.txt")));
+    EXPECT_FALSE(files.FolderExists(L"%TEMP%"));
 }
 
 TEST_F(modFileTest, AppendingCreatesTheFileAndAddsNoSeparator) {
     const std::wstring path = folder.file(L"log.txt");
-    AppendToFile(path, L"a");
-    AppendToFile(path, L"b");
-    EXPECT_EQ(TemporaryFolder::Read(path), "ab");
+    files.AppendToFile(path, L"a");
+    files.AppendToFile(path, L"b");
+    EXPECT_EQ(ReadFileText(path), "ab");
 }
 
 TEST_F(modFileTest, AppendedTextIsWrittenExactlyAsGiven) {
     const std::wstring path = folder.Write(L"log.txt", "old\r\n");
-    AppendToFile(path, L"one\r\ntwo\n ");
-    EXPECT_EQ(TemporaryFolder::Read(path), "old\r\none\r\ntwo\n ");
+    files.AppendToFile(path, L"one\r\ntwo\n ");
+    EXPECT_EQ(ReadFileText(path), "old\r\none\r\ntwo\n ");
 }
 
 TEST_F(modFileTest, TextIsAppendedInTheSystemCodePageAndTheRestIsReplaced) {
     const std::wstring path = folder.file(L"log.txt");
-    AppendToFile(path, L"J\x00FCrgen \x20AC \x65E5\x672C");
-    EXPECT_EQ(TemporaryFolder::Read(path), "J\xFCrgen \x80 ??");
+    files.AppendToFile(path, L"J\x00FCrgen \x20AC \x65E5\x672C");
+    EXPECT_EQ(ReadFileText(path), "J\xFCrgen \x80 ??");
 }
 
 TEST_F(modFileTest, TwoWritersAtTheSameTimeKeepTheirLinesWhole) {
@@ -99,7 +110,7 @@ TEST_F(modFileTest, TwoWritersAtTheSameTimeKeepTheirLinesWhole) {
     const std::wstring path = folder.file(L"log.txt");
     const auto write = [&](wchar_t letter) {
         for (int line = 0; line < lines; ++line)
-            AppendToFile(path, std::wstring(60, letter) + L"\r\n");
+            files.AppendToFile(path, std::wstring(60, letter) + L"\r\n");
     };
 
     std::thread other([&] { write(L'b'); });
@@ -117,38 +128,40 @@ TEST_F(modFileTest, TwoWritersAtTheSameTimeKeepTheirLinesWhole) {
 
 TEST_F(modFileTest, AnotherInstanceMayHaveTheFileOpenForAppending) {
     const std::wstring path = folder.Write(L"log.txt", "");
-    const OpenFile other(path, FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE);
+    const KernelHandle other =
+        OpenExisting(path, FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE);
     DWORD written = 0;
 
-    AppendToFile(path, L"mine\r\n");
+    files.AppendToFile(path, L"mine\r\n");
     ASSERT_TRUE(WriteFile(other.get(), "other\r\n", 7, &written, nullptr));
-    AppendToFile(path, L"mine\r\n");
+    files.AppendToFile(path, L"mine\r\n");
 
-    EXPECT_EQ(TemporaryFolder::Read(path), "mine\r\nother\r\nmine\r\n");
+    EXPECT_EQ(ReadFileText(path), "mine\r\nother\r\nmine\r\n");
 }
 
 TEST_F(modFileTest, FileThatIsBeingReadCanBeAppendedTo) {
     const std::wstring path = folder.Write(L"log.txt", "");
-    const OpenFile reader(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE);
-    AppendToFile(path, L"x");
-    EXPECT_EQ(TemporaryFolder::Read(path), "x");
+    const KernelHandle reader =
+        OpenExisting(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE);
+    files.AppendToFile(path, L"x");
+    EXPECT_EQ(ReadFileText(path), "x");
 }
 
 // Appending asks for no right to read: the log may be one that users can only add to.
 TEST_F(modFileTest, FileThatMayNotBeReadCanBeAppendedTo) {
     const std::wstring path = folder.Write(L"log.txt", "");
     {
-        const OpenFile other(path, FILE_APPEND_DATA, FILE_SHARE_WRITE);
-        AppendToFile(path, L"mine\r\n");
+        const KernelHandle other = OpenExisting(path, FILE_APPEND_DATA, FILE_SHARE_WRITE);
+        files.AppendToFile(path, L"mine\r\n");
     }
-    EXPECT_EQ(TemporaryFolder::Read(path), "mine\r\n");
+    EXPECT_EQ(ReadFileText(path), "mine\r\n");
 }
 
 TEST_F(modFileTest, AppendingToALockedFileIsPermissionDenied) {
     const std::wstring path = folder.Write(L"log.txt", "");
-    const OpenFile lock(path, GENERIC_READ | GENERIC_WRITE, 0);
+    const KernelHandle lock = HoldFileAlone(path);
 
-    const RuntimeError error = ErrorOf([&] { AppendToFile(path, L"x"); });
+    const RuntimeError error = ErrorOf([&] { files.AppendToFile(path, L"x"); });
 
     EXPECT_EQ(error.number, 70);
     EXPECT_EQ(error.description, L"Permission denied");
@@ -156,12 +169,12 @@ TEST_F(modFileTest, AppendingToALockedFileIsPermissionDenied) {
 
 // Wine lets root write to a read-only file; to a folder it denies access as Windows does.
 TEST_F(modFileTest, AppendingToAFolderIsPermissionDenied) {
-    EXPECT_EQ(ErrorOf([&] { AppendToFile(folder.path(), L"x"); }).number, 70);
+    EXPECT_EQ(ErrorOf([&] { files.AppendToFile(folder.path(), L"x"); }).number, 70);
 }
 
 TEST_F(modFileTest, AppendingInAMissingFolderIsPathNotFound) {
     const RuntimeError error =
-        ErrorOf([&] { AppendToFile(folder.file(L"absent\\log.txt"), L"x"); });
+        ErrorOf([&] { files.AppendToFile(folder.file(L"absent\\log.txt"), L"x"); });
 
     EXPECT_EQ(error.number, 76);
     EXPECT_EQ(error.description, L"Path not found");
@@ -187,14 +200,15 @@ TEST_F(modFileTest, WithoutAFileTheTimeIsTheBeginningOfFileTimes) {
 }
 
 TEST_F(modFileTest, MissingFolderHasNoNewestFile) {
-    const NewestFile newest = GetNewestFileInFolder(folder.file(L"absent"), L"*.*", callersMask);
+    const NewestFile newest =
+        files.GetNewestFileInFolder(folder.file(L"absent"), L"*.*", callersMask);
     EXPECT_EQ(newest.name, L"");
     EXPECT_EQ(newest.filesSeen, 0);
 }
 
 TEST_F(modFileTest, FileInPlaceOfTheFolderHasNoNewestFile) {
     const std::wstring path = folder.Write(L"a.wav", "");
-    EXPECT_EQ(GetNewestFileInFolder(path, L"*.*", callersMask).filesSeen, 0);
+    EXPECT_EQ(files.GetNewestFileInFolder(path, L"*.*", callersMask).filesSeen, 0);
 }
 
 TEST_F(modFileTest, OneFileIsTheNewest) {
@@ -244,7 +258,7 @@ class AttributeTest : public modFileTest, public testing::WithParamInterface<DWO
 TEST_P(AttributeTest, FileCountsForTheAttributeThatItHas) {
     const std::wstring path = folder.Write(L"a.wav", "");
     const auto found = [&](DWORD mask) {
-        return GetNewestFileInFolder(folder.path(), L"*.*", mask).name;
+        return files.GetNewestFileInFolder(folder.path(), L"*.*", mask).name;
     };
     ASSERT_TRUE(SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL));
     EXPECT_EQ(found(callersMask), L"a.wav");
@@ -267,7 +281,7 @@ INSTANTIATE_TEST_SUITE_P(Attributes, AttributeTest,
 TEST_F(modFileTest, FileWithoutAnAttributeOfTheMaskIsLeftOut) {
     Make(L"a.wav", Utc(2024, 3, 11, 10));
     constexpr std::uint32_t temporaryOnly = 0x100;
-    const NewestFile newest = GetNewestFileInFolder(folder.path(), L"*.*", temporaryOnly);
+    const NewestFile newest = files.GetNewestFileInFolder(folder.path(), L"*.*", temporaryOnly);
     EXPECT_EQ(newest.name, L"");
     EXPECT_EQ(newest.filesSeen, 0);
 }
@@ -285,10 +299,10 @@ TEST_F(modFileTest, PathsThatBeginWithTwoBackslashesAreSearched) {
     Make(L"a.wav", Utc(2024, 3, 11, 10));
     Make(L"b.wav", Utc(2024, 3, 11, 12));
     const std::wstring share = L"\\\\?\\" + folder.path();
-    EXPECT_TRUE(FolderExists(share));
-    EXPECT_TRUE(FileExists(share + L"\\a.wav"));
+    EXPECT_TRUE(files.FolderExists(share));
+    EXPECT_TRUE(files.FileExists(share + L"\\a.wav"));
     for (const wchar_t* end : {L"", L"\\"}) {
-        const NewestFile newest = GetNewestFileInFolder(share + end, L"*.*", callersMask);
+        const NewestFile newest = files.GetNewestFileInFolder(share + end, L"*.*", callersMask);
         EXPECT_EQ(newest.name, L"b.wav");
         EXPECT_EQ(newest.filesSeen, 2);
     }
@@ -296,8 +310,8 @@ TEST_F(modFileTest, PathsThatBeginWithTwoBackslashesAreSearched) {
 
 TEST_F(modFileTest, AShareThatIsNotThereHasNoNewestFile) {
     const std::wstring share = L"\\\\no-server.invalid\\recordings";
-    EXPECT_FALSE(FolderExists(share));
-    const NewestFile newest = GetNewestFileInFolder(share, L"*.*", callersMask);
+    EXPECT_FALSE(files.FolderExists(share));
+    const NewestFile newest = files.GetNewestFileInFolder(share, L"*.*", callersMask);
     EXPECT_EQ(newest.name, L"");
     EXPECT_EQ(newest.filesSeen, 0);
 }
@@ -306,11 +320,11 @@ TEST_F(modFileTest, AFolderThatVanishesBeforeItIsSearchedHasNoNewestFile) {
     MakeFolder(L"recordings");
     Make(L"recordings\\a.wav", Utc(2024, 3, 11, 10));
     const std::wstring recordings = folder.file(L"recordings");
-    ASSERT_TRUE(FolderExists(recordings));
+    ASSERT_TRUE(files.FolderExists(recordings));
     ASSERT_TRUE(DeleteFileW((recordings + L"\\a.wav").c_str()));
     ASSERT_TRUE(RemoveDirectoryW(recordings.c_str()));
 
-    const NewestFile newest = GetNewestFileInFolder(recordings, L"*.*", callersMask);
+    const NewestFile newest = files.GetNewestFileInFolder(recordings, L"*.*", callersMask);
 
     EXPECT_EQ(newest.name, L"");
     EXPECT_EQ(newest.filesSeen, 0);
@@ -336,7 +350,8 @@ TEST_F(modFileTest, SubFoldersAreNotSearched) {
 TEST_F(modFileTest, TrailingBackslashMakesNoDifference) {
     Make(L"a.wav", Utc(2024, 3, 11, 10));
     Make(L"b.wav", Utc(2024, 3, 11, 12));
-    const NewestFile newest = GetNewestFileInFolder(folder.path() + L"\\", L"*.*", callersMask);
+    const NewestFile newest =
+        files.GetNewestFileInFolder(folder.path() + L"\\", L"*.*", callersMask);
     EXPECT_EQ(newest.name, L"b.wav");
     EXPECT_EQ(newest.filesSeen, 2);
     EXPECT_EQ(newest.modified, Search().modified);
@@ -345,7 +360,7 @@ TEST_F(modFileTest, TrailingBackslashMakesNoDifference) {
 TEST_F(modFileTest, PatternChoosesTheFiles) {
     Make(L"a.wav", Utc(2024, 3, 11, 10));
     Make(L"b.txt", Utc(2024, 3, 11, 12));
-    const NewestFile newest = GetNewestFileInFolder(folder.path(), L"*.wav", callersMask);
+    const NewestFile newest = files.GetNewestFileInFolder(folder.path(), L"*.wav", callersMask);
     EXPECT_EQ(newest.name, L"a.wav");
     EXPECT_EQ(newest.filesSeen, 1);
 }
@@ -393,7 +408,7 @@ TEST_F(modFileTest, AHundredThousandFilesAreSearchedInOnePass) {
     SetLastWriteTime(recordings + L"\\call 77777.wav", Utc(2100, 1, 1, 0));
 
     const ULONGLONG begin = GetTickCount64();
-    const NewestFile newest = GetNewestFileInFolder(recordings, L"*.*", callersMask);
+    const NewestFile newest = files.GetNewestFileInFolder(recordings, L"*.*", callersMask);
     const ULONGLONG taken = GetTickCount64() - begin;
 
     EXPECT_EQ(newest.name, L"call 77777.wav");
@@ -403,7 +418,6 @@ TEST_F(modFileTest, AHundredThousandFilesAreSearchedInOnePass) {
 }
 
 TEST_F(modFileTest, MakingAFolderThatIsThereSucceedsAndOneWithoutParentDoesNot) {
-    modFile files;
     EXPECT_TRUE(files.MakeFolder(folder.file(L"new")));
     EXPECT_TRUE(files.FolderExists(folder.file(L"new")));
     EXPECT_TRUE(files.MakeFolder(folder.file(L"new")));

@@ -4,11 +4,17 @@
 
 #include <string>
 
-#include "windows/OpenFile.h"
-#include "windows/TemporaryFolder.h"
+#include "support/windows/Files.h"
+#include "support/windows/TemporaryFolder.h"
 
 namespace corvane::test {
 namespace {
+
+using test_support::FileIsThere;
+using test_support::HoldFileAgainstWriting;
+using test_support::KernelHandle;
+using test_support::ReadFileText;
+using test_support::TemporaryFolder;
 
 class modIniFileTest : public testing::Test {
 protected:
@@ -21,7 +27,7 @@ TEST_F(modIniFileTest, WrittenValueIsReadBack) {
 
     EXPECT_TRUE(iniFiles.WriteIniValue(L"Modem", L"DialCmd", L"C:\\x.exe ", path));
 
-    EXPECT_EQ(TemporaryFolder::Read(path), "[Modem]\r\nDialCmd=C:\\x.exe \r\n");
+    EXPECT_EQ(ReadFileText(path), "[Modem]\r\nDialCmd=C:\\x.exe \r\n");
 }
 
 TEST_F(modIniFileTest, OtherEntriesStayWhenOneIsReplaced) {
@@ -63,20 +69,20 @@ TEST_F(modIniFileTest, WhatIsMissingReadsAsEmpty) {
 TEST_F(modIniFileTest, RefusedWriteStillReportsSuccess) {
     const std::wstring path = folder.Write(L"user.ini", "[S]\r\nk=v\r\n");
     {
-        const OpenFile reader(path, GENERIC_READ, FILE_SHARE_READ);
+        const KernelHandle reader = HoldFileAgainstWriting(path);
         EXPECT_TRUE(iniFiles.WriteIniValue(L"S", L"k", L"new", path));
     }
     EXPECT_TRUE(iniFiles.WriteIniValue(L"S", L"k", L"new", folder.file(L"absent\\user.ini")));
 
-    EXPECT_EQ(TemporaryFolder::Read(path), "[S]\r\nk=v\r\n");
-    EXPECT_FALSE(std::filesystem::exists(folder.file(L"absent\\user.ini")));
+    EXPECT_EQ(ReadFileText(path), "[S]\r\nk=v\r\n");
+    EXPECT_FALSE(FileIsThere(folder.file(L"absent\\user.ini")));
 }
 
 TEST_F(modIniFileTest, TextIsStoredInTheSystemCodePage) {
     const std::wstring path = folder.file(L"user.ini");
     iniFiles.WriteIniValue(L"S", L"k", L"J\x00FCrgen", path);
     EXPECT_EQ(iniFiles.ReadIniValue(L"S", L"k", path), L"J\x00FCrgen");
-    EXPECT_EQ(TemporaryFolder::Read(path), "[S]\r\nk=J\xFCrgen\r\n");
+    EXPECT_EQ(ReadFileText(path), "[S]\r\nk=J\xFCrgen\r\n");
 }
 
 }  // namespace

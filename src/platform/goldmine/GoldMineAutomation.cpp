@@ -3,6 +3,7 @@
 #include "platform/kit/Bstr.h"
 #include "platform/kit/ComError.h"
 #include "platform/kit/Dispatch.h"
+#include "platform/kit/Handles.h"
 
 namespace corvane {
 
@@ -17,8 +18,7 @@ bool MeansBusy(const RuntimeError& error) {
 
 // Serves calls and windows meanwhile, as an outgoing call does.
 void WaitPolitely(DWORD milliseconds) {
-    const std::unique_ptr<void, decltype(&CloseHandle)> never(
-        CreateEventW(nullptr, TRUE, FALSE, nullptr), &CloseHandle);
+    const UniqueHandle never(CreateEventW(nullptr, TRUE, FALSE, nullptr));
     HANDLE handles[] = {never.get()};
     DWORD signalled = 0;
     CoWaitForMultipleHandles(0, milliseconds, 1, handles, &signalled);
@@ -74,7 +74,7 @@ std::wstring GoldMineAutomation::Send(const std::wstring& command) {
         }
     }
     ThrowIfFailed(VariantChangeType(reply.get(), reply.get(), 0, VT_BSTR));
-    return std::wstring(reply->bstrVal ? reply->bstrVal : L"", SysStringLen(reply->bstrVal));
+    return Bstr::TextOf(reply->bstrVal);
 }
 
 void GoldMineAutomation::Release() noexcept {

@@ -8,6 +8,7 @@
 
 #include "platform/kit/Bstr.h"
 #include "platform/kit/ComError.h"
+#include "platform/kit/Handles.h"
 #include "util/Text.h"
 
 #include <wrl/client.h>
@@ -30,17 +31,15 @@ std::wstring TextOfGuid(const GUID& guid) {
 
 // A text value under the classes root in one registry view; empty when it is missing.
 std::wstring ClassesText(const std::wstring& path, const wchar_t* value, DWORD view) {
-    HKEY key = nullptr;
-    if (RegOpenKeyExW(HKEY_CLASSES_ROOT, path.c_str(), 0, KEY_QUERY_VALUE | view, &key) !=
+    UniqueRegistryKey key;
+    if (RegOpenKeyExW(HKEY_CLASSES_ROOT, path.c_str(), 0, KEY_QUERY_VALUE | view, key.put()) !=
         ERROR_SUCCESS) {
         return {};
     }
-    const std::unique_ptr<std::remove_pointer_t<HKEY>, decltype(&RegCloseKey)> owner(key,
-                                                                                     &RegCloseKey);
     std::array<wchar_t, 128> buffer{};
     auto bytes = static_cast<DWORD>((buffer.size() - 1) * sizeof(wchar_t));
     DWORD type = 0;
-    if (RegQueryValueExW(key, value, nullptr, &type, reinterpret_cast<BYTE*>(buffer.data()),
+    if (RegQueryValueExW(key.get(), value, nullptr, &type, reinterpret_cast<BYTE*>(buffer.data()),
                          &bytes) != ERROR_SUCCESS ||
         type != REG_SZ) {
         return {};
@@ -84,36 +83,24 @@ ComPtr<ITypeLib> LoadLibrary() {
     NotRegistered();
 }
 
-// The attributes of a type, released with their type.
-class TypeAttributes {
-public:
-    explicit TypeAttributes(ITypeInfo& type) : type_(type) {
-        ThrowIfFailed(type_.GetTypeAttr(&attributes_));
-    }
-    ~TypeAttributes() { type_.ReleaseTypeAttr(attributes_); }
-    TypeAttributes(const TypeAttributes&) = delete;
-    TypeAttributes& operator=(const TypeAttributes&) = delete;
-    const TYPEATTR* operator->() const { return attributes_; }
-
-private:
-    ITypeInfo& type_;
-    TYPEATTR* attributes_ = nullptr;
+// Gives a description back to the type that handed it out.
+template <auto giveBack>
+struct GiveBack {
+    ITypeInfo& type;
+    void operator()(auto* description) const { (type.*giveBack)(description); }
 };
 
-class FunctionDescription {
-public:
-    FunctionDescription(ITypeInfo& type, UINT index) : type_(type) {
-        ThrowIfFailed(type_.GetFuncDesc(index, &description_));
-    }
-    ~FunctionDescription() { type_.ReleaseFuncDesc(description_); }
-    FunctionDescription(const FunctionDescription&) = delete;
-    FunctionDescription& operator=(const FunctionDescription&) = delete;
-    const FUNCDESC* operator->() const { return description_; }
+auto AttributesOf(ITypeInfo& type) {
+    TYPEATTR* attributes = nullptr;
+    ThrowIfFailed(type.GetTypeAttr(&attributes));
+    return std::unique_ptr<TYPEATTR, GiveBack<&ITypeInfo::ReleaseTypeAttr>>(attributes, {type});
+}
 
-private:
-    ITypeInfo& type_;
-    FUNCDESC* description_ = nullptr;
-};
+auto FunctionOf(ITypeInfo& type, UINT index) {
+    FUNCDESC* function = nullptr;
+    ThrowIfFailed(type.GetFuncDesc(index, &function));
+    return std::unique_ptr<FUNCDESC, GiveBack<&ITypeInfo::ReleaseFuncDesc>>(function, {type});
+}
 
 ComPtr<ITypeInfo> ReferencedType(ITypeInfo& type, UINT implementedIndex) {
     HREFTYPE reference = 0;
@@ -125,7 +112,7 @@ ComPtr<ITypeInfo> ReferencedType(ITypeInfo& type, UINT implementedIndex) {
 
 // Fills in the class and its event interface when the type is the class that we look for.
 bool ReadClass(ITypeInfo& type, GoldMineIdentifiers& found, ComPtr<ITypeInfo>& events) {
-    const TypeAttributes attributes(type);
+    const auto attributes = AttributesOf(type);
     if (attributes->typekind != TKIND_COCLASS)
         return false;
     bool implements = false;
@@ -134,14 +121,13 @@ bool ReadClass(ITypeInfo& type, GoldMineIdentifiers& found, ComPtr<ITypeInfo>& e
         INT flags = 0;
         ThrowIfFailed(type.GetImplTypeFlags(index, &flags));
         const ComPtr<ITypeInfo> implemented = ReferencedType(type, index);
-        const TypeAttributes interfaceAttributes(*implemented.Get());
+        const auto interfaceAttributes = AttributesOf(*implemented.Get());
         const bool isSource = (flags & IMPLTYPEFLAG_FSOURCE) != 0;
         const bool isDefault = (flags & IMPLTYPEFLAG_FDEFAULT) != 0;
         if (isSource && (isDefault || !source))
             source = implemented;
-        if (!isSource && IsEqualIID(interfaceAttributes->guid, goldMineInterface)) {
+        if (!isSource && IsEqualIID(interfaceAttributes->guid, goldMineInterface))
             implements = true;
-        }
     }
     if (!implements)
         return false;
@@ -157,9 +143,9 @@ bool IsDispatchMethod(MEMBERID member) {
 }
 
 DISPID FirstMethod(ITypeInfo& type) {
-    const TypeAttributes attributes(type);
+    const auto attributes = AttributesOf(type);
     for (UINT index = 0; index < attributes->cFuncs; ++index) {
-        const FunctionDescription function(type, index);
+        const auto function = FunctionOf(type, index);
         if (function->invkind != INVOKE_FUNC || IsDispatchMethod(function->memid))
             continue;
         return function->memid;
@@ -168,9 +154,9 @@ DISPID FirstMethod(ITypeInfo& type) {
 }
 
 DISPID MethodByName(ITypeInfo& type, std::wstring_view name) {
-    const TypeAttributes attributes(type);
+    const auto attributes = AttributesOf(type);
     for (UINT index = 0; index < attributes->cFuncs; ++index) {
-        const FunctionDescription function(type, index);
+        const auto function = FunctionOf(type, index);
         Bstr functionName;
         UINT names = 0;
         if (FAILED(type.GetNames(function->memid, functionName.put(), 1, &names)))
@@ -200,7 +186,7 @@ GoldMineIdentifiers ReadGoldMineTypeLibrary() {
     ThrowIfFailed(library->GetTypeInfoOfGuid(goldMineInterface, commands.GetAddressOf()));
     found.commandMethod = FirstMethod(*commands.Get());
     if (events) {
-        const TypeAttributes attributes(*events.Get());
+        const auto attributes = AttributesOf(*events.Get());
         found.eventInterface = attributes->guid;
         found.windowUpDown = MethodByName(*events.Get(), L"WindowUpDown");
     }

@@ -46,9 +46,7 @@ public:
             ThrowIfFailed(VariantChangeType(up.get(), last - 1, 0, VT_BOOL));
             // A handle has 32 significant bits, in whatever type it comes.
             ThrowIfFailed(VariantChangeType(handle.get(), last - 2, 0, VT_I8));
-            const std::wstring windowName(name->bstrVal ? name->bstrVal : L"",
-                                          SysStringLen(name->bstrVal));
-            listener_.moGMUI_WindowUpDown(windowName, up->boolVal != VARIANT_FALSE,
+            listener_.moGMUI_WindowUpDown(Bstr::TextOf(name->bstrVal), up->boolVal != VARIANT_FALSE,
                                           static_cast<std::int32_t>(handle->llVal));
             return S_OK;
         } catch (const RuntimeError&) {

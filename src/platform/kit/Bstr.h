@@ -2,40 +2,25 @@
 
 #include <string>
 #include <string_view>
-#include <utility>
 
-#include "platform/kit/Windows.h"
+#include "platform/kit/Handles.h"
 
 #include <oleauto.h>
 
 namespace corvane {
 
 // Owns a BSTR, the text type of OLE Automation.
-class Bstr {
+class Bstr : public Unique<BSTR, &SysFreeString> {
 public:
     Bstr() = default;
     explicit Bstr(std::wstring_view text)
-        : text_(SysAllocStringLen(text.data(), static_cast<UINT>(text.size()))) {}
-    ~Bstr() { SysFreeString(text_); }
-    Bstr(Bstr&& other) noexcept : text_(std::exchange(other.text_, nullptr)) {}
-    Bstr& operator=(Bstr&& other) noexcept {
-        std::swap(text_, other.text_);
-        return *this;
-    }
-    Bstr(const Bstr&) = delete;
-    Bstr& operator=(const Bstr&) = delete;
+        : Unique(SysAllocStringLen(text.data(), static_cast<UINT>(text.size()))) {}
 
-    [[nodiscard]] BSTR get() const { return text_; }
-    // For functions that hand over a new BSTR; only on an empty one.
-    [[nodiscard]] BSTR* put() { return &text_; }
-    [[nodiscard]] BSTR release() { return std::exchange(text_, nullptr); }
     // An absent BSTR is an empty text.
-    [[nodiscard]] std::wstring text() const {
-        return text_ ? std::wstring(text_, SysStringLen(text_)) : std::wstring();
+    [[nodiscard]] static std::wstring TextOf(BSTR text) {
+        return text ? std::wstring(text, SysStringLen(text)) : std::wstring();
     }
-
-private:
-    BSTR text_ = nullptr;
+    [[nodiscard]] std::wstring text() const { return TextOf(get()); }
 };
 
 // Owns a VARIANT.

@@ -1,10 +1,9 @@
 #include "platform/kit/ComError.h"
 
-#include <oleauto.h>
-
-#include <memory>
-
+#include "platform/kit/Handles.h"
 #include "util/Text.h"
+
+#include <oleauto.h>
 
 namespace corvane {
 
@@ -48,7 +47,7 @@ std::wstring SystemText(HRESULT result) {
     const DWORD length = FormatMessageW(
         FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS,
         nullptr, static_cast<DWORD>(result), 0, reinterpret_cast<wchar_t*>(&buffer), 0, nullptr);
-    const std::unique_ptr<wchar_t, decltype(&LocalFree)> owner(buffer, &LocalFree);
+    const UniqueLocalMemory owner(buffer);
     std::wstring_view text(buffer, length);
     const auto last = text.find_last_not_of(L"\r\n ");
     return std::wstring(last == std::wstring_view::npos ? std::wstring_view()

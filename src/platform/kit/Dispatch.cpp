@@ -13,17 +13,16 @@ namespace {
 RuntimeError ErrorFromException(EXCEPINFO& exception) {
     if (exception.pfnDeferredFillIn)
         exception.pfnDeferredFillIn(&exception);
-    const auto take = [](BSTR& text) {
+    const auto take = [](BSTR text) {
         Bstr owner;
-        *owner.put() = std::exchange(text, nullptr);
+        *owner.put() = text;
         return owner.text();
     };
     RuntimeError error = exception.wCode != 0 ? MakeRuntimeError(exception.wCode)
                                               : ErrorFromHResult(exception.scode);
     error.source = take(exception.bstrSource);
-    if (std::wstring description = take(exception.bstrDescription); !description.empty()) {
+    if (std::wstring description = take(exception.bstrDescription); !description.empty())
         error.description = std::move(description);
-    }
     error.helpFile = take(exception.bstrHelpFile);
     error.helpContext = static_cast<std::int32_t>(exception.dwHelpContext);
     return error;
@@ -88,7 +87,7 @@ std::wstring DispatchObject::GetText(std::wstring_view member) const {
     if (result->vt == VT_NULL)
         return {};
     ThrowIfFailed(VariantChangeType(result.get(), result.get(), 0, VT_BSTR));
-    return std::wstring(result->bstrVal ? result->bstrVal : L"", SysStringLen(result->bstrVal));
+    return Bstr::TextOf(result->bstrVal);
 }
 
 DispatchObject DispatchObject::GetMember(std::wstring_view member) const {

@@ -31,7 +31,7 @@ inline constexpr unsigned needsGoldMine67 = 32;  // usable with GoldMine 6.7 or 
 // An option's places, from 1, in the order of loading and saving, and in that of restoring
 // defaults.
 struct Kept {
-    int saved = 0;
+    int saved = 0;     // 0: it is the log's, see Settings
     int restored = 0;  // 0: it stays as it is
 };
 
@@ -77,17 +77,17 @@ struct ControlSpec {
     [[nodiscard]] constexpr bool has(unsigned trait) const { return (traits & trait) != 0; }
 
     // The rest of a row, said behind what every row of its kind has.
-    [[nodiscard]] constexpr ControlSpec EnabledBy(std::wstring_view control) const {
+    constexpr ControlSpec EnabledBy(std::wstring_view control) const {
         ControlSpec spec = *this;
         spec.enabledBy = control;
         return spec;
     }
-    [[nodiscard]] constexpr ControlSpec NeedsGoldMine67() const {
+    constexpr ControlSpec NeedsGoldMine67() const {
         ControlSpec spec = *this;
         spec.traits |= ControlTrait::needsGoldMine67;
         return spec;
     }
-    [[nodiscard]] constexpr ControlSpec Number(const NumberCheck& check) const {
+    constexpr ControlSpec Number(const NumberCheck& check) const {
         ControlSpec spec = *this;
         spec.number = &check;
         return spec;
@@ -135,13 +135,28 @@ inline constexpr int firstControlId = 1001;
 
 namespace catalogue_detail {
 
+constexpr ControlSpec Row(ControlKind kind, std::wstring_view name, std::wstring_view caption,
+                          std::wstring_view tip, Place place, unsigned traits) {
+    return {.name = name,
+            .kind = kind,
+            .caption = caption,
+            .tip = tip,
+            .place = place,
+            .traits = traits};
+}
+
+constexpr ControlSpec OptionRow(ControlSpec row, std::wstring_view tag, Kept kept) {
+    row.tag = tag;
+    row.kept = kept;
+    row.traits |= ControlTrait::option;
+    return row;
+}
+
 constexpr ControlSpec Label(std::wstring_view name, int index, std::wstring_view caption,
                             Place place) {
-    return {.name = name,
-            .index = index,
-            .kind = ControlKind::Label,
-            .caption = caption,
-            .place = place};
+    ControlSpec row = Row(ControlKind::Label, name, caption, {}, place, ControlTrait::none);
+    row.index = index;
+    return row;
 }
 
 constexpr ControlSpec Label(std::wstring_view name, std::wstring_view caption, Place place) {
@@ -149,23 +164,16 @@ constexpr ControlSpec Label(std::wstring_view name, std::wstring_view caption, P
 }
 
 // A page holds the rows behind it up to the next page or its End, a group those up to its End.
-constexpr ControlSpec Page(std::wstring_view name, int index, std::wstring_view caption,
-                           Place place) {
-    return {.name = name,
-            .index = index,
-            .kind = ControlKind::Frame,
-            .caption = caption,
-            .place = place,
-            .traits = ControlTrait::plain};
-}
-
 constexpr ControlSpec Group(std::wstring_view name, std::wstring_view caption, Place place,
                             unsigned traits = ControlTrait::none) {
-    return {.name = name,
-            .kind = ControlKind::Frame,
-            .caption = caption,
-            .place = place,
-            .traits = traits};
+    return Row(ControlKind::Frame, name, caption, {}, place, traits);
+}
+
+constexpr ControlSpec Page(std::wstring_view name, int index, std::wstring_view caption,
+                           Place place) {
+    ControlSpec row = Group(name, caption, place, ControlTrait::plain);
+    row.index = index;
+    return row;
 }
 
 constexpr ControlSpec End() {
@@ -174,60 +182,35 @@ constexpr ControlSpec End() {
 
 constexpr ControlSpec Check(std::wstring_view name, std::wstring_view caption,
                             std::wstring_view tip, std::wstring_view tag, Kept kept, Place place) {
-    return {.name = name,
-            .kind = ControlKind::CheckBox,
-            .caption = caption,
-            .tip = tip,
-            .tag = tag,
-            .place = place,
-            .traits = ControlTrait::option,
-            .kept = kept};
+    return OptionRow(Row(ControlKind::CheckBox, name, caption, tip, place, 0), tag, kept);
 }
 
 constexpr ControlSpec Option(std::wstring_view name, std::wstring_view caption,
                              std::wstring_view tip, std::wstring_view tag, std::wstring_view group,
-                             Kept kept, Place place, unsigned moreTraits = ControlTrait::none) {
-    return {.name = name,
-            .kind = ControlKind::OptionButton,
-            .caption = caption,
-            .tip = tip,
-            .tag = tag,
-            .group = group,
-            .place = place,
-            .traits = ControlTrait::option | moreTraits,
-            .kept = kept};
+                             Kept kept, Place place, unsigned traits = ControlTrait::none) {
+    ControlSpec row = Row(ControlKind::OptionButton, name, caption, tip, place, traits);
+    row.group = group;
+    return OptionRow(row, tag, kept);
 }
 
 constexpr ControlSpec Setting(std::wstring_view name, std::wstring_view tip, std::wstring_view tag,
                               Kept kept, Place place) {
-    return {.name = name,
-            .kind = ControlKind::TextBox,
-            .tip = tip,
-            .tag = tag,
-            .place = place,
-            .traits = ControlTrait::option,
-            .kept = kept};
+    return OptionRow(Row(ControlKind::TextBox, name, {}, tip, place, 0), tag, kept);
 }
 
 constexpr ControlSpec Box(std::wstring_view name, std::wstring_view tip, Place place,
                           unsigned traits = ControlTrait::none) {
-    return {
-        .name = name, .kind = ControlKind::TextBox, .tip = tip, .place = place, .traits = traits};
+    return Row(ControlKind::TextBox, name, {}, tip, place, traits);
 }
 
 constexpr ControlSpec Button(std::wstring_view name, std::wstring_view caption,
                              std::wstring_view tip, Place place,
                              unsigned traits = ControlTrait::none) {
-    return {.name = name,
-            .kind = ControlKind::CommandButton,
-            .caption = caption,
-            .tip = tip,
-            .place = place,
-            .traits = traits};
+    return Row(ControlKind::CommandButton, name, caption, tip, place, traits);
 }
 
 constexpr ControlSpec Strip(std::wstring_view name, Place place) {
-    return {.name = name, .kind = ControlKind::TabStrip, .place = place};
+    return Row(ControlKind::TabStrip, name, {}, {}, place, ControlTrait::none);
 }
 
 inline constexpr Place optionsPage{195, 930, 6930, 5460};
@@ -461,7 +444,7 @@ consteval auto Rows() {
             .EnabledBy(L"chkAlwaysShowForm"),
         Group(L"frameDebugging", L"Debugging", {120, 960, 6690, 1230}),
         Check(L"chkWriteLog", L"Write Status messages to a log file",
-              L"Write Status messages to a log file", L"0", {40, 37}, {180, 315, 6300, 285}),
+              L"Write Status messages to a log file", L"0", {0, 37}, {180, 315, 6300, 285}),
         Check(L"chkLogCOMCalls", L"Log GoldMine interactions longer than",
               L"Write a Status message for each GoldMine command that takes this long or longer",
               L"1", {38, 38}, {180, 720, 3600, 285}),

@@ -83,18 +83,34 @@ bool BeginsGroup(std::size_t row) {
     return row == 0 || SpecOf(row - 1).group != spec.group;
 }
 
+// Tells while an option button is just getting the focus.
+class OptionFocus final : public WindowSubclass {
+public:
+    OptionFocus(HWND option, bool& arrives) : WindowSubclass(option), arrives_(arrives) {}
+
+private:
+    LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override {
+        const bool before = std::exchange(arrives_, message == WM_SETFOCUS);
+        const LRESULT result = PassOn(message, wParam, lParam);
+        arrives_ = before;
+        return result;
+    }
+
+    bool& arrives_;
+};
+
 }  // namespace
 
 ControlWindows::ControlWindows(const Form& form, HINSTANCE instance)
     : form_(form),
       instance_(instance),
-      status_(form.txtStatus),
       windows_(controlCount, nullptr),
       borders_(controlCount, nullptr) {}
 
 void ControlWindows::Create(HWND window, UINT dpi) {
     window_ = window;
     dpi_ = dpi;
+    showing_ = true;
     paramsShown_ = form_.width() == windowWideWidth;
     WNDCLASSEXW frame{};
     frame.cbSize = sizeof(frame);
@@ -112,6 +128,7 @@ void ControlWindows::Create(HWND window, UINT dpi) {
         CreateControl(*control);
     CutOutPages();
     NameForScreenReaders();
+    showing_ = false;
 }
 
 void ControlWindows::CreateControl(const Control& control) {
@@ -148,12 +165,12 @@ void ControlWindows::CreateControl(const Control& control) {
         const WPARAM limit = spec.has(ControlTrait::multiLine) ? 0 : longestLine;
         SendMessageW(native, EM_SETLIMITTEXT, limit, 0);
         if (limit != 0 && !spec.has(ControlTrait::readOnly))
-            RefusePastesBeyondLimit(native);
+            subclasses_.push_back(std::make_unique<PasteLimit>(native));
     }
     if (spec.kind == ControlKind::OptionButton)
-        SetWindowSubclass(native, &OptionProcedure, 0, reinterpret_cast<DWORD_PTR>(this));
+        subclasses_.push_back(std::make_unique<OptionFocus>(native, focusArrives_));
     if (&control == &form_.txtStatus)
-        status_.Attach(native);
+        status_.emplace(form_.txtStatus, native);
     if (spec.kind == ControlKind::TextBox)
         ShowText(control);  // the others came with their captions
     ShowValue(control);
@@ -215,7 +232,7 @@ RECT ControlWindows::Pixels(const Place& place) const {
 }
 
 void ControlWindows::TakeFont() {
-    font_.reset(CreateMessageFont(dpi_));
+    font_ = CreateMessageFont(dpi_);
     constexpr int tipWidth = 5400;
     SendMessageW(tooltips_, TTM_SETMAXTIPWIDTH, 0, Pixels(tipWidth));
 }
@@ -254,11 +271,12 @@ void ControlWindows::CutOutPage(const Control& strip, const Control& page) {
     const RECT around = Pixels(strip.spec().place);
     RECT inside = Pixels(page.spec().place);
     OffsetRect(&inside, -around.left, -around.top);
-    const HRGN region = CreateRectRgn(0, 0, around.right - around.left, around.bottom - around.top);
-    const HRGN hole = CreateRectRgnIndirect(&inside);
-    CombineRgn(region, region, hole, RGN_DIFF);
-    DeleteObject(hole);
-    SetWindowRgn(of(strip), region, TRUE);  // the window owns the region now
+    UniqueRegion region(
+        CreateRectRgn(0, 0, around.right - around.left, around.bottom - around.top));
+    const UniqueRegion hole(CreateRectRgnIndirect(&inside));
+    CombineRgn(region.get(), region.get(), hole.get(), RGN_DIFF);
+    if (SetWindowRgn(of(strip), region.get(), TRUE))
+        static_cast<void>(region.release());  // the window owns it now
 }
 
 bool ControlWindows::IsInParamsArea(const Control& control) const {
@@ -280,13 +298,19 @@ void ControlWindows::ShowParams(bool shown) {
 }
 
 void ControlWindows::Show(const Control& control, ControlAspect aspect) {
+    const bool wasShowing = std::exchange(showing_, true);
+    ShowAspect(control, aspect);
+    showing_ = wasShowing;
+}
+
+void ControlWindows::ShowAspect(const Control& control, ControlAspect aspect) {
     switch (aspect) {
         case ControlAspect::Text:
         case ControlAspect::Caption:
             ShowText(control);
             break;
         case ControlAspect::Appended:
-            status_.ShowAppended();
+            status_->ShowAppended();
             break;
         case ControlAspect::Value:
             ShowValue(control);
@@ -307,7 +331,7 @@ void ControlWindows::Show(const Control& control, ControlAspect aspect) {
 
 void ControlWindows::ShowText(const Control& control) {
     if (&control == &form_.txtStatus) {
-        status_.ShowText();
+        status_->ShowText();
         return;
     }
     const bool isBox = control.spec().kind == ControlKind::TextBox;
@@ -361,22 +385,17 @@ void ControlWindows::MarkTabStops(const Control& changed) const {
         MarkTabStop(*member);
 }
 
-LRESULT CALLBACK ControlWindows::OptionProcedure(HWND option, UINT message, WPARAM wParam,
-                                                 LPARAM lParam, UINT_PTR id, DWORD_PTR self) {
-    auto& controls = *reinterpret_cast<ControlWindows*>(self);
-    if (message == WM_NCDESTROY)
-        RemoveWindowSubclass(option, &OptionProcedure, id);
-    const bool arrived = std::exchange(controls.focusArrives_, message == WM_SETFOCUS);
-    const LRESULT result = DefSubclassProc(option, message, wParam, lParam);
-    controls.focusArrives_ = arrived;
-    return result;
-}
-
 Control* ControlWindows::FindById(int controlId) const {
     const auto row = static_cast<std::size_t>(controlId - firstControlId);
     if (controlId < firstControlId || row >= form_.controls().size())
         return nullptr;
     return form_.controls()[row];
+}
+
+TextBox* ControlWindows::TextBoxOf(HWND native) const {
+    Control* control = ControlOf(native);
+    const bool isBox = control && control->spec().kind == ControlKind::TextBox;
+    return isBox ? static_cast<TextBox*>(control) : nullptr;
 }
 
 std::wstring ControlWindows::TextOf(HWND window) {

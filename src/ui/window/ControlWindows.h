@@ -1,11 +1,12 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <vector>
 
-#include "platform/kit/Windows.h"
+#include "platform/kit/Handles.h"
 #include "ui/form/Form.h"
-#include "ui/window/LogBox.h"
+#include "ui/window/StatusBox.h"
 
 namespace corvane {
 
@@ -18,31 +19,30 @@ public:
     // Registers the class of frames; what their controls tell goes to the window's root. The
     // resolution is in dots per inch. The controls come up in the state that the form has.
     void Create(HWND window, UINT dpi);
+    [[nodiscard]] HWND window() const { return window_; }
 
     // Places and fonts for another resolution, in dots per inch.
     void Layout(UINT dpi);
 
     void Show(const Control& control, ControlAspect aspect);
+    // Meanwhile: what the native controls tell is no input.
+    [[nodiscard]] bool showing() const { return showing_; }
 
     // The parameters area is there only while the window is wide.
     void ShowParams(bool shown);
 
     [[nodiscard]] HWND of(const Control& control) const { return windows_[control.row()]; }
+    // Nothing for what is no control, or none of that kind.
     [[nodiscard]] Control* FindById(int controlId) const;
+    [[nodiscard]] Control* ControlOf(HWND native) const { return FindById(GetDlgCtrlID(native)); }
+    [[nodiscard]] TextBox* TextBoxOf(HWND native) const;
     [[nodiscard]] static std::wstring TextOf(HWND window);
 
     // An option button is just getting the focus; Windows tells that as a click.
     [[nodiscard]] bool focusArrives() const { return focusArrives_; }
 
 private:
-    struct DeleteGdiObject {
-        void operator()(HGDIOBJ object) const { DeleteObject(object); }
-    };
-    using UniqueFont = std::unique_ptr<std::remove_pointer_t<HFONT>, DeleteGdiObject>;
-
     static LRESULT CALLBACK FrameProcedure(HWND frame, UINT message, WPARAM wParam, LPARAM lParam);
-    static LRESULT CALLBACK OptionProcedure(HWND option, UINT message, WPARAM wParam, LPARAM lParam,
-                                            UINT_PTR id, DWORD_PTR self);
     void CreateControl(const Control& control);
     void AddTabs(const TabStrip& strip);
     void ShowTooltip(const Control& control);
@@ -51,6 +51,7 @@ private:
     void PlaceControl(const Control& control);
     void CutOutPages();
     void CutOutPage(const Control& strip, const Control& page);
+    void ShowAspect(const Control& control, ControlAspect aspect);
     void ShowText(const Control& control);
     void ShowValue(const Control& control) const;
     void MarkTabStop(const OptionButton& option) const;
@@ -67,8 +68,10 @@ private:
     UINT dpi_ = 96;
     UniqueFont font_;
     bool paramsShown_ = false;
+    bool showing_ = false;
     bool focusArrives_ = false;
-    LogBox status_;
+    std::optional<StatusBox> status_;  // made with its native box
+    std::vector<std::unique_ptr<WindowSubclass>> subclasses_;
     std::vector<HWND> windows_;  // in the order of the catalogue
     std::vector<HWND> borders_;  // the group box of a frame with a border
 };

@@ -15,10 +15,8 @@ Function FromUser32(const char* name) {
 }
 
 UINT SystemDpi() {
-    const HDC screen = GetDC(nullptr);
-    const int dpi = GetDeviceCaps(screen, LOGPIXELSY);
-    ReleaseDC(nullptr, screen);
-    return static_cast<UINT>(dpi);
+    const UniqueScreen screen(GetDC(nullptr));
+    return static_cast<UINT>(GetDeviceCaps(screen.get(), LOGPIXELSY));
 }
 
 }  // namespace
@@ -34,13 +32,13 @@ int PixelsFromTwips(int twips, UINT dpi) {
     return MulDiv(twips, static_cast<int>(dpi), twipsPerInch);
 }
 
-HFONT CreateMessageFont(UINT dpi) {
+UniqueFont CreateMessageFont(UINT dpi) {
     NONCLIENTMETRICSW metrics{};
     metrics.cbSize = sizeof(metrics);
     SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof(metrics), &metrics, 0);
     LOGFONTW font = metrics.lfMessageFont;
     font.lfHeight = MulDiv(font.lfHeight, static_cast<int>(dpi), static_cast<int>(SystemDpi()));
-    return CreateFontIndirectW(&font);
+    return UniqueFont(CreateFontIndirectW(&font));
 }
 
 }  // namespace corvane

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/kit/Windows.h"
+#include "platform/kit/Handles.h"
 
 namespace corvane {
 
@@ -8,9 +8,10 @@ namespace corvane {
 // tell per monitor.
 [[nodiscard]] UINT DpiOfWindow(HWND window);
 
+// The resolution is in dots per inch.
 [[nodiscard]] int PixelsFromTwips(int twips, UINT dpi);
 
-// The system's message font at that resolution. The caller owns it.
-[[nodiscard]] HFONT CreateMessageFont(UINT dpi);
+// The system's message font at that resolution, in dots per inch.
+[[nodiscard]] UniqueFont CreateMessageFont(UINT dpi);
 
 }  // namespace corvane

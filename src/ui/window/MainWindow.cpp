@@ -1,8 +1,6 @@
 #include "ui/window/MainWindow.h"
 
-#include <algorithm>
 #include <utility>
-#include <vector>
 
 #include "resources/ResourceIds.h"
 #include "ui/form/FormActions.h"
@@ -16,7 +14,6 @@ namespace corvane {
 namespace {
 
 constexpr wchar_t windowClass[] = L"frmCorvaneTo3CX";
-constexpr UINT focusSettled = WM_APP + 1;  // after a box lost the focus
 
 }  // namespace
 
@@ -36,7 +33,9 @@ void MainWindow::Detach() {
 }
 
 void MainWindow::Create() {
-    controls_ = std::make_unique<ControlWindows>(*form_, instance_);
+    controls_.emplace(*form_, instance_);
+    visit_.emplace(*form_, *actions_, *controls_);
+    keyboard_.emplace(*form_, *actions_, *controls_, *visit_);
     const INITCOMMONCONTROLSEX classes{sizeof(INITCOMMONCONTROLSEX),
                                        ICC_STANDARD_CLASSES | ICC_TAB_CLASSES};
     InitCommonControlsEx(&classes);
@@ -58,12 +57,10 @@ void MainWindow::Create() {
     if (!window_)
         throw MakeRuntimeError(ErrorNumber::OutOfMemory);
 
-    showing_ = true;
     dpi_ = DpiOfWindow(window_);
     controls_->Create(window_, dpi_);
     Size();
     CentreOnMonitor();
-    showing_ = false;
 }
 
 void MainWindow::Size() {
@@ -87,34 +84,12 @@ void MainWindow::CentreOnMonitor() {
 }
 
 void MainWindow::OnControlChanged(const Control& control, ControlAspect aspect) {
-    if (!window_ || (&control == typedInto_ && aspect == ControlAspect::Text))
+    if (!window_ || (aspect == ControlAspect::Text && visit_->TypesInto(control)))
         return;
-    const bool wasShowing = std::exchange(showing_, true);
     const HWND focused = GetFocus();
     controls_->Show(control, aspect);
     if (aspect == ControlAspect::Enabled || aspect == ControlAspect::Visible)
-        KeepFocusUsable(control, focused);
-    showing_ = wasShowing;
-}
-
-// A hidden or disabled control cannot be left by the keyboard.
-void MainWindow::KeepFocusUsable(const Control& changed, HWND before) {
-    if (!IsChild(window_, before) || (IsWindowVisible(before) && IsWindowEnabled(before)))
-        return;
-    const bool isPage = changed.spec().kind == ControlKind::Frame;
-    ::SetFocus(isPage ? controls_->of(StripBeside(before))
-                      : GetNextDlgTabItem(window_, before, FALSE));
-}
-
-// The strip whose pages hold the control, or that it is itself.
-TabStrip& MainWindow::StripBeside(HWND native) const {
-    for (; native && native != window_; native = GetParent(native)) {
-        const Control* control = controls_->FindById(GetDlgCtrlID(native));
-        if (control == &form_->tabstripParams ||
-            (control && control->spec().name == Form::FramesOf(form_->tabstripParams)))
-            return form_->tabstripParams;
-    }
-    return form_->tabstripOptions;
+        keyboard_->KeepFocusUsable(control, focused);
 }
 
 void MainWindow::OnWindowChanged() {
@@ -153,87 +128,7 @@ void MainWindow::RunMessageLoop() {
 }
 
 bool MainWindow::TranslateKey(MSG& message) {
-    return window_ && (OnKey(message) || IsDialogMessageW(window_, &message));
-}
-
-bool MainWindow::OnKey(const MSG& message) {
-    if (message.message != WM_KEYDOWN)
-        return false;
-    // With Alt it is the AltGr key, which types a character.
-    if (GetKeyState(VK_CONTROL) < 0)
-        return GetKeyState(VK_MENU) >= 0 && OnControlKey(message);
-    return OnArrow(message) || OnKeyInManyLines(message);
-}
-
-// Round the usable members of the group, which need not stand side by side in the window.
-bool MainWindow::OnArrow(const MSG& message) {
-    const bool back = message.wParam == VK_LEFT || message.wParam == VK_UP;
-    if (!back && message.wParam != VK_RIGHT && message.wParam != VK_DOWN)
-        return false;
-    const Control* from = controls_->FindById(GetDlgCtrlID(message.hwnd));
-    if (!from || from->spec().kind != ControlKind::OptionButton)
-        return false;
-    std::vector<OptionButton*> members = form_->GroupOf(static_cast<const OptionButton&>(*from));
-    if (back)
-        std::reverse(members.begin(), members.end());
-    std::rotate(members.begin(), std::find(members.begin(), members.end(), from), members.end());
-    const auto next = std::find_if(members.begin() + 1, members.end(),
-                                   [](const OptionButton* member) { return member->enabled(); });
-    if (next == members.end() || !LeaveBox())
-        return true;
-    actions_->OptionClicked(**next);
-    ::SetFocus(controls_->of(**next));
-    return true;
-}
-
-// A box of many lines would keep these keys for itself.
-bool MainWindow::OnKeyInManyLines(const MSG& message) {
-    const Control* control = controls_->FindById(GetDlgCtrlID(message.hwnd));
-    if (!control || control->spec().kind != ControlKind::TextBox ||
-        !control->spec().has(ControlTrait::multiLine))
-        return false;
-    if (message.wParam == VK_TAB) {
-        const BOOL backwards = GetKeyState(VK_SHIFT) < 0;
-        ::SetFocus(GetNextDlgTabItem(window_, message.hwnd, backwards));
-        return true;
-    }
-    if (message.wParam == VK_ESCAPE) {
-        OnCommand(IDCANCEL, 0);
-        return true;
-    }
-    return false;
-}
-
-bool MainWindow::OnControlKey(const MSG& message) {
-    switch (message.wParam) {
-        case VK_TAB:
-            StepThroughTabs(message.hwnd, GetKeyState(VK_SHIFT) < 0 ? -1 : 1);
-            return true;
-        case VK_PRIOR:
-            StepThroughTabs(message.hwnd, -1);
-            return true;
-        case VK_NEXT:
-            StepThroughTabs(message.hwnd, 1);
-            return true;
-        case 'A': {
-            const Control* control = controls_->FindById(GetDlgCtrlID(message.hwnd));
-            if (!control || control->spec().kind != ControlKind::TextBox)
-                return false;
-            SendMessageW(message.hwnd, EM_SETSEL, 0, -1);
-            return true;
-        }
-        default:
-            return false;
-    }
-}
-
-// From the last tab to the first and back.
-void MainWindow::StepThroughTabs(HWND focused, int step) {
-    TabStrip& strip = StripBeside(focused);
-    if (!strip.enabled())
-        return;
-    const auto count = static_cast<int>(SendMessageW(controls_->of(strip), TCM_GETITEMCOUNT, 0, 0));
-    form_->SelectTab(strip, (strip.selectedTab() + step + count) % count);
+    return window_ && keyboard_->Translate(message);
 }
 
 LRESULT CALLBACK MainWindow::WindowProcedure(HWND window, UINT message, WPARAM wParam,
@@ -266,14 +161,14 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
                 OnTabSelected(header.hwndFrom);
             return 0;
         }
-        case focusSettled:
-            OnFocusSettled();
+        case BoxVisit::focusSettled:
+            visit_->OnFocusSettled();
             return 0;
         case WM_ACTIVATE:
             OnActivate(LOWORD(wParam) != WA_INACTIVE);
             return 0;
         case DM_GETDEFID:
-            return DefaultButton();
+            return keyboard_->DefaultButton();
         case WM_DPICHANGED:
             OnDpiChanged(LOWORD(wParam), *reinterpret_cast<const RECT*>(lParam));
             return 0;
@@ -329,21 +224,11 @@ void MainWindow::OnActivate(bool active) {
         lastFocus_ = GetFocus();
         return;
     }
-    if (!IsChild(window_, lastFocus_)) {
+    if (!IsChild(window_, lastFocus_))
         lastFocus_ = GetNextDlgTabItem(window_, nullptr, FALSE);
-    }
     ::SetFocus(lastFocus_);
-    if (!showing_) {
+    if (!controls_->showing())
         actions_->Activated();
-    }
-}
-
-// Enter presses the button that has the focus, else the default button while it can be pressed.
-LRESULT MainWindow::DefaultButton() const {
-    const Control* button = controls_->FindById(GetDlgCtrlID(GetFocus()));
-    if (!button || button->spec().kind != ControlKind::CommandButton)
-        button = &form_->cmdProcessCall;
-    return button->enabled() ? MAKELRESULT(ControlId(button->row()), DC_HASDEFID) : 0;
 }
 
 void MainWindow::OnDpiChanged(UINT dpi, const RECT& suggested) {
@@ -364,11 +249,9 @@ void MainWindow::OnCommand(int controlId, int notification) {
     Control* control = controls_->FindById(controlId);
     if (!control)
         return;
-    if (control->spec().kind == ControlKind::TextBox) {
-        OnTextBox(static_cast<TextBox&>(*control), notification);
-        return;
-    }
-    if (notification == BN_CLICKED && !showing_)
+    if (control->spec().kind == ControlKind::TextBox)
+        visit_->OnNotification(static_cast<TextBox&>(*control), notification);
+    else if (notification == BN_CLICKED && !controls_->showing())
         OnClick(*control);
 }
 
@@ -378,7 +261,7 @@ void MainWindow::OnClick(Control& control) {
     if (control.spec().kind == ControlKind::OptionButton && controls_->focusArrives())
         return;
     // A mnemonic or a screen reader clicks before the focus has settled on the control.
-    if (!closes && !LeaveBox())
+    if (!closes && !visit_->Leave())
         return;
     switch (control.spec().kind) {
         case ControlKind::CommandButton:
@@ -395,78 +278,9 @@ void MainWindow::OnClick(Control& control) {
     }
 }
 
-void MainWindow::OnTextBox(TextBox& box, int notification) {
-    if (box.spec().has(ControlTrait::readOnly))
-        return;
-    switch (notification) {
-        case EN_SETFOCUS:
-            if (!entered_)
-                Enter(box);
-            else if (&box != entered_ && !leaving_)
-                PostMessageW(window_, focusSettled, 0, 0);
-            break;
-        case EN_CHANGE:
-            if (showing_)
-                return;
-            typedInto_ = &box;  // the window shows it already
-            box.setText(ControlWindows::TextOf(controls_->of(box)));
-            typedInto_ = nullptr;
-            break;
-        case EN_KILLFOCUS:
-            // Decided when the focus has settled, and not for the focus moves of a check.
-            if (&box == entered_ && !leaving_)
-                PostMessageW(window_, focusSettled, 0, 0);
-            break;
-        default:
-            break;
-    }
-}
-
-void MainWindow::Enter(TextBox& box) {
-    entered_ = &box;
-    textOnEntry_ = box.text();
-}
-
-// A box that is still to be left keeps the visit until its check is done.
-void MainWindow::EnterFocused() {
-    Control* control = controls_->FindById(GetDlgCtrlID(GetFocus()));
-    if (control && control->spec().kind == ControlKind::TextBox &&
-        !control->spec().has(ControlTrait::readOnly))
-        Enter(static_cast<TextBox&>(*control));
-}
-
-// The user went on to another control. Another program's window is no leaving: the check would
-// pull the user back with a message box.
-void MainWindow::OnFocusSettled() {
-    const HWND focus = GetFocus();
-    if (entered_ && focus != controls_->of(*entered_) && IsChild(window_, focus))
-        static_cast<void>(LeaveBox());
-}
-
-// Checks the box that the user is in; false keeps the focus there.
-bool MainWindow::LeaveBox() {
-    if (!entered_)
-        return true;
-    if (leaving_)
-        return false;
-    leaving_ = true;
-    TextBox& box = *entered_;
-    const bool left = actions_->MayLeave(box, textOnEntry_ != box.text());
-    entered_ = left ? nullptr : &box;
-    if (left)
-        EnterFocused();  // the same box, where Enter pressed the default button
-    else
-        form_->SetFocus(box);
-    leaving_ = false;
-    return left;
-}
-
 void MainWindow::OnTabSelected(HWND strip) {
     const auto tab = static_cast<int>(SendMessageW(strip, TCM_GETCURSEL, 0, 0));
-    const bool isOptions = strip == controls_->of(form_->tabstripOptions);
-    form_->SelectTab(isOptions ? static_cast<TabStrip&>(form_->tabstripOptions)
-                               : static_cast<TabStrip&>(form_->tabstripParams),
-                     tab);
+    form_->SelectTab(static_cast<TabStrip&>(*controls_->ControlOf(strip)), tab);
 }
 
 }  // namespace corvane

@@ -1,11 +1,12 @@
 #pragma once
 
-#include <memory>
-#include <string>
+#include <optional>
 
 #include "platform/kit/ProgramWindow.h"
 #include "ui/form/Form.h"
+#include "ui/window/BoxVisit.h"
 #include "ui/window/ControlWindows.h"
+#include "ui/window/Keyboard.h"
 
 namespace corvane {
 
@@ -32,7 +33,7 @@ public:
     void OnControlChanged(const Control& control, ControlAspect aspect) override;
     void OnWindowChanged() override;
     void OnFocusRequested(const Control& control) override;
-    [[nodiscard]] bool FinishEntry() override { return LeaveBox(); }
+    [[nodiscard]] bool FinishEntry() override { return !visit_ || visit_->Leave(); }
     void Close() override;
 
 private:
@@ -41,23 +42,9 @@ private:
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
     void OnCommand(int controlId, int notification);
     void OnClick(Control& control);
-    void OnTextBox(TextBox& box, int notification);
-    void Enter(TextBox& box);
-    void EnterFocused();
-    void OnFocusSettled();
-    [[nodiscard]] bool LeaveBox();
     void OnTabSelected(HWND strip);
-    // Keys that belong to the window as a whole; false leaves the message to the dialog keyboard.
-    bool OnKey(const MSG& message);
-    bool OnControlKey(const MSG& message);
-    bool OnArrow(const MSG& message);
-    bool OnKeyInManyLines(const MSG& message);
-    void StepThroughTabs(HWND focused, int step);
-    void KeepFocusUsable(const Control& changed, HWND before);
-    [[nodiscard]] TabStrip& StripBeside(HWND native) const;
     bool CloseIfAllowed();
     void OnActivate(bool active);
-    [[nodiscard]] LRESULT DefaultButton() const;
     void OnDpiChanged(UINT dpi, const RECT& suggested);
 
     void Create();
@@ -69,15 +56,13 @@ private:
     FormActions* actions_ = nullptr;
     HWND window_ = nullptr;
     UINT dpi_ = 96;
-    std::unique_ptr<ControlWindows> controls_;  // made with the window
-    HWND lastFocus_ = nullptr;                  // comes back when the window becomes active again
-    TextBox* entered_ = nullptr;  // the box the user is in, or whose check is still to be done
-    std::wstring textOnEntry_;    // what it held then
-    bool leaving_ = false;        // its check runs: the focus moves of its boxes are no leaving
-    const Control* typedInto_ = nullptr;
+    // Made with the window.
+    std::optional<ControlWindows> controls_;
+    std::optional<BoxVisit> visit_;
+    std::optional<Keyboard> keyboard_;
+    HWND lastFocus_ = nullptr;   // comes back when the window becomes active again
     bool askedToClose_ = false;  // the actions are being asked
     bool closeWaits_ = false;    // for the user's answer to a message box
-    bool showing_ = false;       // the form is being shown: what the controls tell is no input
 };
 
 }  // namespace corvane

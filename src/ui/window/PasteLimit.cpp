@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <string_view>
 
-#include <commctrl.h>
+#include "platform/kit/Handles.h"
 
 namespace corvane {
 
@@ -11,19 +11,15 @@ namespace {
 
 // Characters of the clipboard's first line, which is what a box of one line takes.
 std::size_t PastedLength(HWND textBox) {
-    std::size_t length = 0;
-    if (!OpenClipboard(textBox))
-        return length;
-    if (const HANDLE data = GetClipboardData(CF_UNICODETEXT)) {
-        if (const auto* text = static_cast<const wchar_t*>(GlobalLock(data))) {
-            // Another program wrote it: its end may be missing.
-            const std::wstring_view all(text, GlobalSize(data) / sizeof(wchar_t));
-            length = std::min(all.size(), all.find_first_of(std::wstring_view(L"\r\n\0", 3)));
-            GlobalUnlock(data);
-        }
-    }
-    CloseClipboard();
-    return length;
+    const UniqueClipboard clipboard(OpenClipboard(textBox) ? textBox : nullptr);
+    const HANDLE data = clipboard ? GetClipboardData(CF_UNICODETEXT) : nullptr;
+    const auto* text = data ? static_cast<const wchar_t*>(GlobalLock(data)) : nullptr;
+    if (!text)
+        return 0;
+    const UniqueGlobalLock lock(data);
+    // Another program wrote it: its end may be missing.
+    const std::wstring_view all(text, GlobalSize(data) / sizeof(wchar_t));
+    return std::min(all.size(), all.find_first_of(std::wstring_view(L"\r\n\0", 3)));
 }
 
 bool Fits(HWND textBox) {
@@ -36,21 +32,13 @@ bool Fits(HWND textBox) {
     return held - (end - begin) + PastedLength(textBox) <= limit;
 }
 
-LRESULT CALLBACK Procedure(HWND textBox, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
-                           DWORD_PTR) {
-    if (message == WM_NCDESTROY)
-        RemoveWindowSubclass(textBox, &Procedure, id);
-    if (message == WM_PASTE && !Fits(textBox)) {
-        MessageBeep(MB_OK);
-        return 0;
-    }
-    return DefSubclassProc(textBox, message, wParam, lParam);
-}
-
 }  // namespace
 
-void RefusePastesBeyondLimit(HWND textBox) {
-    SetWindowSubclass(textBox, &Procedure, 1, 0);
+LRESULT PasteLimit::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message != WM_PASTE || Fits(window()))
+        return PassOn(message, wParam, lParam);
+    MessageBeep(MB_OK);
+    return 0;
 }
 
 }  // namespace corvane

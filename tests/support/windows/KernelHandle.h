@@ -4,7 +4,7 @@
 
 #include <utility>
 
-namespace end_to_end {
+namespace test_support {
 
 // Closes a kernel handle; both of Windows' "no handle" values count as none.
 class KernelHandle {
@@ -18,16 +18,15 @@ public:
         return *this;
     }
     ~KernelHandle() {
-        if (valid()) {
+        if (valid())
             CloseHandle(handle_);
-        }
     }
 
-    bool valid() const { return handle_ != nullptr && handle_ != INVALID_HANDLE_VALUE; }
+    bool valid() const { return handle_ && handle_ != INVALID_HANDLE_VALUE; }
     HANDLE get() const { return handle_; }
 
 private:
     HANDLE handle_ = nullptr;
 };
 
-}  // namespace end_to_end
+}  // namespace test_support

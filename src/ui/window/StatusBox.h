@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/kit/Windows.h"
 #include "ui/form/Form.h"
+#include "ui/window/WindowSubclass.h"
 
 namespace corvane {
 
@@ -10,14 +10,9 @@ namespace corvane {
 // costs no more per line at its end than at its beginning, showing takes a small share of the time
 // at most, and the lines between two showings are shown together. Whoever reads the native box gets
 // all of it.
-class LogBox {
+class StatusBox final : public WindowSubclass {
 public:
-    explicit LogBox(const TextBox& model) : model_(model) {}
-    LogBox(const LogBox&) = delete;
-    LogBox& operator=(const LogBox&) = delete;
-
-    // The native box must not outlive this.
-    void Attach(HWND native);
+    StatusBox(const TextBox& model, HWND native) : WindowSubclass(native), model_(model) {}
 
     // The model's text anew.
     void ShowText();
@@ -25,12 +20,10 @@ public:
     void ShowAppended();
 
 private:
-    static LRESULT CALLBACK Procedure(HWND native, UINT message, WPARAM wParam, LPARAM lParam,
-                                      UINT_PTR id, DWORD_PTR self);
+    LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     void Flush();
 
     const TextBox& model_;
-    HWND native_ = nullptr;
     std::size_t shown_ = 0;   // characters of the model's text that the native box holds
     LONGLONG nextFlush_ = 0;  // not before; of QueryPerformanceCounter
     bool timerRuns_ = false;

@@ -1,8 +1,6 @@
-#include "ui/window/LogBox.h"
+#include "ui/window/StatusBox.h"
 
 #include <algorithm>
-
-#include <commctrl.h>
 
 namespace corvane {
 
@@ -33,37 +31,32 @@ bool LooksAtText(UINT message) {
 
 }  // namespace
 
-void LogBox::Attach(HWND native) {
-    native_ = native;
-    SetWindowSubclass(native, &LogBox::Procedure, 0, reinterpret_cast<DWORD_PTR>(this));
-}
-
-void LogBox::ShowText() {
+void StatusBox::ShowText() {
     busy_ = true;
-    SetWindowTextW(native_, model_.text().c_str());
+    SetWindowTextW(window(), model_.text().c_str());
     shown_ = model_.text().size();
-    SendMessageW(native_, EM_SETSEL, shown_, static_cast<LPARAM>(shown_));
-    SendMessageW(native_, EM_SCROLLCARET, 0, 0);
+    SendMessageW(window(), EM_SETSEL, shown_, static_cast<LPARAM>(shown_));
+    SendMessageW(window(), EM_SCROLLCARET, 0, 0);
     busy_ = false;
 }
 
-void LogBox::ShowAppended() {
+void StatusBox::ShowAppended() {
     if (Now() >= nextFlush_)
         Flush();
     else if (!timerRuns_)
-        timerRuns_ = SetTimer(native_, flushTimer, flushMilliseconds, nullptr) != 0;
+        timerRuns_ = SetTimer(window(), flushTimer, flushMilliseconds, nullptr) != 0;
 }
 
-void LogBox::Flush() {
+void StatusBox::Flush() {
     const std::wstring& text = model_.text();
     if (shown_ == text.size())
         return;
     const LONGLONG begin = Now();
     busy_ = true;
-    SendMessageW(native_, EM_SETSEL, shown_, static_cast<LPARAM>(shown_));
-    SendMessageW(native_, EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(text.c_str() + shown_));
-    SendMessageW(native_, EM_SCROLLCARET, 0, 0);
-    UpdateWindow(native_);
+    SendMessageW(window(), EM_SETSEL, shown_, static_cast<LPARAM>(shown_));
+    SendMessageW(window(), EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(text.c_str() + shown_));
+    SendMessageW(window(), EM_SCROLLCARET, 0, 0);
+    UpdateWindow(window());
     busy_ = false;
     shown_ = text.size();
     const LONGLONG end = Now();
@@ -71,20 +64,16 @@ void LogBox::Flush() {
     nextFlush_ = end + std::min(restAfterShowing * (end - begin), OneSecond());
 }
 
-LRESULT CALLBACK LogBox::Procedure(HWND native, UINT message, WPARAM wParam, LPARAM lParam,
-                                   UINT_PTR id, DWORD_PTR self) {
-    auto& box = *reinterpret_cast<LogBox*>(self);
-    if (message == WM_NCDESTROY)
-        RemoveWindowSubclass(native, &LogBox::Procedure, id);
+LRESULT StatusBox::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_TIMER && wParam == flushTimer) {
-        KillTimer(native, flushTimer);
-        box.timerRuns_ = false;
-        box.Flush();
+        KillTimer(window(), flushTimer);
+        timerRuns_ = false;
+        Flush();
         return 0;
     }
-    if (!box.busy_ && LooksAtText(message))
-        box.Flush();
-    return DefSubclassProc(native, message, wParam, lParam);
+    if (!busy_ && LooksAtText(message))
+        Flush();
+    return PassOn(message, wParam, lParam);
 }
 
 }  // namespace corvane

@@ -1,53 +1,47 @@
-#include "Process.h"
+#include "support/windows/Process.h"
 
 #include <gtest/gtest.h>
 
+#include <utility>
+
+#include "support/windows/Encoding.h"
+
 #include <tlhelp32.h>
 
-#include "Text.h"
-
-namespace end_to_end {
+namespace test_support {
 namespace {
 
-constexpr DWORD windowAnswerTime = 5'000;
-
-struct Visit {
-    DWORD processId;
-    const std::function<bool(HWND)>& visit;
-};
-
-BOOL CALLBACK VisitWindow(HWND window, LPARAM parameter) {
-    const auto& visit = *reinterpret_cast<const Visit*>(parameter);
-    DWORD processId = 0;
-    GetWindowThreadProcessId(window, &processId);
-    return processId != visit.processId || visit.visit(window);
+// A file that a started program may write to.
+KernelHandle CreateOutputFile(const std::wstring& path) {
+    SECURITY_ATTRIBUTES inheritable{sizeof inheritable, nullptr, TRUE};
+    return KernelHandle(CreateFileW(path.c_str(), FILE_APPEND_DATA,
+                                    FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                                    &inheritable, CREATE_ALWAYS, 0, nullptr));
 }
 
 }  // namespace
 
-bool WaitUntil(const std::function<bool()>& condition) {
-    const ULONGLONG deadline = GetTickCount64() + patience;
-    while (!condition()) {
-        if (GetTickCount64() > deadline) {
-            return false;
-        }
-        Sleep(5);
-    }
-    return true;
-}
-
-Process::Process(const std::wstring& program, const std::wstring& arguments) {
+Process::Process(const std::wstring& program, const std::wstring& arguments,
+                 const std::wstring& outputFile) {
     std::wstring line = L"\"" + program + L"\" " + arguments;
     STARTUPINFOW startUp{};
     startUp.cb = sizeof startUp;
+    KernelHandle output;
+    if (!outputFile.empty()) {
+        output = CreateOutputFile(outputFile);
+        startUp.dwFlags = STARTF_USESTDHANDLES;
+        startUp.hStdOutput = output.get();
+        startUp.hStdError = output.get();
+    }
     PROCESS_INFORMATION information{};
     // Under load, once in some thousand starts, Wine loses a process before it has begun. Nothing
     // of the program has run then.
     constexpr int tries = 3;
     DWORD error = ERROR_INTERNAL_ERROR;
     for (int attempt = 0; attempt < tries && error == ERROR_INTERNAL_ERROR; ++attempt) {
-        const bool started = CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, FALSE,
-                                            0, nullptr, nullptr, &startUp, &information) != FALSE;
+        const bool started =
+            CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, !outputFile.empty(), 0,
+                           nullptr, nullptr, &startUp, &information) != FALSE;
         error = started ? ERROR_SUCCESS : GetLastError();
     }
     if (error != ERROR_SUCCESS) {
@@ -73,13 +67,12 @@ Process Process::ChildOf(DWORD parent, const std::wstring& program) {
             child.id_ = entry.th32ProcessID;
         }
     }
-    return child;
+    return child.running() ? std::move(child) : Process();
 }
 
 Process::~Process() {
-    if (running()) {
+    if (running())
         Terminate();
-    }
 }
 
 bool Process::running() const {
@@ -98,35 +91,13 @@ DWORD Process::exitCode() const {
 
 void Process::Terminate() {
     TerminateProcess(handle_.get(), 99);
-    WaitForEnd(patience);
+    WaitForEnd();
 }
 
 DWORD RunToEnd(const std::wstring& program, const std::wstring& arguments) {
     const Process process(program, arguments);
-    EXPECT_TRUE(process.WaitForEnd(patience)) << Utf8(program + L" " + arguments);
+    EXPECT_TRUE(process.WaitForEnd()) << Utf8(program + L" " + arguments);
     return process.exitCode();
 }
 
-void ForEachWindow(DWORD processId, const std::function<bool(HWND)>& visit) {
-    const Visit parameter{processId, visit};
-    EnumWindows(VisitWindow, reinterpret_cast<LPARAM>(&parameter));
-}
-
-std::wstring WindowClassOf(HWND window) {
-    wchar_t name[256];
-    return std::wstring(name, static_cast<size_t>(GetClassNameW(window, name, 256)));
-}
-
-std::wstring WindowTextOf(HWND window) {
-    DWORD_PTR length = 0;
-    SendMessageTimeoutW(window, WM_GETTEXTLENGTH, 0, 0, SMTO_ABORTIFHUNG, windowAnswerTime,
-                        &length);
-    std::wstring text(length + 1, L'\0');
-    DWORD_PTR copied = 0;
-    SendMessageTimeoutW(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()),
-                        SMTO_ABORTIFHUNG, windowAnswerTime, &copied);
-    text.resize(copied);
-    return text;
-}
-
-}  // namespace end_to_end
+}  // namespace test_support

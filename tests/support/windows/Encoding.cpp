@@ -1,8 +1,8 @@
-#include "Text.h"
+#include "support/windows/Encoding.h"
 
 #include <windows.h>
 
-namespace end_to_end {
+namespace test_support {
 namespace {
 
 std::wstring FromCodePage(UINT codePage, std::string_view text) {
@@ -34,27 +34,4 @@ std::string Utf8FromAnsi(std::string_view text) {
     return Utf8(FromCodePage(CP_ACP, text));
 }
 
-Lines SplitLines(std::string_view text, std::string_view lineEnd) {
-    Lines lines;
-    while (!text.empty()) {
-        const size_t end = text.find(lineEnd);
-        lines.emplace_back(text.substr(0, end));
-        text.remove_prefix(end == std::string_view::npos ? text.size() : end + lineEnd.size());
-    }
-    return lines;
-}
-
-std::string Unescaped(std::string_view line) {
-    std::string text;
-    for (size_t i = 0; i < line.size(); ++i) {
-        if (line[i] != '\\' || i + 1 == line.size()) {
-            text += line[i];
-            continue;
-        }
-        const char escaped = line[++i];
-        text += escaped == 'r' ? '\r' : escaped == 'n' ? '\n' : escaped == 't' ? '\t' : escaped;
-    }
-    return text;
-}
-
-}  // namespace end_to_end
+}  // namespace test_support
