@@ -52,9 +52,8 @@ void Status::PrepareLog() {
     form_.chkWriteLog.setTooltip(Join(L"Write Status messages to log file ", Quoted(path)));
     LoadWriteLog();
     TakeRunNumber();
-    if (form_.chkWriteLog.checked()) {
+    if (form_.chkWriteLog.checked())
         WriteLogLine(Join(std::wstring(68, L'-'), L" ", GeneralDateText(clock_.Now())));
-    }
 }
 
 std::wstring Status::LogPath() const {
