@@ -42,7 +42,7 @@ struct Program {
 
     // Start-up, and the unload at once unless a window waits for the user. Errors are shown, none
     // leaves.
-    RunOutcome Run();
+    [[nodiscard]] RunOutcome Run();
 
     Surroundings around;
 

@@ -41,7 +41,7 @@ public:
 
 private:
     void DialOrHandleEvent();
-    bool InboundSearch();
+    [[nodiscard]] bool InboundSearch();
     void History(bool foundInThisRun);
     void CreateHistoryForEvent();
     void PrepareLink(RecordingLinkState& link);

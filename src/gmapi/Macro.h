@@ -27,7 +27,7 @@ public:
 
 private:
     // The reply, when it is a success.
-    std::optional<std::wstring> Run(std::wstring_view name);
+    [[nodiscard]] std::optional<std::wstring> Run(std::wstring_view name);
 
     GMUI& gmui_;
 };

@@ -46,7 +46,7 @@ public:
 
 private:
     using Arguments = std::initializer_list<std::pair<std::wstring_view, std::wstring_view>>;
-    Result Send(std::wstring_view call, Arguments arguments);
+    [[nodiscard]] Result Send(std::wstring_view call, Arguments arguments);
 
     GMUI& gmui_;
 };
