@@ -15,7 +15,7 @@ CallParameters::CallParameters(Form& form, Status& status, std::wstring versionT
       versionText_(std::move(versionText)),
       rawCommandLine_(std::move(rawCommandLine)) {}
 
-CommandLine CallParameters::GetCommandLine() {
+CallParameters::CommandLine CallParameters::GetCommandLine() {
     const std::wstring_view text = TrimBlanks(rawCommandLine_);
     if (text.empty()) {
         status_.WriteStatus(Join(L"Corvane ", versionText_, L" started without params."));

@@ -35,7 +35,7 @@ namespace corvane {
 // The whole program, wired once: on real adapters for users, on fakes for tests. Nothing runs
 // before it is asked to. Members are built from top to bottom and end from bottom to top.
 struct Program {
-    explicit Program(const Surroundings& surroundings);
+    explicit Program(Surroundings surroundings);
     ~Program();
     Program(const Program&) = delete;
     Program& operator=(const Program&) = delete;

@@ -19,8 +19,8 @@ namespace corvane {
 namespace {
 
 constexpr std::wstring_view maker = L"Halvorn Systems";
-const std::wstring runNumberValue = L"PreviousStatus";
-const std::wstring lastVersionValue = L"LastVersionRun";
+constexpr const wchar_t* runNumberValue = L"PreviousStatus";
+constexpr const wchar_t* lastVersionValue = L"LastVersionRun";
 constexpr std::int32_t greatestRunNumber = 1000000;
 
 // yyyymmdd.HhNnSs and milliseconds.
