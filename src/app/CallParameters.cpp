@@ -15,7 +15,7 @@ CallParameters::CallParameters(Form& form, Status& status, std::wstring versionT
       versionText_(std::move(versionText)),
       rawCommandLine_(std::move(rawCommandLine)) {}
 
-CommandLine CallParameters::GetCommandLine() {
+CallParameters::CommandLine CallParameters::GetCommandLine() {
     const std::wstring_view text = TrimBlanks(rawCommandLine_);
     if (text.empty()) {
         status_.WriteStatus(Join(L"Corvane ", versionText_, L" started without params."));
@@ -98,11 +98,10 @@ ParsedParameters CallParameters::Parse() {
 }
 
 void CallParameters::LeaveParameterBox(const TextBox& box, bool changed) {
-    if (&box == &form_.txtNotifType) {
+    if (&box == &form_.txtNotifType)
         form_.txtNotifType.setText(UpperCase(box.text()));
-    } else if (&box == &form_.txtCallType) {
+    else if (&box == &form_.txtCallType)
         form_.txtCallType.setText(UpperCase(box.text()));
-    }
     if (&box == &form_.txtOutboundPhone || &box == &form_.txtNotifType ||
         &box == &form_.txtCallerID || &box == &form_.txtCallType ||
         &box == &form_.txtCallIdentifier) {

@@ -10,11 +10,6 @@ class Form;
 class Status;
 class TextBox;
 
-struct CommandLine {
-    std::vector<std::wstring> tokens;
-    bool found = false;  // there was more than blanks
-};
-
 struct ParsedParameters {
     bool ParamsFound = false;
     bool ParseOK = true;  // false when the caller ID was rejected
@@ -25,9 +20,6 @@ class CallParameters {
 public:
     CallParameters(Form& form, Status& status, std::wstring versionText,
                    std::wstring rawCommandLine);
-
-    // Writes the start-up echo line and splits the command line.
-    [[nodiscard]] CommandLine GetCommandLine();
 
     // Fills the parameter boxes; a caller ID is normalised at once. Raises with
     // "ParseCallParameters: " before the description.
@@ -41,7 +33,14 @@ public:
     [[nodiscard]] bool CallerIDRejected();
 
 private:
-    ParsedParameters Parse();
+    struct CommandLine {
+        std::vector<std::wstring> tokens;
+        bool found = false;  // there was more than blanks
+    };
+
+    // Writes the start-up echo line and splits the command line.
+    [[nodiscard]] CommandLine GetCommandLine();
+    [[nodiscard]] ParsedParameters Parse();
     // One that is rejected leaves no digits of a caller ID before.
     [[nodiscard]] bool NormalizeTypedCallerID();
     [[nodiscard]] static std::vector<std::wstring> SplitSwitches(std::wstring_view text);

@@ -1,10 +1,12 @@
 #include "app/Program.h"
 
+#include <utility>
+
 #include "seams/GoldMine.h"
 
 namespace corvane {
 
-Program::Program(const Surroundings& surroundings) : around(surroundings) {
+Program::Program(Surroundings surroundings) : around(std::move(surroundings)) {
     around.goldMine.setListener(&dialog);
     around.view.Attach(form, actions);
 }

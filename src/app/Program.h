@@ -35,14 +35,14 @@ namespace corvane {
 // The whole program, wired once: on real adapters for users, on fakes for tests. Nothing runs
 // before it is asked to. Members are built from top to bottom and end from bottom to top.
 struct Program {
-    explicit Program(const Surroundings& surroundings);
+    explicit Program(Surroundings surroundings);
     ~Program();
     Program(const Program&) = delete;
     Program& operator=(const Program&) = delete;
 
     // Start-up, and the unload at once unless a window waits for the user. Errors are shown, none
     // leaves.
-    RunOutcome Run();
+    [[nodiscard]] RunOutcome Run();
 
     Surroundings around;
 

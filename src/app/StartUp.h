@@ -45,9 +45,9 @@ private:
     [[nodiscard]] bool LoadConfiguration();
     // A step whose failure, for any reason, is told as a failed load of the configuration.
     [[nodiscard]] bool Succeeds(const std::function<bool()>& step);
-    RunOutcome StayDisabled(bool paramsFound);
+    [[nodiscard]] RunOutcome StayDisabled(bool paramsFound);
     [[nodiscard]] bool PrepareGoldMine(bool paramsFound);
-    RunOutcome RunInMode(bool paramsFound);
+    [[nodiscard]] RunOutcome RunInMode(bool paramsFound);
 
     Parts parts_;
 };

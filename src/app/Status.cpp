@@ -19,8 +19,8 @@ namespace corvane {
 namespace {
 
 constexpr std::wstring_view maker = L"Halvorn Systems";
-const std::wstring runNumberValue = L"PreviousStatus";
-const std::wstring lastVersionValue = L"LastVersionRun";
+constexpr const wchar_t* runNumberValue = L"PreviousStatus";
+constexpr const wchar_t* lastVersionValue = L"LastVersionRun";
 constexpr std::int32_t greatestRunNumber = 1000000;
 
 // yyyymmdd.HhNnSs and milliseconds.
@@ -52,9 +52,8 @@ void Status::PrepareLog() {
     form_.chkWriteLog.setTooltip(Join(L"Write Status messages to log file ", Quoted(path)));
     LoadWriteLog();
     TakeRunNumber();
-    if (form_.chkWriteLog.checked()) {
+    if (form_.chkWriteLog.checked())
         WriteLogLine(Join(std::wstring(68, L'-'), L" ", GeneralDateText(clock_.Now())));
-    }
 }
 
 std::wstring Status::LogPath() const {

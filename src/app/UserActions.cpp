@@ -43,13 +43,12 @@ void UserActions::ButtonClicked(CommandButton& button) {
 
 void UserActions::CheckBoxClicked(CheckBox& box) {
     parts_.errors.Guard([&] {
-        if (&box == &parts_.form.chkGlobalEnable) {
+        if (&box == &parts_.form.chkGlobalEnable)
             parts_.questions.ClickGlobalEnable();
-        } else if (&box == &parts_.form.chkSearchInAddlContacts) {
+        else if (&box == &parts_.form.chkSearchInAddlContacts)
             parts_.questions.ClickSearchInAddlContacts();
-        } else {
+        else
             box.setChecked(!box.checked());
-        }
     });
 }
 
@@ -73,9 +72,8 @@ bool UserActions::MayLeave(TextBox& box, bool changed) {
 void UserActions::Activated() {
     parts_.errors.Guard([this] {
         RunEnablingRulesOnActivation(parts_.form);
-        if (parts_.form.cmdProcessCall.enabled()) {
+        if (parts_.form.cmdProcessCall.enabled())
             parts_.form.SetFocus(parts_.form.cmdProcessCall);
-        }
     });
 }
 

@@ -69,13 +69,12 @@ std::optional<std::wstring> CallHistory::InsertCallHistory(const std::wstring& r
     item.Ref = refText;
     item.User = form_.GoldMineUserName;
     auto identifier = records_.InsHist(item);
-    if (!identifier) {
+    if (!identifier)
         status_.WriteStatus(L"Could not insert call history.");
-    } else if (callType == L"I") {
+    else if (callType == L"I")
         status_.WriteStatus(L"Created incoming call history.");
-    } else if (callType == L"O") {
+    else if (callType == L"O")
         status_.WriteStatus(L"Created outgoing call history.");
-    }
     return identifier;
 }
 
@@ -89,9 +88,8 @@ bool CallHistory::UpdateHistoryNotes(const std::wstring& identifier, std::wstrin
     if (!records_.Replace(*area, L"Notes", notesText.substr(0, notesPiece), false))
         return false;
     for (std::size_t begin = notesPiece; begin < notesText.size(); begin += notesPiece) {
-        if (!records_.Replace(*area, L"Notes", notesText.substr(begin, notesPiece), true)) {
+        if (!records_.Replace(*area, L"Notes", notesText.substr(begin, notesPiece), true))
             return false;
-        }
     }
     // The area is closed even when it could not be unlocked.
     const bool unlocked = records_.Unlock(*area).has_value();

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -28,7 +27,7 @@ public:
                      const RecordingLinkState& link);
 
 private:
-    std::optional<std::wstring> InsertCallHistory(const std::wstring& refText);
+    [[nodiscard]] std::optional<std::wstring> InsertCallHistory(const std::wstring& refText);
     [[nodiscard]] bool UpdateHistoryNotes(const std::wstring& identifier,
                                           std::wstring_view notesText);
     [[nodiscard]] bool OpenHistoryItem(const std::wstring& identifier);

@@ -29,9 +29,8 @@ bool NormalizeCallerID(Form& form, StatusWriter& status) {
         formatted.front() == L'1') {
         formatted.erase(0, 1);
     }
-    if (form.chkFormatCallerID.checked()) {
+    if (form.chkFormatCallerID.checked())
         formatted = FormatNumericText(formatted, form.txtCallerIDFormat.text());
-    }
     form.txtCallerIDFormatted.setText(formatted);
     return true;
 }

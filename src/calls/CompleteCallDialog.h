@@ -60,7 +60,7 @@ public:
     void Withdraw();
 
 private:
-    bool Register(bool monitor);
+    [[nodiscard]] bool Register(bool monitor);
     [[nodiscard]] std::wstring_view CompleteCallCommand() const;
     [[nodiscard]] std::wstring NotesWithAddition(const std::wstring& notes,
                                                  const std::wstring& addition);

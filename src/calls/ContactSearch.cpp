@@ -1,5 +1,7 @@
 #include "calls/ContactSearch.h"
 
+#include <array>
+
 #include "gmapi/DataStream.h"
 #include "gmapi/Macro.h"
 #include "gmapi/WindowCommands.h"
@@ -67,11 +69,11 @@ bool ContactSearch::SearchCurrentRecord(ShowInGoldMine show) {
         bool searched;
     };
     const bool allPhones = form_.optPhone123.selected();
-    const PhoneField phoneFields[] = {
+    const auto phoneFields = std::to_array<PhoneField>({
         {L"&Phone1", L" in Phone1 of the current record.", true},
         {L"&Phone2", L" in Phone2 of the current record.", allPhones},
         {L"&Phone3", L" in Phone3 of the current record.", allPhones},
-    };
+    });
     for (const PhoneField& field : phoneFields) {
         if (!field.searched)
             continue;

@@ -26,14 +26,15 @@ public:
     [[nodiscard]] bool SearchContact(ShowInGoldMine show);
 
 private:
-    bool FindContact(ShowInGoldMine show);
-    bool SearchCurrentRecord(ShowInGoldMine show);
+    [[nodiscard]] bool FindContact(ShowInGoldMine show);
+    [[nodiscard]] bool SearchCurrentRecord(ShowInGoldMine show);
     // The account of the one Additional Contact that has the number; of all accounts when the
     // account number is empty.
-    std::optional<std::wstring> SearchAdditionalContacts(std::wstring_view accountNumber);
+    [[nodiscard]] std::optional<std::wstring> SearchAdditionalContacts(
+        std::wstring_view accountNumber);
     void PositionToPrimaryRecord(std::wstring_view accountNumber, bool inNewWindow);
-    bool PositionInNewWindow(std::wstring_view accountNumber);
-    bool PositionInCurrentWindow(std::wstring_view accountNumber);
+    [[nodiscard]] bool PositionInNewWindow(std::wstring_view accountNumber);
+    [[nodiscard]] bool PositionInCurrentWindow(std::wstring_view accountNumber);
     void ReportFound(std::wstring_view where, ShowInGoldMine show);
     void ShowMessageInGoldMine(std::wstring_view message);
     [[nodiscard]] const std::wstring& cid() const;

@@ -1,8 +1,5 @@
 #pragma once
 
-#include <string>
-#include <string_view>
-
 #include "calls/ContactSearch.h"
 
 namespace corvane {
@@ -41,7 +38,7 @@ public:
 
 private:
     void DialOrHandleEvent();
-    bool InboundSearch();
+    [[nodiscard]] bool InboundSearch();
     void History(bool foundInThisRun);
     void CreateHistoryForEvent();
     void PrepareLink(RecordingLinkState& link);

@@ -112,9 +112,8 @@ std::wstring RecordingLink::ReasonOfAge(const NewestFile& newest,
     const std::wstring file =
         Join(L"The most recent file in the recordings folder, ", Quoted(fullPath));
     const double now = clock_.Now();
-    if (CalendarTime(now).year - CalendarTime(newest.modified).year > 1) {
+    if (CalendarTime(now).year - CalendarTime(newest.modified).year > 1)
         return Join(file, L", was created more than a year ago. Link to recording not saved.");
-    }
     const TextBox& maxAge = form_.txtRecordingFileMaxAgeSeconds;
     const std::int64_t age = SecondsBetween(newest.modified, now);
     if (age > LongLongIn(maxAge)) {

@@ -29,9 +29,9 @@ public:
 
 private:
     // Searches the folder and reports what was seen.
-    NewestFile FindNewestFile(const std::wstring& folderText);
-    bool PrepareLink(RecordingLinkState& state);
-    bool Fail(RecordingLinkState& state, std::wstring reason);
+    [[nodiscard]] NewestFile FindNewestFile(const std::wstring& folderText);
+    [[nodiscard]] bool PrepareLink(RecordingLinkState& state);
+    [[nodiscard]] bool Fail(RecordingLinkState& state, std::wstring reason);
     // Why the file is too old, or nothing.
     [[nodiscard]] std::wstring ReasonOfAge(const NewestFile& newest,
                                            const std::wstring& fullPath) const;

@@ -31,9 +31,8 @@ bool GoldMineIniSetup::Run() {
         !DialNumbersAsEntered()) {
         return false;
     }
-    if (wroteValue_) {
+    if (wroteValue_)
         boxes_.Notify(L"Please close and restart GoldMine to load the updated <user>.INI file.");
-    }
     return true;
 }
 
@@ -41,13 +40,11 @@ bool GoldMineIniSetup::FindIniFiles() {
     auto folder = macro_.ProgramDataDir();
     if (!folder || folder->empty())
         folder = macro_.SysDir();
-    if (!folder || folder->empty()) {
+    if (!folder || folder->empty())
         return Fail(L"Could not retrieve ProgramDataDir or SysDir", BoxIcon::Exclamation);
-    }
     const auto user = macro_.UserName();
-    if (!user) {
+    if (!user)
         return Fail(L"Could not retrieve UserName", BoxIcon::Exclamation);
-    }
     form_.GoldMineUserName = *user;
 
     const std::wstring userIniPath = Join(*folder, *user, L".INI");

@@ -24,19 +24,19 @@ public:
     [[nodiscard]] bool Run();
 
 private:
-    bool FindIniFiles();
+    [[nodiscard]] bool FindIniFiles();
     void LearnWhetherNotesAreHTML(const std::wstring& gmIniPath);
-    bool DefineDummyModem();
-    bool DefineDialingInstruction();
-    bool DialNumbersAsEntered();
+    [[nodiscard]] bool DefineDummyModem();
+    [[nodiscard]] bool DefineDialingInstruction();
+    [[nodiscard]] bool DialNumbersAsEntered();
 
     // Tells why the set-up ends, in a box and a status line.
-    bool Fail(std::wstring_view text, BoxIcon icon);
+    [[nodiscard]] bool Fail(std::wstring_view text, BoxIcon icon);
     void WriteReason(std::wstring_view text);
     [[nodiscard]] std::wstring ReadModem(std::wstring_view key) const;
     // Writes after the user's Yes; false when refused or failed.
-    bool WriteModem(std::wstring_view question, std::wstring_view key, std::wstring_view value,
-                    std::wstring_view failure);
+    [[nodiscard]] bool WriteModem(std::wstring_view question, std::wstring_view key,
+                                  std::wstring_view value, std::wstring_view failure);
 
     Form& form_;
     Macro& macro_;

@@ -31,12 +31,11 @@ public:
     // own session cannot be determined.
     [[nodiscard]] std::optional<ProcessId> IsProcessRunning(std::wstring_view executableName) const;
 
-    // True with the path, false with the reason in its place.
-    bool GetProcessPath(ProcessId id, std::wstring& pathOrReason) const;
-
 private:
-    bool GetProcessImagePath(ProcessHandle handle, std::wstring& pathOrReason) const;
-    bool FindExecutable();
+    // True with the path, false with the reason in its place.
+    [[nodiscard]] bool GetProcessPath(ProcessId id, std::wstring& pathOrReason) const;
+    [[nodiscard]] bool GetProcessImagePath(ProcessHandle handle, std::wstring& pathOrReason) const;
+    [[nodiscard]] bool FindExecutable();
 
     Form& form_;
     Processes& processes_;

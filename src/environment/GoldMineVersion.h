@@ -29,7 +29,7 @@ public:
 
 private:
     [[nodiscard]] bool ReadVersion(bool& versionOK);
-    bool Fail(std::wstring_view text);
+    [[nodiscard]] bool Fail(std::wstring_view text);
 
     Form& form_;
     Macro& macro_;

@@ -14,8 +14,8 @@ namespace corvane {
 
 namespace {
 
-const std::wstring subkey3CX = L"SOFTWARE\\3CX";
-const std::wstring logLevelValue = L"CommandLineAPILogLevel";
+constexpr const wchar_t* subkey3CX = L"SOFTWARE\\3CX";
+constexpr const wchar_t* logLevelValue = L"CommandLineAPILogLevel";
 constexpr std::wstring_view importantEvents = L"ImportantEvents";
 constexpr std::wstring_view allEvents = L"AllEvents";
 

@@ -31,7 +31,7 @@ private:
 
     void ShowProgramLocation();
     void ShowGoldMineFolder();
-    Generation DiscoverGeneration();
+    [[nodiscard]] Generation DiscoverGeneration();
     void ShowPlugin(const std::wstring& phoneFolder);
     void ShowPluginLog();
     void ShowNoPlugin();

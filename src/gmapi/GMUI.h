@@ -53,7 +53,7 @@ public:
     void Release() noexcept;
 
 private:
-    bool EnsureObject();
+    [[nodiscard]] bool EnsureObject();
     void Remember(const RuntimeError& error);
     void ReportNoObject(const RuntimeError& error);
     void ReportNotLoggedIn(const RuntimeError& error);

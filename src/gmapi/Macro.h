@@ -22,12 +22,13 @@ public:
     // The open record's account; nothing as well when it is empty, which is no account.
     [[nodiscard]] std::optional<std::wstring> AccountNo();
     [[nodiscard]] std::optional<std::wstring> UserName() { return Value(L"&UserName"); }
-    // One item of GoldMine's system information; the name goes into the expression as given.
+    // One item of GoldMine's system information; the name goes into the expression as given. Asked
+    // for by no one yet: it makes the macros whole.
     [[nodiscard]] std::optional<std::wstring> SysInfo(std::wstring_view itemName);
 
 private:
     // The reply, when it is a success.
-    std::optional<std::wstring> Run(std::wstring_view name);
+    [[nodiscard]] std::optional<std::wstring> Run(std::wstring_view name);
 
     GMUI& gmui_;
 };

@@ -45,16 +45,16 @@ Records::Result Records::Close(std::wstring_view area) {
 }
 
 Records::Result Records::InsHist(const HistoryItem& item) {
-    const Result inserted = Send(L"InsHist", {{L"AccNo", item.AccNo},
-                                              {L"Activity", item.Activity},
-                                              {L"Duration", item.Duration},
-                                              {L"OpRecID", item.OpRecID},
-                                              {L"RecType", item.RecType},
-                                              {L"Ref", item.Ref},
-                                              {L"ResultCode", item.ResultCode},
-                                              {L"Notes", item.Notes},
-                                              {L"User", item.User},
-                                              {L"Private", item.Private}});
+    Result inserted = Send(L"InsHist", {{L"AccNo", item.AccNo},
+                                        {L"Activity", item.Activity},
+                                        {L"Duration", item.Duration},
+                                        {L"OpRecID", item.OpRecID},
+                                        {L"RecType", item.RecType},
+                                        {L"Ref", item.Ref},
+                                        {L"ResultCode", item.ResultCode},
+                                        {L"Notes", item.Notes},
+                                        {L"User", item.User},
+                                        {L"Private", item.Private}});
     if (inserted && *inserted == L"0")
         return std::nullopt;
     return inserted;

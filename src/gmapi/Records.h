@@ -36,6 +36,7 @@ public:
     [[nodiscard]] Result Open(std::wstring_view filename);
     [[nodiscard]] Result Move(std::wstring_view area, std::wstring_view command,
                               std::wstring_view parameter);
+    // Completes the set: the program writes records and reads none.
     [[nodiscard]] Result Read(std::wstring_view area, std::wstring_view field);
     [[nodiscard]] Result Replace(std::wstring_view area, std::wstring_view field,
                                  std::wstring_view newValue, bool append);
@@ -46,7 +47,7 @@ public:
 
 private:
     using Arguments = std::initializer_list<std::pair<std::wstring_view, std::wstring_view>>;
-    Result Send(std::wstring_view call, Arguments arguments);
+    [[nodiscard]] Result Send(std::wstring_view call, Arguments arguments);
 
     GMUI& gmui_;
 };

@@ -18,7 +18,8 @@ public:
     // Whether GoldMine found the number and brought its contact up.
     [[nodiscard]] bool CallerID(std::wstring_view phone, ContactDisplay display, bool allPhones);
 
-    // The status code digit of the reply; the unit of the delay is GoldMine's.
+    // The status code digit of the reply, for those who care; the delay is in GoldMine's unit, and
+    // a blank one leaves it to GoldMine.
     std::wstring StatusMsg(std::wstring_view message, std::wstring_view delay);
     std::wstring StatusMsg(std::wstring_view message, int delay);
     [[nodiscard]] std::wstring RecordObj(std::wstring_view command, std::wstring_view argument);

@@ -18,7 +18,8 @@ inline constexpr RegistryHandle localMachine = static_cast<RegistryHandle>(0x800
 inline constexpr RegistryHandle users = static_cast<RegistryHandle>(0x80000003);
 }  // namespace RegistryRoot
 
-// Key-specific bits only, without the platform's standard-rights bits.
+// Key-specific bits only, without the platform's standard-rights bits. An error's text names them
+// all.
 namespace RegistryAccess {
 inline constexpr std::uint32_t queryValue = 1;
 inline constexpr std::uint32_t setValue = 2;
@@ -38,7 +39,8 @@ inline constexpr std::uint32_t registryText = 1;  // REG_SZ
 inline constexpr std::int32_t registryErrorNumber = -2147191503;
 
 // Each operation makes one call of the Windows registry and returns its status; a failure raises
-// the registry error, whose text says which call failed, on what, and what the system says.
+// the registry error, whose text says which call failed, on what, and what the system says. The set
+// is whole: the program deletes nothing and opens its keys by creating them.
 class Registry {
 public:
     virtual ~Registry() = default;

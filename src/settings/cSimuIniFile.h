@@ -9,7 +9,8 @@ namespace corvane {
 
 // A registry key that looks like one section of an INI file: set Scope, Subkey and RootSpec once,
 // then read and write named texts. Each access opens and closes its key. Registry failures raise
-// the registry error.
+// the registry error. The program's own entries are texts of the first two scopes; typed entries
+// and the third make the helper whole.
 class cSimuIniFile {
 public:
     explicit cSimuIniFile(Registry& registry) : registry_(registry) {}

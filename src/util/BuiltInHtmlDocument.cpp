@@ -52,13 +52,12 @@ public:
             return false;
         piece = {};
         piece.begin = at_;
-        if (!rawElement_.empty()) {
+        if (!rawElement_.empty())
             ScanRawText(piece);
-        } else if (html_[at_] == L'<') {
+        else if (html_[at_] == L'<')
             ScanMarkup(piece);
-        } else {
+        else
             ScanText(piece);
-        }
         piece.end = at_;
         return true;
     }
@@ -156,15 +155,12 @@ std::size_t StartOfBody(std::wstring_view html) {
     Scanner scanner(html);
     Piece piece;
     while (scanner.Next(piece)) {
-        if (piece.kind == PieceKind::OpenTag && EqualsIgnoringCase(piece.name, L"body")) {
+        if (piece.kind == PieceKind::OpenTag && EqualsIgnoringCase(piece.name, L"body"))
             return piece.end;
-        }
-        if (piece.kind == PieceKind::CloseTag && EqualsIgnoringCase(piece.name, L"head")) {
+        if (piece.kind == PieceKind::CloseTag && EqualsIgnoringCase(piece.name, L"head"))
             behindHead = piece.end;
-        }
-        if (piece.kind == PieceKind::OpenTag && EqualsIgnoringCase(piece.name, L"html")) {
+        if (piece.kind == PieceKind::OpenTag && EqualsIgnoringCase(piece.name, L"html"))
             behindHtml = piece.end;
-        }
     }
     return behindHead != npos ? behindHead : behindHtml;
 }
@@ -196,13 +192,12 @@ char32_t NumericReference(std::wstring_view digits) {
     for (const wchar_t digit : digits) {
         const wchar_t lower = Lower(digit);
         char32_t value = 0;
-        if (lower >= L'0' && lower <= L'9') {
+        if (lower >= L'0' && lower <= L'9')
             value = static_cast<char32_t>(lower - L'0');
-        } else if (isHex && lower >= L'a' && lower <= L'f') {
+        else if (isHex && lower >= L'a' && lower <= L'f')
             value = static_cast<char32_t>(lower - L'a') + 10;
-        } else {
+        else
             return 0;
-        }
         code = code * (isHex ? 16 : 10) + value;
         if (code > 0x10FFFF)
             return 0;

@@ -38,9 +38,8 @@ RuntimeError ErrorReport::CurrentError() {
         return MakeRuntimeError(ErrorNumber::OutOfMemory);
     } catch (const std::exception& exception) {
         RuntimeError error = MakeRuntimeError(ErrorNumber::InvalidProcedureCall);
-        for (const char* each = exception.what(); *each; ++each) {
+        for (const char* each = exception.what(); *each; ++each)
             error.source += static_cast<wchar_t>(static_cast<unsigned char>(*each));
-        }
         return error;
     }
 }

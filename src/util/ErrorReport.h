@@ -15,9 +15,6 @@ class ErrorReport {
 public:
     ErrorReport(StatusWriter& status, MessageBoxes& boxes) : status_(status), boxes_(boxes) {}
 
-    // An error that the user was told of gets its line and no second box.
-    void Report(const RuntimeError& error);
-
     // The status line alone, for an error that its procedure tells the user about in other words.
     void WriteLine(const RuntimeError& error);
 
@@ -37,6 +34,8 @@ public:
     }
 
 private:
+    // An error that the user was told of gets its line and no second box.
+    void Report(const RuntimeError& error);
     void ReportCurrentException() noexcept;
 
     StatusWriter& status_;

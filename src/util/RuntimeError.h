@@ -23,7 +23,8 @@ inline constexpr std::int32_t RemoteServerUnavailable = 462;
 inline constexpr std::int32_t RemoteProcedureCallFailed = -2147023170;
 }  // namespace ErrorNumber
 
-// An unexpected run-time error. Expected failures are status lines and false results instead.
+// An unexpected run-time error. Expected failures are status lines and false results instead. The
+// number and the description are shown; the rest is what an automation error carries besides.
 struct RuntimeError {
     // Signed as the platform shows it, but for the one error that is known by its unsigned number.
     std::int64_t number = 0;

@@ -57,9 +57,8 @@ std::wstring WithLineBreaks(std::wstring_view text) {
 
 std::wstring UpperCase(std::wstring_view text) {
     std::wstring upper(text);
-    for (wchar_t& character : upper) {
+    for (wchar_t& character : upper)
         character = static_cast<wchar_t>(std::towupper(static_cast<std::wint_t>(character)));
-    }
     return upper;
 }
 
@@ -93,8 +92,9 @@ std::wstring_view ArgumentsOf(std::wstring_view wholeCommandLine, std::wstring_v
         const std::wstring_view rest =
             wholeCommandLine.substr(std::min(path.size(), wholeCommandLine.size()));
         if (UpperCase(wholeCommandLine.substr(0, path.size())) == UpperCase(path) &&
-            (rest.empty() || rest[0] == L' ' || rest[0] == L'\t'))
+            (rest.empty() || rest[0] == L' ' || rest[0] == L'\t')) {
             return rest;
+        }
     }
     if (wholeCommandLine.starts_with(L'"')) {
         const auto closing = wholeCommandLine.find(L'"', 1);

@@ -75,9 +75,8 @@ public:
     }
     RegistryStatus SetValue(RegistryHandle key, const std::wstring& valueName, std::uint32_t,
                             std::uint32_t, const std::wstring& data, std::uint32_t size) override {
-        if (failingValues.contains(valueName)) {
+        if (failingValues.contains(valueName))
             Fail(L"RegSetValueEx of ValueName '" + valueName + L"'");
-        }
         const std::wstring text = data.substr(0, size);
         keys[PathOf(key)][valueName] = codePage ? codePage(text) : text;
         writes.push_back(valueName);

@@ -20,9 +20,8 @@ namespace {
 
 std::optional<double> Number(std::wstring_view text) {
     const std::wstring trimmed(TrimBlanks(text));
-    if (trimmed.empty() || trimmed.find_first_not_of(L"0123456789+-.,eE") != std::wstring::npos) {
+    if (trimmed.empty() || trimmed.find_first_not_of(L"0123456789+-.,eE") != std::wstring::npos)
         return std::nullopt;
-    }
     std::wstring plain;
     for (const wchar_t character : trimmed) {
         if (character != L',')

@@ -61,9 +61,8 @@ void TextBox::Append(std::wstring_view text) {
 }
 
 void CheckBox::setValue(int value) {
-    if (value < unchecked || value > greyed) {
+    if (value < unchecked || value > greyed)
         throw MakeRuntimeError(ErrorNumber::InvalidPropertyValue);
-    }
     if (value_ == value)
         return;
     value_ = value;
@@ -88,19 +87,17 @@ Form::Form(FormView* view) {
         if (controls_[row])
             continue;
         // Only captions and containers have no name of their own in the program.
-        if (SpecOf(row).kind == ControlKind::Frame) {
+        if (SpecOf(row).kind == ControlKind::Frame)
             others_.push_back(std::make_unique<Frame>(*this, row));
-        } else if (SpecOf(row).kind == ControlKind::Label) {
+        else if (SpecOf(row).kind == ControlKind::Label)
             others_.push_back(std::make_unique<Label>(*this, row));
-        } else {
+        else
             throw std::logic_error("a control of the catalogue has no member of the form");
-        }
     }
     for (Control* each : controls_) {
         const auto& spec = each->spec();
-        if (spec.name == L"frameOptions" || spec.name == L"frameParams") {
+        if (spec.name == L"frameOptions" || spec.name == L"frameParams")
             each->setVisible(spec.index == 0);
-        }
     }
     view_ = view;
 }
@@ -116,8 +113,9 @@ std::vector<OptionButton*> Form::GroupOf(const OptionButton& option) const {
     std::vector<OptionButton*> members;
     for (Control* each : controls_) {
         if (each->spec().kind == ControlKind::OptionButton &&
-            each->spec().group == option.spec().group)
+            each->spec().group == option.spec().group) {
             members.push_back(static_cast<OptionButton*>(each));
+        }
     }
     return members;
 }

@@ -143,7 +143,8 @@ private:
 template <ControlKind kind>
 struct RowOf {
     std::size_t row;
-    consteval RowOf(const wchar_t* name, int index = 0) : row(FindControl(name, index)) {
+    // NOLINTNEXTLINE(google-explicit-constructor): the form's members say the name alone.
+    consteval RowOf(const wchar_t* name) : row(FindControl(name)) {
         if (row == noControl)
             throw "no such control in the catalogue";
         if (controlCatalogue[row].kind != kind)
@@ -265,7 +266,7 @@ public:
 
     // State kept beside the controls for the whole run.
     bool SettingsDirty = false;      // an option changed since the last save
-    bool GoldMineRunning = false;    // a client runs in this session and its path is known
+    bool GoldMineRunning = false;    // as last looked for; each step that needs it looks anew
     bool GoldMineVersionOK = false;  // GoldMine 6.7 or later
     bool NotesAreHTML = false;       // GM.INI was found and does not say plain text
     std::wstring GoldMineExePath;
@@ -296,7 +297,7 @@ public:
     [[nodiscard]] bool visible() const { return visible_; }
     void setVisible(bool visible);
 
-    // The control that has, or shall get, the keyboard focus.
+    // The control that was given the keyboard focus last, for those who see no window.
     [[nodiscard]] const Control* focused() const { return focused_; }
     // A control on a page that is not shown brings its page up.
     void SetFocus(const Control& control);
