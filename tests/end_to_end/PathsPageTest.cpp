@@ -267,9 +267,7 @@ protected:
         {"cmdOpenGMINI", "C:\\corvane-e2e\\goldmine\\GM.INI", "GM.INI file",
          "GM.INI file does not exist"},
         {"cmdOpenLog", "C:\\ProgramData\\Halvorn Systems\\CorvaneTo3CX\\CorvaneTo3CX.log",
-         "log file",
-         "Log file does not exist. In the Advanced box to the left, check \"Write Status messages "
-         "to a log file\"."},
+         "log file", "Log file does not exist."},
         {"cmdOpenPluginLog", "C:\\corvane-e2e\\plugin log\\3CXCommandLineAPIPlugin.log", "log file",
          "3CX Command Line API Plugin log file does not exist."}};
 
