@@ -47,7 +47,7 @@ mode=${1:-}
 wanted=("${build_packages[@]}")
 case $mode in
 build) ;;
-test) wanted+=("${run_packages[@]}" "${picture_packages[@]}" clang-format) ;;
+test) wanted+=("${run_packages[@]}" "${picture_packages[@]}" clang-format clang-tidy) ;;
 demo) wanted+=("${run_packages[@]}" "${picture_packages[@]}") ;;
 *) echo "usage: ${0##*/} build|test|demo [x86]" >&2; exit 2 ;;
 esac

@@ -152,7 +152,7 @@ void Database::SetField(std::wstring_view table, const Column& column, const std
 std::wstring Database::InsertHistory(const History& history, bool numericId) {
     const long number =
         ToNumber(Value(L"select coalesce(max(rowid), 0) + 1 from ContHist").value_or(L""), 1);
-    const std::wstring recordId = RecordId(static_cast<std::uint64_t>(number), numericId);
+    std::wstring recordId = RecordId(static_cast<std::uint64_t>(number), numericId);
     Run(L"insert into ContHist (RecID, OnDate, OnTime) values (?, date('now', 'localtime'), "
         L"strftime('%H:%M', 'now', 'localtime'))",
         {recordId});

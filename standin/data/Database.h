@@ -15,7 +15,7 @@ namespace practice {
 class DatabaseError : public std::runtime_error {
 public:
     explicit DatabaseError(const std::string& message) : std::runtime_error(message) {}
-    std::wstring Message() const;
+    [[nodiscard]] std::wstring Message() const;
 };
 
 using Row = std::vector<std::wstring>;

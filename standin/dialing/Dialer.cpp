@@ -38,7 +38,7 @@ std::wstring OnLinesOfTheirOwn(const std::wstring& first, const std::wstring& se
 Dialer::Dialer(const Options& options, Journal& journal) : options_(options), journal_(journal) {}
 
 std::wstring Dialer::Dial(const std::wstring& number) {
-    const std::wstring reason = Start(number);
+    std::wstring reason = Start(number);
     if (!reason.empty())
         journal_.Note(L"not dialed: " + reason);
     return reason;

@@ -17,7 +17,7 @@ struct Command {
     std::wstring error;  // why the command could not be read, "" when it could
 
     // The argument's value, "" when there is none.
-    const std::wstring& Argument(std::wstring_view name) const;
+    [[nodiscard]] const std::wstring& Argument(std::wstring_view name) const;
 };
 
 // Reads a command; one that is no GMAPI element has an error and the call "".

@@ -47,7 +47,7 @@ public:
     }
 
 private:
-    bool At(std::wstring_view expected) const {
+    [[nodiscard]] bool At(std::wstring_view expected) const {
         return text_.substr(position_, expected.size()) == expected;
     }
 

@@ -14,7 +14,7 @@ struct XmlElement {
     std::vector<XmlElement> children;
 
     // The attribute's value, "" when there is none.
-    std::wstring_view Attribute(std::wstring_view attributeName) const;
+    [[nodiscard]] std::wstring_view Attribute(std::wstring_view attributeName) const;
 };
 
 struct XmlResult {

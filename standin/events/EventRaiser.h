@@ -27,7 +27,7 @@ struct RaisedEvent {
 // A connected client, as the raiser of events sees it.
 class EventTarget {
 public:
-    virtual bool Watches(const std::wstring& windowName) const = 0;
+    [[nodiscard]] virtual bool Watches(const std::wstring& windowName) const = 0;
     virtual void Deliver(const std::wstring& windowName, bool up, long windowHandle) = 0;
     // Keeps the target alive while an event is on its way.
     virtual void Hold() = 0;

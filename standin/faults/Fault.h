@@ -44,7 +44,7 @@ struct Fault {
     long long last = std::numeric_limits<long long>::max();
     FaultAction action;
 
-    bool Matches(const Command& command) const;
+    [[nodiscard]] bool Matches(const Command& command) const;
 };
 
 // "<selector> <action> [argument]"; nothing when that makes no sense. README.md lists selectors and

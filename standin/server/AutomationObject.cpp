@@ -197,7 +197,7 @@ HRESULT AutomationObject::InterfaceSupportsErrorInfo(REFIID id) {
 }
 
 bool AutomationObject::Watches(const std::wstring& windowName) const {
-    return client_.watchedWindows.count(windowName) != 0;
+    return client_.watchedWindows.contains(windowName);
 }
 
 void AutomationObject::Deliver(const std::wstring& windowName, bool up, long windowHandle) {

@@ -70,7 +70,7 @@ public:
     HRESULT STDMETHODCALLTYPE InterfaceSupportsErrorInfo(REFIID id) override;
 
     // EventTarget
-    bool Watches(const std::wstring& windowName) const override;
+    [[nodiscard]] bool Watches(const std::wstring& windowName) const override;
     void Deliver(const std::wstring& windowName, bool up, long windowHandle) override;
     void Hold() override { AddRef(); }
     void LetGo() override { Release(); }

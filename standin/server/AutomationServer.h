@@ -28,7 +28,7 @@ public:
     void Revoke();
 
     // For its objects.
-    const TypeLibrary& types() const { return types_; }
+    [[nodiscard]] const TypeLibrary& types() const { return types_; }
     CommandRouter& router() { return router_; }
     Journal& journal() { return journal_; }
     void Attach(AutomationObject* object);

@@ -27,7 +27,7 @@ public:
             CloseHandle(handle_);
     }
 
-    HANDLE get() const { return handle_; }
+    [[nodiscard]] HANDLE get() const { return handle_; }
     explicit operator bool() const { return handle_ != nullptr; }
 
 private:
@@ -59,10 +59,10 @@ public:
     BString& operator=(const BString&) = delete;
     ~BString() { SysFreeString(text_); }
 
-    BSTR get() const { return text_; }
+    [[nodiscard]] BSTR get() const { return text_; }
     BSTR* put() { return &text_; }
     BSTR release() { return std::exchange(text_, nullptr); }
-    std::wstring_view view() const { return {text_, SysStringLen(text_)}; }
+    [[nodiscard]] std::wstring_view view() const { return {text_, SysStringLen(text_)}; }
 
 private:
     BSTR text_ = nullptr;

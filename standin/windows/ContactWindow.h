@@ -21,8 +21,9 @@ public:
     ContactWindow(const ContactWindow&) = delete;
     ContactWindow& operator=(const ContactWindow&) = delete;
 
-    HWND handle() const { return window_.get(); }
-    const std::wstring& account() const { return account_; }  // "" when no contact is open
+    [[nodiscard]] HWND handle() const { return window_.get(); }
+    // "" when no contact is open.
+    [[nodiscard]] const std::wstring& account() const { return account_; }
 
     void Show(const std::wstring& account);
     void Refresh();
@@ -32,7 +33,7 @@ private:
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam);
     void MakeControls();
-    HWND MakeControl(const wchar_t* className, const wchar_t* text, DWORD style,
+    HWND MakeControl(const wchar_t* controlClass, const wchar_t* text, DWORD style,
                      DWORD extendedStyle, int id);
     HWND MakeList(int id, const std::vector<const wchar_t*>& columns);
     void Arrange();
@@ -41,7 +42,7 @@ private:
     // Dials Phone1, Phone2 or Phone3, told by its place from 0 on.
     void DialPhone(std::size_t phone);
     void Step(int direction);
-    int Scaled(int pixels) const { return MulDiv(pixels, dpi_, 96); }
+    [[nodiscard]] int Scaled(int pixels) const { return MulDiv(pixels, dpi_, 96); }
 
     struct Field {
         HWND label = nullptr;

@@ -38,7 +38,7 @@ public:
     void Run();
 
     // The account in the contact window last used; nothing when no contact is open.
-    std::optional<std::wstring> CurrentAccount() const;
+    [[nodiscard]] std::optional<std::wstring> CurrentAccount() const;
     void ShowInCurrentWindow(const std::wstring& account);
     void ShowInNewWindow(const std::wstring& account);
     // Shows the contacts' data anew.
@@ -48,7 +48,7 @@ public:
     void ShowStatus(const std::wstring& message, long seconds);
 
     // The history record last inserted or opened; "" when there is none.
-    const std::wstring& CurrentHistory() const { return currentHistory_; }
+    [[nodiscard]] const std::wstring& CurrentHistory() const { return currentHistory_; }
     void SetCurrentHistory(const std::wstring& recordId) { currentHistory_ = recordId; }
 
     // Opens the Complete Call dialog for the current contact; false when no contact is open.
@@ -58,7 +58,7 @@ public:
     void OpenFindContact();
 
     // For the windows themselves.
-    const Options& options() const { return options_; }
+    [[nodiscard]] const Options& options() const { return options_; }
     Database& database() { return database_; }
     Dialer& dialer() { return dialer_; }
     void Use(ContactWindow* window) { current_ = window; }

@@ -15,7 +15,7 @@ public:
     DialogWindow& operator=(const DialogWindow&) = delete;
     virtual ~DialogWindow() = default;
 
-    HWND handle() const { return window_.get(); }
+    [[nodiscard]] HWND handle() const { return window_.get(); }
 
 protected:
     explicit DialogWindow(Desk& desk);

@@ -77,17 +77,17 @@ struct ControlSpec {
     [[nodiscard]] constexpr bool has(unsigned trait) const { return (traits & trait) != 0; }
 
     // The rest of a row, said behind what every row of its kind has.
-    constexpr ControlSpec EnabledBy(std::wstring_view control) const {
+    [[nodiscard]] constexpr ControlSpec EnabledBy(std::wstring_view control) const {
         ControlSpec spec = *this;
         spec.enabledBy = control;
         return spec;
     }
-    constexpr ControlSpec NeedsGoldMine67() const {
+    [[nodiscard]] constexpr ControlSpec NeedsGoldMine67() const {
         ControlSpec spec = *this;
         spec.traits |= ControlTrait::needsGoldMine67;
         return spec;
     }
-    constexpr ControlSpec Number(const NumberCheck& check) const {
+    [[nodiscard]] constexpr ControlSpec Number(const NumberCheck& check) const {
         ControlSpec spec = *this;
         spec.number = &check;
         return spec;
