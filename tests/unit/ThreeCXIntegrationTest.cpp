@@ -41,6 +41,8 @@ protected:
     }
     // The boxes of 3CX 14's plug-in are empty, and their labels say whose they are.
     void ExpectNoPlugin() {
+        EXPECT_FALSE(form.cmdChangeLogLevel.enabled());
+        EXPECT_FALSE(form.cmdOpenPluginLog.enabled());
         ExpectFilled(form.txtCommandLineAPIPluginDLLPath, L"");
         ExpectFilled(form.txtCommandLineAPILogLevel, L"");
         ExpectFilled(form.txtCommandLineAPILogPath, L"");
@@ -82,6 +84,8 @@ TEST_F(ThreeCXIntegrationTest, ACompleteInstallationIsShownWithoutAWarning) {
     ExpectFilled(form.txt3CXOutboundCallNotifierPath, L"C:\\3CX\\CallTriggerCmd.exe");
     ExpectFilled(form.txtCommandLineAPIPluginDLLPath, L"C:\\3CX\\CommandLineAPIPlugin.dll");
     ExpectFilled(form.txtCommandLineAPILogLevel, L"ImportantEvents");
+    EXPECT_TRUE(form.cmdChangeLogLevel.enabled());
+    EXPECT_TRUE(form.cmdOpenPluginLog.enabled());
     ExpectFilled(form.txtCommandLineAPILogPath,
                  L"C:\\Users\\ann\\AppData\\Roaming\\3CXCommandLineAPIPlugin\\Logs\\"
                  L"3CXCommandLineAPIPlugin.log");
