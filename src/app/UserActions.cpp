@@ -69,10 +69,10 @@ bool UserActions::MayLeave(TextBox& box, bool changed) {
     return mayLeave;
 }
 
-void UserActions::Activated() {
-    parts_.errors.Guard([this] {
+void UserActions::Activated(bool fromAnotherProgram) {
+    parts_.errors.Guard([this, fromAnotherProgram] {
         RunEnablingRulesOnActivation(parts_.form);
-        if (parts_.form.cmdProcessCall.enabled())
+        if (fromAnotherProgram && parts_.form.cmdProcessCall.enabled())
             parts_.form.SetFocus(parts_.form.cmdProcessCall);
     });
 }

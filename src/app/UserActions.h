@@ -49,7 +49,7 @@ public:
     void CheckBoxClicked(CheckBox& box) override;
     void OptionClicked(OptionButton& option) override;
     [[nodiscard]] bool MayLeave(TextBox& box, bool changed) override;
-    void Activated() override;
+    void Activated(bool fromAnotherProgram) override;
     [[nodiscard]] bool MayClose() override;
 
 private:

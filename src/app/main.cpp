@@ -3,6 +3,7 @@
 
 #include <exception>
 #include <new>
+#include <string>
 
 #include "app/Program.h"
 #include "platform/cRegistry.h"
@@ -18,6 +19,7 @@
 #include "platform/WindowsProcesses.h"
 #include "platform/WindowsShell.h"
 #include "ui/window/MainWindow.h"
+#include "util/Text.h"
 
 #include "Version.h"
 
@@ -27,8 +29,10 @@ using namespace corvane;
 
 void Run(HINSTANCE instance) {
     const ComApartment apartment;
+    const std::wstring commandLine = RawCommandLine();
     MainWindow window(instance);
-    SystemMessageBoxes boxes(&window);
+    SystemMessageBoxes boxes(
+        TrimBlanks(commandLine).empty() ? StartedBy::Hand : StartedBy::OtherProgram, &window);
     SystemClock clock(&window);
     GoldMineAutomation goldMine;
     const MsxmlXPathReader xpath;
@@ -38,7 +42,7 @@ void Run(HINSTANCE instance) {
     WindowsProcesses processes;
     WindowsShell shell;
     Program program({.info = RunningProgramInfo(versionMajor, versionMinor, versionRevision),
-                     .commandLine = RawCommandLine(),
+                     .commandLine = commandLine,
                      .goldMine = goldMine,
                      .xpath = xpath,
                      .registry = registry,
@@ -59,7 +63,8 @@ void Run(HINSTANCE instance) {
 int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR, int) {
     // Before there is a status writer: COM, memory or the program's own path could not be had.
     const auto tell = [](const RuntimeError& error) {
-        SystemMessageBoxes().Notify(RuntimeErrorText(error), BoxIcon::Critical);
+        SystemMessageBoxes(StartedBy::OtherProgram)
+            .Notify(RuntimeErrorText(error), BoxIcon::Critical);
     };
     try {
         Run(instance);

@@ -30,13 +30,24 @@ UINT StyleOf(BoxIcon icon) {
     }
 }
 
+// What the user typed before the box was there is no answer to it.
+void RemoveTypedKeys() {
+    MSG key;
+    while (PeekMessageW(&key, nullptr, WM_KEYFIRST, WM_KEYLAST, PM_REMOVE | PM_NOYIELD)) {
+    }
+}
+
 }  // namespace
 
 BoxAnswer SystemMessageBoxes::Show(std::wstring_view text, BoxButtons buttons, BoxIcon icon) {
     const HWND owner = window_ ? window_->handle() : nullptr;
     // The user may be in another program, on the phone: the box must not hide behind it. Windows
-    // may refuse the foreground to a program without a window; it cannot refuse the topmost place.
-    const UINT place = MB_SETFOREGROUND | (owner ? 0U : MB_SYSTEMMODAL);
+    // may refuse the foreground to a program that nobody started by hand; it cannot refuse the
+    // topmost place.
+    const bool byHand = startedBy_ == StartedBy::Hand;
+    const UINT place = MB_SETFOREGROUND | (byHand ? 0U : MB_TOPMOST);
+    if (!byHand)
+        RemoveTypedKeys();
     const UINT style = StyleOf(buttons) | StyleOf(icon) | place;
     switch (
         MessageBoxW(owner, std::wstring(text).c_str(), std::wstring(productName).c_str(), style)) {

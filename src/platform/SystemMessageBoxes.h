@@ -5,13 +5,20 @@
 
 namespace corvane {
 
-// The system's message box, before the program's window while that is shown.
+// Another program starts it for a call or with a number to dial, a person without parameters.
+enum class StartedBy { Hand, OtherProgram };
+
+// The system's message box, before the program's window while that is shown. In a run that nobody
+// started by hand it comes unasked for: it stands above all windows, and keys that the user typed
+// before do not answer it.
 class SystemMessageBoxes final : public MessageBoxes {
 public:
-    explicit SystemMessageBoxes(const ProgramWindow* window = nullptr) : window_(window) {}
+    explicit SystemMessageBoxes(StartedBy startedBy, const ProgramWindow* window = nullptr)
+        : startedBy_(startedBy), window_(window) {}
     BoxAnswer Show(std::wstring_view text, BoxButtons buttons, BoxIcon icon) override;
 
 private:
+    StartedBy startedBy_;
     const ProgramWindow* window_;
 };
 

@@ -351,6 +351,25 @@ TEST_F(KeyboardTest, ComingBackToTheWindowBringsTheFocusToProcessCallWhileItCanB
     DestroyWindow(other);
 }
 
+TEST_F(KeyboardTest, ABoxOfTheProgramLeavesTheFocusWhereItWas) {
+    GoldMine();
+    SetAll({{"chkAlwaysShowForm", "1"}, {"chkAutoProcess", "0"}, {"chkCreateHistory", "0"}});
+    ProgramRun run = Start(call);
+    const HWND window = Show(run);
+    BringToForeground(window);
+    Click(window, "cmdParams");
+    SelectTab(window, "tabstripParams", 2);
+    Focus(window, "cmdOpenPluginLog");
+    Press({VK_SPACE});
+    run.Answer("OK");
+    EXPECT_TRUE(WaitUntil([&] { return HasFocus(window, "cmdOpenPluginLog"); }))
+        << FocusedControl(window);
+    Press({VK_SPACE});
+    run.Answer("OK");
+    const Box noLog{"3CX Command Line API Plugin log file does not exist."};
+    Close(run, window, {noLog, noLog});
+}
+
 TEST_F(KeyboardTest, EnterDoesNothingWhileProcessCallCannotBePressed) {
     CloseGoldMine();
     ProgramRun run = Start("");

@@ -352,13 +352,23 @@ TEST_F(UserActionsTest, WhileTheDialogIsFilledInNoCallBeginsAndTheWindowClosesAf
 
 TEST_F(UserActionsTest, ActivationBringsTheFocusToAnEnabledProcessCall) {
     Program& made = Shown();
-    made.actions.Activated();
+    made.actions.Activated(true);
     EXPECT_EQ(made.form.focused(), nullptr);
     made.form.cmdProcessCall.setEnabled(true);
     made.form.chkAutoProcess.setEnabled(true);
-    made.actions.Activated();
+    made.actions.Activated(true);
     EXPECT_EQ(made.form.focused(), &made.form.cmdProcessCall);
     EXPECT_FALSE(made.form.chkAutoProcess.enabled()) << "Always show form is unchecked";
+}
+
+TEST_F(UserActionsTest, WhenABoxOfTheProgramClosesTheFocusStays) {
+    Program& made = Shown();
+    made.form.cmdProcessCall.setEnabled(true);
+    made.form.chkAutoProcess.setEnabled(true);
+    made.form.SetFocus(made.form.txtCommandLineAPILogLevel);
+    made.actions.Activated(false);
+    EXPECT_EQ(made.form.focused(), &made.form.txtCommandLineAPILogLevel);
+    EXPECT_FALSE(made.form.chkAutoProcess.enabled()) << "the rules run as on every activation";
 }
 
 }  // namespace

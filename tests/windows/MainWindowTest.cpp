@@ -187,6 +187,64 @@ TEST_F(MainWindowTest, TheFocusThatIsToldAsAClickSelectsNoOption) {
     EXPECT_EQ(actions.told, (std::vector<std::wstring>{L"option optProcessStart"}));
 }
 
+// A message box before the window, from its opening to its end.
+class BoxBefore {
+public:
+    explicit BoxBefore(HWND owner)
+        : owner_(owner),
+          box_(CreateWindowExW(0, WC_STATICW, L"box", WS_POPUP | WS_VISIBLE, 0, 0, 50, 50, owner,
+                               nullptr, GetModuleHandleW(nullptr), nullptr)) {
+        EnableWindow(owner_, FALSE);
+        SetActiveWindow(box_);
+    }
+    ~BoxBefore() {
+        EnableWindow(owner_, TRUE);
+        DestroyWindow(box_);
+    }
+    BoxBefore(const BoxBefore&) = delete;
+    BoxBefore& operator=(const BoxBefore&) = delete;
+
+private:
+    HWND owner_;
+    HWND box_;
+};
+
+TEST_F(MainWindowTest, AnActivationTellsWhetherTheUserComesFromAnotherProgram) {
+    Show();
+    EXPECT_EQ(actions.arrivals, actions.activations) << "to the window as it opens";
+    SetFocus(Native(form.cmdParams));
+    const auto activate = [this](WPARAM how) {
+        SendMessageW(window->handle(), WM_ACTIVATEAPP, how != WA_INACTIVE, 0);
+        SendMessageW(window->handle(), WM_ACTIVATE, how, 0);
+    };
+    const auto count = [this](const std::function<void()>& step) {
+        actions.activations = actions.arrivals = 0;
+        step();
+        return std::pair(actions.activations, actions.arrivals);
+    };
+    using Counted = std::pair<int, int>;
+
+    EXPECT_EQ(count([&] { const BoxBefore box(window->handle()); }), Counted(1, 0));
+    EXPECT_EQ(GetFocus(), Native(form.cmdParams));
+    EXPECT_EQ(count([&] {
+                  activate(WA_INACTIVE);
+                  activate(WA_ACTIVE);
+              }),
+              Counted(1, 1));
+    EXPECT_EQ(count([&] {
+                  const BoxBefore box(window->handle());
+                  SendMessageW(window->handle(), WM_ACTIVATEAPP, FALSE, 0);
+                  SendMessageW(window->handle(), WM_ACTIVATEAPP, TRUE, 0);
+              }),
+              Counted(1, 0))
+        << "the user came to the box";
+    EXPECT_EQ(count([&] {
+                  activate(WA_INACTIVE);
+                  activate(WA_CLICKACTIVE);
+              }),
+              Counted(1, 1));
+}
+
 TEST_F(MainWindowTest, ClosingWaitsForTheAnswerToAMessageBox) {
     Show();
     EnableWindow(window->handle(), FALSE);  // as a message box of the window's does

@@ -48,7 +48,10 @@ public:
             onLeave();
         return mayLeave;
     }
-    void Activated() override { ++activations; }
+    void Activated(bool fromAnotherProgram) override {
+        ++activations;
+        arrivals += fromAnotherProgram ? 1 : 0;
+    }
     bool MayClose() override {
         ++closeQuestions;
         if (onClose)
@@ -64,6 +67,7 @@ public:
     bool mayLeave = true;
     bool mayClose = true;
     int activations = 0;
+    int arrivals = 0;  // of these, from another program
     int closeQuestions = 0;
 };
 

@@ -36,7 +36,6 @@ struct SeenBox {
     HICON icon = nullptr;
     HWND owner = nullptr;
     bool ownerEnabled = false;
-    bool topmost = false;
 };
 
 // Reads a box and presses one of its buttons.
@@ -44,7 +43,6 @@ SeenBox ReadAndPress(HWND box, const std::wstring& caption) {
     SeenBox seen;
     seen.owner = GetWindow(box, GW_OWNER);
     seen.ownerEnabled = seen.owner && IsWindowEnabled(seen.owner);
-    seen.topmost = (GetWindowLongPtrW(box, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0;
     HWND pressed = nullptr;
     for (HWND child = GetWindow(box, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
         if (!IsWindowVisible(child))
@@ -92,7 +90,7 @@ protected:
     }
 
     FakeWindow window;
-    SystemMessageBoxes boxes{&window};
+    SystemMessageBoxes boxes{StartedBy::Hand, &window};
     SeenBox seen;
 };
 
@@ -143,10 +141,76 @@ TEST_F(SystemMessageBoxesTest, IconIsTheNamedOneOrNone) {
 TEST_F(SystemMessageBoxesTest, BoxHasNoOwnerUnlessOneIsShown) {
     ShowAndPress(L"x", BoxButtons::Ok, BoxIcon::None, L"OK");
     EXPECT_EQ(seen.owner, nullptr);
-    EXPECT_TRUE(seen.topmost) << "a program without a window may not take the foreground";
-    boxes = SystemMessageBoxes();
+    boxes = SystemMessageBoxes(StartedBy::Hand);
     ShowAndPress(L"x", BoxButtons::Ok, BoxIcon::None, L"OK");
     EXPECT_EQ(seen.owner, nullptr);
+}
+
+// What the program asks Windows for: Wine 8 puts no box above all windows by its topmost flag.
+#ifdef _WIN64
+extern decltype(&MessageBoxW) importedMessageBox __asm__("__imp_MessageBoxW");
+#else
+extern decltype(&MessageBoxW) importedMessageBox __asm__("__imp__MessageBoxW@16");
+#endif
+
+void ImportMessageBox(decltype(&MessageBoxW) function) {
+    DWORD before = 0;
+    ASSERT_TRUE(
+        VirtualProtect(&importedMessageBox, sizeof(importedMessageBox), PAGE_READWRITE, &before));
+    importedMessageBox = function;
+}
+
+UINT askedStyle = 0;
+
+int WINAPI KeepAskedStyle(HWND, LPCWSTR, LPCWSTR, UINT style) {
+    askedStyle = style;
+    return IDOK;
+}
+
+TEST_F(SystemMessageBoxesTest, UnaskedBoxStandsAboveAllWindowsAndIsNotSystemModal) {
+    // A system-modal box has an icon that is not the program's in its title.
+    constexpr UINT modality = MB_SYSTEMMODAL | MB_TASKMODAL;
+    const auto windowsOwn = importedMessageBox;
+    ImportMessageBox(&KeepAskedStyle);
+    for (const HWND shown : {HWND{}, GetDesktopWindow()}) {
+        window.shown = shown;
+        SystemMessageBoxes(StartedBy::OtherProgram, &window).Notify(L"x", BoxIcon::Critical);
+        EXPECT_EQ(askedStyle & (MB_TOPMOST | MB_SETFOREGROUND | modality),
+                  UINT{MB_TOPMOST | MB_SETFOREGROUND});
+        SystemMessageBoxes(StartedBy::Hand, &window).Notify(L"x", BoxIcon::Critical);
+        EXPECT_EQ(askedStyle & (MB_TOPMOST | MB_SETFOREGROUND | modality), UINT{MB_SETFOREGROUND});
+    }
+    ImportMessageBox(windowsOwn);
+}
+
+std::vector<UINT> receivedByWindow;
+
+LRESULT CALLBACK KeepReceived(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if ((message >= WM_KEYFIRST && message <= WM_KEYLAST) || message == WM_APP)
+        receivedByWindow.push_back(message);
+    return DefWindowProcW(window, message, wParam, lParam);
+}
+
+TEST_F(SystemMessageBoxesTest, KeysTypedBeforeAnUnaskedBoxGoNowhere) {
+    const HWND typedInto = CreateWindowExW(0, L"Static", L"", WS_POPUP, 0, 0, 10, 10, nullptr,
+                                           nullptr, GetModuleHandleW(nullptr), nullptr);
+    ASSERT_NE(typedInto, nullptr);
+    SetWindowLongPtrW(typedInto, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&KeepReceived));
+    const std::vector<UINT> keys = {WM_KEYDOWN, WM_CHAR, WM_KEYUP, WM_SYSKEYDOWN, WM_SYSKEYUP};
+    for (const StartedBy startedBy : {StartedBy::OtherProgram, StartedBy::Hand}) {
+        receivedByWindow.clear();
+        for (const UINT key : keys)
+            PostMessageW(typedInto, key, VK_SPACE, 1);
+        PostMessageW(typedInto, WM_APP, 0, 0);
+        boxes = SystemMessageBoxes(startedBy, &window);
+
+        ShowAndPress(L"x", BoxButtons::Ok, BoxIcon::None, L"OK");
+
+        const bool byHand = startedBy == StartedBy::Hand;
+        EXPECT_EQ(std::erase(receivedByWindow, UINT{WM_APP}), 1U) << "what is no key is served";
+        EXPECT_EQ(receivedByWindow.empty(), !byHand);
+    }
+    DestroyWindow(typedInto);
 }
 
 TEST_F(SystemMessageBoxesTest, OwnerIsDisabledWhileItsBoxIsShown) {
@@ -160,7 +224,6 @@ TEST_F(SystemMessageBoxesTest, OwnerIsDisabledWhileItsBoxIsShown) {
 
     EXPECT_EQ(seen.owner, owner);
     EXPECT_FALSE(seen.ownerEnabled);
-    EXPECT_FALSE(seen.topmost);
     EXPECT_TRUE(IsWindowEnabled(owner));
     DestroyWindow(owner);
 }

@@ -24,7 +24,7 @@ public:
     void CheckBoxClicked(CheckBox&) override {}
     void OptionClicked(OptionButton&) override {}
     bool MayLeave(TextBox&, bool) override { return true; }
-    void Activated() override {}
+    void Activated(bool) override {}
     bool MayClose() override { return true; }
 };
 

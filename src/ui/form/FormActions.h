@@ -17,7 +17,8 @@ public:
     virtual void OptionClicked(OptionButton& option) = 0;
     // The box already holds what was typed. False keeps the focus in it.
     [[nodiscard]] virtual bool MayLeave(TextBox& box, bool changed) = 0;
-    virtual void Activated() = 0;
+    // The window became active: the user comes from another program, or a box of this one closed.
+    virtual void Activated(bool fromAnotherProgram) = 0;
     // False keeps the window open.
     [[nodiscard]] virtual bool MayClose() = 0;
 };

@@ -164,6 +164,10 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         case BoxVisit::focusSettled:
             visit_->OnFocusSettled();
             return 0;
+        case WM_ACTIVATEAPP:
+            // With a box before the window it is the box that the user comes to.
+            fromAnotherProgram_ = wParam && IsWindowEnabled(window_);
+            break;
         case WM_ACTIVATE:
             OnActivate(LOWORD(wParam) != WA_INACTIVE);
             return 0;
@@ -227,8 +231,9 @@ void MainWindow::OnActivate(bool active) {
     if (!IsChild(window_, lastFocus_))
         lastFocus_ = GetNextDlgTabItem(window_, nullptr, FALSE);
     ::SetFocus(lastFocus_);
+    const bool fromAnotherProgram = std::exchange(fromAnotherProgram_, false);
     if (!controls_->showing())
-        actions_->Activated();
+        actions_->Activated(fromAnotherProgram);
 }
 
 void MainWindow::OnDpiChanged(UINT dpi, const RECT& suggested) {

@@ -60,9 +60,10 @@ private:
     std::optional<ControlWindows> controls_;
     std::optional<BoxVisit> visit_;
     std::optional<Keyboard> keyboard_;
-    HWND lastFocus_ = nullptr;   // comes back when the window becomes active again
-    bool askedToClose_ = false;  // the actions are being asked
-    bool closeWaits_ = false;    // for the user's answer to a message box
+    HWND lastFocus_ = nullptr;        // comes back when the window becomes active again
+    bool fromAnotherProgram_ = true;  // comes the user who activates the window next
+    bool askedToClose_ = false;       // the actions are being asked
+    bool closeWaits_ = false;         // for the user's answer to a message box
 };
 
 }  // namespace corvane
