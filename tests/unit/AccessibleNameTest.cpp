@@ -38,6 +38,10 @@ INSTANTIATE_TEST_SUITE_P(
         NamedControl{L"tabstripParams", L"Parameters"},
         NamedControl{L"cmdOpenLog", L"Open this program's log file"},
         NamedControl{L"cmdOpenGMINI", L"Open the GoldMine GM.INI file"},
+        NamedControl{L"subframePopMoment",
+                     L"Search on inbound call even if not creating GoldMine history:"},
+        NamedControl{L"subframeHistoryMoment",
+                     L"If contact found, create GoldMine Call History item when call"},
         NamedControl{L"subframeContactWindow", L"Show GoldMine contact in"},
         NamedControl{L"subFrameHistoryType", L"Open before saving in history"},
         // Their captions and labels say it already.

@@ -150,6 +150,22 @@ TEST_F(ControlWindowsTest, FolderBoxIsGreyedWhileItCannotBeUsed) {
     EXPECT_EQ(ColourOf(Native(form.txtLinkedItemPath)), GetSysColor(COLOR_WINDOW));
 }
 
+TEST_F(ControlWindowsTest, TheCaptionOfAFrameIsGreyedWithIt) {
+    Control& outbound = form.control(L"frameOutboundDialing");
+    outbound.setEnabled(false);
+    Show();
+    const auto captionIsUsable = [this](const Control& frame) {
+        return IsWindowEnabled(FindWindowExW(Native(frame), nullptr, WC_BUTTONW,
+                                             frame.caption().c_str())) != FALSE;
+    };
+    EXPECT_FALSE(captionIsUsable(outbound));
+    EXPECT_TRUE(captionIsUsable(form.frameGlobal));
+    outbound.setEnabled(true);
+    EXPECT_TRUE(captionIsUsable(outbound));
+    outbound.setEnabled(false);
+    EXPECT_FALSE(captionIsUsable(outbound));
+}
+
 TEST_F(ControlWindowsTest, LabelsAreWrittenInTheSystemsColour) {
     Show();
     const HWND label = Native(form.lblDelayAddingLinkSeconds);

@@ -1,7 +1,12 @@
 #include <algorithm>
+#include <array>
+#include <initializer_list>
+#include <map>
+#include <set>
 
 #include "ui/window/ControlWindows.h"
 #include "ui/window/Dpi.h"
+#include "util/Text.h"
 #include "windows/MainWindowTest.h"
 
 namespace corvane::test {
@@ -35,37 +40,68 @@ std::string Described(const Control& control) {
     return std::string(name.begin(), name.end()) + "(" + std::to_string(control.spec().index) + ")";
 }
 
-// Measures text as a control draws it, in nine points: Windows' own message font has them, and the
-// one of the machine that tests may be smaller.
-class TextMeasure {
+// What Windows' message font, Segoe UI in nine points, takes of the screen. Machines that test do
+// not have it, and what they have is smaller: the widths of its characters are these figures,
+// about, and so are the heights of its lines.
+class MessageFont {
 public:
-    TextMeasure(HWND control, UINT dpi) : device_(GetDC(control)), control_(control) {
-        LOGFONTW description{};
-        const auto font = reinterpret_cast<HFONT>(SendMessageW(control, WM_GETFONT, 0, 0));
-        EXPECT_NE(GetObjectW(font, sizeof(description), &description), 0);
-        constexpr int points = 9;
-        constexpr int pointsPerInch = 72;
-        const int height = MulDiv(points, static_cast<int>(dpi), pointsPerInch);
-        description.lfHeight = std::min<LONG>(description.lfHeight, -height);
-        font_ = UniqueFont(CreateFontIndirectW(&description));
-        SelectObject(device_, font_.get());
-    }
-    ~TextMeasure() { ReleaseDC(control_, device_); }
-    TextMeasure(const TextMeasure&) = delete;
-    TextMeasure& operator=(const TextMeasure&) = delete;
+    explicit MessageFont(UINT dpi) : dpi_(static_cast<int>(dpi)) {}
 
-    // Width and height, wrapped to a width if one is given.
-    [[nodiscard]] SIZE Of(const std::wstring& text, LONG wrapWidth = 0) const {
-        RECT place{0, 0, wrapWidth, 0};
-        const UINT wrap = wrapWidth ? DT_WORDBREAK : 0;
-        DrawTextW(device_, text.c_str(), -1, &place, DT_CALCRECT | wrap);
-        return {place.right, place.bottom};
+    [[nodiscard]] LONG Lines(int count) const {
+        static const std::map<int, int> heights = {{96, 15}, {120, 20}, {144, 25}, {192, 32}};
+        return heights.at(dpi_) * count;
+    }
+    [[nodiscard]] LONG Width(std::wstring_view text) const {
+        LONG width = 0;
+        for (const wchar_t character : text)
+            width += WidthOf(character);
+        return width;
+    }
+    // How many lines the text takes when it is wrapped at blanks.
+    [[nodiscard]] int LinesOf(std::wstring_view text, LONG room) const {
+        int lines = 1;
+        LONG used = 0;
+        while (!text.empty()) {
+            const auto end = std::min(text.find_first_of(L" \n"), text.size());
+            const LONG word = Width(text.substr(0, end));
+            if (used > 0 && used + word > room) {
+                ++lines;
+                used = 0;
+            }
+            used += word;
+            if (end == text.size())
+                break;
+            used += Width(text.substr(end, 1));
+            if (text[end] == L'\n') {
+                ++lines;
+                used = 0;
+            }
+            text.remove_prefix(end + 1);
+        }
+        return lines;
     }
 
 private:
-    HDC device_;
-    HWND control_;
-    UniqueFont font_;
+    [[nodiscard]] LONG WidthOf(wchar_t character) const {
+        // Of 2048 to the size of the font, for blank to tilde.
+        constexpr std::array<int, 95> widths = {
+            561,  582,  803,  1210, 1104, 1676, 1639, 471,  618,  618,  854,  1401, 444,  819,
+            444,  797,  1104, 1104, 1104, 1104, 1104, 1104, 1104, 1104, 1104, 1104, 444,  444,
+            1401, 1401, 1401, 918,  1956, 1321, 1174, 1268, 1436, 1036, 999,  1406, 1454, 545,
+            731,  1188, 963,  1839, 1532, 1544, 1147, 1544, 1225, 1087, 1073, 1407, 1272, 1913,
+            1208, 1132, 1169, 618,  776,  618,  1401, 850,  549,  1042, 1204, 946,  1206, 1071,
+            641,  1206, 1158, 496,  496,  1018, 496,  1764, 1158, 1200, 1204, 1206, 711,  869,
+            694,  1158, 981,  1479, 940,  991,  926,  618,  490,  618,  1401};
+        if (character < L' ' || character > L'~')
+            return 0;
+        constexpr int unitsToTheEm = 2048;
+        constexpr int points = 9;
+        constexpr int pointsPerInch = 72;
+        const int em = MulDiv(points, dpi_, pointsPerInch);
+        return MulDiv(widths[static_cast<std::size_t>(character - L' ')], em, unitsToTheEm);
+    }
+
+    int dpi_;
 };
 
 SIZE ClientSize(HWND window) {
@@ -119,51 +155,64 @@ protected:
     }
     void ExpectCaptionFits(const Control& control, UINT dpi) const {
         const HWND native = Native(control);
-        if (control.spec().has(ControlTrait::plain))
+        const ControlSpec& spec = control.spec();
+        if (spec.has(ControlTrait::plain))
             return;
-        // A frame's caption is that of the group box inside it.
-        const bool isFrame = control.spec().kind == ControlKind::Frame;
-        const TextMeasure measure(isFrame ? BorderOf(native) : native, dpi);
-        const SIZE room = ClientSize(native);
-        const std::wstring text = TextOf(native);
-        const auto pixels = [dpi](int at96) { return MulDiv(at96, static_cast<int>(dpi), 96); };
-        SIZE needed{};
-        switch (control.spec().kind) {
+        const MessageFont font(dpi);
+        SIZE room = ClientSize(native);
+        // Such a caption takes of its place what it needs in the machine's own font.
+        if (spec.has(ControlTrait::atBottom))
+            room.cy = Pixels(spec.place.top + spec.place.height, dpi) - Pixels(spec.place.top, dpi);
+        std::wstring text = TextOf(native);
+        if (spec.kind != ControlKind::Label)
+            std::erase(text, L'&');
+        SIZE needed{font.Width(text), font.Lines(1)};
+        switch (spec.kind) {
             case ControlKind::Label:
-                needed = measure.Of(text, room.cx);
+                needed = {0, font.Lines(font.LinesOf(text, room.cx))};
                 break;
             case ControlKind::CheckBox:
-            case ControlKind::OptionButton: {
-                const int mark = pixels(13 + 4);
-                const bool wraps = control.spec().has(ControlTrait::multiLine);
-                needed = measure.Of(text, wraps ? room.cx - mark : 0);
-                needed.cx += mark;
+            case ControlKind::OptionButton:
+                if (spec.has(ControlTrait::multiLine))
+                    needed = {0, font.Lines(font.LinesOf(text, room.cx - Mark(dpi)))};
+                else
+                    needed.cx += Mark(dpi);
                 break;
-            }
             case ControlKind::CommandButton:
-                needed = measure.Of(text);
-                needed.cx += pixels(12);
-                needed.cy += pixels(4);
+                needed.cx += At(12, dpi);
+                needed.cy += At(4, dpi);
                 break;
             case ControlKind::TextBox:
-                needed = {0, measure.Of(L"Ag").cy};
+                needed.cx = 0;
                 break;
             case ControlKind::Frame:
+                // Its caption is that of the group box inside it.
                 EXPECT_EQ(TextOf(BorderOf(native)), text);
-                needed = {measure.Of(text).cx + pixels(24), measure.Of(text).cy};
+                needed.cx += At(24, dpi);
                 break;
-            case ControlKind::TabStrip: {
-                RECT last{};
-                const auto count = SendMessageW(native, TCM_GETITEMCOUNT, 0, 0);
-                SendMessageW(native, TCM_GETITEMRECT, static_cast<WPARAM>(count - 1),
-                             reinterpret_cast<LPARAM>(&last));
+            case ControlKind::TabStrip:
+                needed = {TabsWidth(control, font, dpi), 0};
                 EXPECT_EQ(SendMessageW(native, TCM_GETROWCOUNT, 0, 0), 1);
-                needed.cx = last.right;
                 break;
-            }
         }
         EXPECT_LE(needed.cx, room.cx) << Described(control) << " at " << dpi;
         EXPECT_LE(needed.cy, room.cy) << Described(control) << " at " << dpi;
+    }
+    // A figure that is so many pixels at 96 dots per inch.
+    static int At(int pixels, UINT dpi) { return MulDiv(pixels, static_cast<int>(dpi), 96); }
+    static int Pixels(int twips, UINT dpi) { return MulDiv(twips, static_cast<int>(dpi), 1440); }
+    // The box or the circle before a caption, with the gap behind it.
+    static int Mark(UINT dpi) { return At(13 + 4, dpi); }
+    [[nodiscard]] LONG TabsWidth(const Control& strip, const MessageFont& font, UINT dpi) const {
+        LONG width = 0;
+        for (int tab = 0;
+             RowOfControl(Form::FramesOf(static_cast<const TabStrip&>(strip)), tab) != noControl;
+             ++tab) {
+            const Control& page =
+                form.control(Form::FramesOf(static_cast<const TabStrip&>(strip)), tab);
+            width += font.Width(page.caption()) + At(12, dpi);
+        }
+        return width;
     }
     void ExpectNoOverlap(const Places& places, UINT dpi) const {
         const auto& controls = form.controls();
@@ -194,6 +243,7 @@ protected:
 // The places in a window that was made for the resolution.
 Places PlacesMadeFor(UINT dpi) {
     Form form;
+    SetLongestCaptions(form);
     const HWND parent = CreateWindowExW(0, WC_STATICW, L"", WS_POPUP, 0, 0, 3000, 3000, nullptr,
                                         nullptr, GetModuleHandleW(nullptr), nullptr);
     ControlWindows controls(form, GetModuleHandleW(nullptr));
@@ -237,6 +287,94 @@ TEST_F(WindowLayoutTest, MovedFromMonitorToMonitorItIsAsIfMadeForEach) {
     }
     MoveToMonitor(dpiAtStart);
     ExpectSame(form, PlacesNow(), atStart, dpiAtStart);
+}
+
+// The edge of a control on its page, in twips.
+int LeftOnPage(const Form& form, const Control& control) {
+    int left = 0;
+    for (const Control* at = &control;
+         !at->spec().has(ControlTrait::plain) ||
+         (at->name() != L"frameOptions" && at->name() != L"frameParams");
+         at = &form.control(at->spec().parent, at->spec().parentIndex)) {
+        left += at->spec().place.left;
+    }
+    return left;
+}
+
+TEST_F(WindowLayoutTest, ColumnsOfOptionsLineUp) {
+    const auto lefts = [this](std::initializer_list<const Control*> controls) {
+        std::set<int> different;
+        for (const Control* control : controls)
+            different.insert(LeftOnPage(form, *control));
+        return different;
+    };
+    EXPECT_EQ(lefts({&form.optPhone123, &form.optPopOnInboundCallConnect, &form.optPopCurrentWindow,
+                     &form.optProcessEnd}),
+              std::set<int>{3000});
+    EXPECT_EQ(lefts({&form.optPopOnInboundCallStart, &form.optProcessStart}), std::set<int>{480});
+    EXPECT_EQ(lefts({&form.optOpenHistoryBeforeSaving, &form.optOpenHistoryAfterSaving}),
+              std::set<int>{600});
+    EXPECT_EQ(lefts({&form.txtLinkedItemPath, &form.chkDelayAddingLink,
+                     &form.chkConfirmRecentRecordingFile, &form.chkConfirmLinkCallIdentifier,
+                     &form.chkAutoProcess}),
+              std::set<int>{420});
+}
+
+TEST_F(WindowLayoutTest, BoxesStandRightBehindTheirWords) {
+    constexpr int atMost = 270;  // twips
+    const auto& controls = form.controls();
+    int boxes = 0;
+    for (std::size_t row = 1; row < controls.size(); ++row) {
+        const ControlSpec& words = controls[row - 1]->spec();
+        const Place& box = controls[row]->spec().place;
+        if (words.kind != ControlKind::CheckBox ||
+            controls[row]->spec().kind != ControlKind::TextBox || box.top > words.place.top)
+            continue;
+        ++boxes;
+        for (const UINT dpi : {96U, 120U, 144U, 192U}) {
+            const LONG end = Pixels(words.place.left, dpi) + Mark(dpi) +
+                             MessageFont(dpi).Width(TrimBlanks(words.caption));
+            const LONG gap = Pixels(box.left, dpi) - end;
+            EXPECT_GE(gap, Pixels(60, dpi)) << Described(*controls[row]);
+            EXPECT_LE(gap, Pixels(atMost, dpi)) << Described(*controls[row]);
+        }
+    }
+    EXPECT_EQ(boxes, 6);
+}
+
+TEST_F(WindowLayoutTest, CaptionsEndAtTheirBoxesHoweverManyLinesTheyTake) {
+    form.ToggleParams();
+    Show();
+    int captions = 0;
+    const auto expectNoHole = [&](const char* when) {
+        const auto& controls = form.controls();
+        captions = 0;
+        for (std::size_t row = 0; row + 1 < controls.size(); ++row) {
+            if (!controls[row]->spec().has(ControlTrait::atBottom))
+                continue;
+            ++captions;
+            const Places places = PlacesNow();
+            const UINT dpi = DpiOfWindow(window->handle());
+            EXPECT_LE(places[row + 1].top - places[row].bottom, Pixels(30, dpi)) << when;
+            const LONG height = places[row].bottom - places[row].top;
+            TEXTMETRICW metrics{};
+            const HDC device = GetDC(Native(*controls[row]));
+            SelectObject(device, reinterpret_cast<HGDIOBJ>(
+                                     SendMessageW(Native(*controls[row]), WM_GETFONT, 0, 0)));
+            GetTextMetricsW(device, &metrics);
+            ReleaseDC(Native(*controls[row]), device);
+            const std::wstring text = TextOf(Native(*controls[row]));
+            const auto breaks = std::count(text.begin(), text.end(), L'\n');
+            EXPECT_GE(height, metrics.tmHeight * (breaks + 1)) << Described(*controls[row]) << when;
+            EXPECT_LE(height, metrics.tmHeight * (breaks + 2)) << Described(*controls[row]) << when;
+        }
+    };
+    expectNoHole("as they come");
+    SetLongestCaptions(form);
+    expectNoHole("when they grow");
+    form.lblParam(ParamLabel::plugin).setCaption(L"one line");
+    expectNoHole("when they shrink");
+    EXPECT_EQ(captions, 5);
 }
 
 TEST_F(WindowLayoutTest, ThePanelOpensInTheWidthOfTheMonitor) {

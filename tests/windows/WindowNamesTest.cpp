@@ -158,12 +158,14 @@ constexpr SpokenControl spokenControls[] = {
     {L"chkCallerIDIgnoreLeading1", L"Ignore leading \"1\" if CallerID is 11 digits long"},
     {L"chkCallerIDRemoveSpaces", L"Remove spaces from CallerID"},
     {L"chkPopOnInboundCall", L"Search on inbound call even if not creating GoldMine history:"},
+    {L"subframePopMoment", L"Search on inbound call even if not creating GoldMine history:"},
     {L"optPopOnInboundCallStart", L"while call is ringing or"},
     {L"optPopOnInboundCallConnect", L"when you answer the call"},
     {L"subframeContactWindow", L"Show GoldMine contact in"},
     {L"optPopCurrentWindow", L"current window"},
     {L"optPopNewWindow", L"a new window"},
     {L"chkCreateHistory", L"If contact found, create GoldMine Call History item when call"},
+    {L"subframeHistoryMoment", L"If contact found, create GoldMine Call History item when call"},
     {L"optProcessStart", L"starts"},
     {L"optProcessConnect", L"connects or"},
     {L"optProcessEnd", L"ends"},
@@ -292,27 +294,31 @@ TEST_F(WindowNamesTest, WhateverIsVisibleAtOnceEachLetterPressesOneControl) {
     }
 }
 
+HWND TooltipsOf(HWND window) {
+    HWND tooltips = nullptr;
+    do {
+        tooltips = FindWindowExW(nullptr, tooltips, TOOLTIPS_CLASSW, nullptr);
+    } while (tooltips && GetWindow(tooltips, GW_OWNER) != window);
+    return tooltips;
+}
+
 // The tips of the window's tooltip control, by the control over which they appear.
 Names TipsOf(HWND window) {
     Names tips;
-    HWND tooltips = nullptr;
-    while ((tooltips = FindWindowExW(nullptr, tooltips, TOOLTIPS_CLASSW, nullptr))) {
-        if (GetWindow(tooltips, GW_OWNER) != window)
-            continue;
-        const auto count = static_cast<WPARAM>(SendMessageW(tooltips, TTM_GETTOOLCOUNT, 0, 0));
-        for (WPARAM number = 0; number < count; ++number) {
-            constexpr WPARAM longest = 1000;
-            wchar_t text[longest] = {};
-            TTTOOLINFOW tool{};
-            tool.cbSize = sizeof(tool);
-            EXPECT_TRUE(
-                SendMessageW(tooltips, TTM_ENUMTOOLSW, number, reinterpret_cast<LPARAM>(&tool)));
-            EXPECT_TRUE(tool.uFlags & TTF_IDISHWND);
-            EXPECT_TRUE(tool.uFlags & TTF_SUBCLASS) << "so that it comes by itself";
-            tool.lpszText = text;
-            SendMessageW(tooltips, TTM_GETTEXTW, longest, reinterpret_cast<LPARAM>(&tool));
-            tips[reinterpret_cast<HWND>(tool.uId)] = text;
-        }
+    const HWND tooltips = TooltipsOf(window);
+    const auto count = static_cast<WPARAM>(SendMessageW(tooltips, TTM_GETTOOLCOUNT, 0, 0));
+    for (WPARAM number = 0; number < count; ++number) {
+        constexpr WPARAM longest = 1000;
+        wchar_t text[longest] = {};
+        TTTOOLINFOW tool{};
+        tool.cbSize = sizeof(tool);
+        EXPECT_TRUE(
+            SendMessageW(tooltips, TTM_ENUMTOOLSW, number, reinterpret_cast<LPARAM>(&tool)));
+        EXPECT_TRUE(tool.uFlags & TTF_IDISHWND);
+        EXPECT_TRUE(tool.uFlags & TTF_SUBCLASS) << "so that it comes by itself";
+        tool.lpszText = text;
+        SendMessageW(tooltips, TTM_GETTEXTW, longest, reinterpret_cast<LPARAM>(&tool));
+        tips[reinterpret_cast<HWND>(tool.uId)] = text;
     }
     return tips;
 }
@@ -350,6 +356,66 @@ TEST_F(MainWindowTest, TipsSayWhatTheOptionsAreFor) {
     EXPECT_EQ(tips.at(Native(form.cmdSaveSettings)),
               L"Save the settings you made on this form and use them on all future calls");
     EXPECT_EQ(tips.at(Native(form.txtNotifType)), L"S/C/E = Started / Connected / Ended");
+}
+
+TEST_F(MainWindowTest, TipsStandForHalfAMinute) {
+    Show();
+    EXPECT_EQ(SendMessageW(TooltipsOf(window->handle()), TTM_GETDELAYTIME, TTDT_AUTOPOP, 0), 30000);
+}
+
+// Rests the mouse upon a control that Windows gives no mouse, and tells the window beneath so.
+void MouseOverDisabled(HWND control, HWND beneath) {
+    RECT place{};
+    GetWindowRect(control, &place);
+    POINT mouse{(place.left + place.right) / 2, (place.top + place.bottom) / 2};
+    SetCursorPos(mouse.x, mouse.y);
+    ScreenToClient(beneath, &mouse);
+    SendMessageW(beneath, WM_MOUSEMOVE, 0, MAKELPARAM(mouse.x, mouse.y));
+}
+
+// The text of the tip that comes then.
+std::wstring TipOverDisabled(HWND control, HWND beneath) {
+    const HWND tooltips = TooltipsOf(GetAncestor(beneath, GA_ROOT));
+    SendMessageW(tooltips, TTM_SETDELAYTIME, TTDT_INITIAL, 10);
+    MouseOverDisabled(control, beneath);
+    constexpr WPARAM longest = 1000;
+    wchar_t text[longest] = {};
+    TTTOOLINFOW tool{};
+    tool.cbSize = sizeof(tool);
+    tool.lpszText = text;
+    EXPECT_TRUE(PumpUntil([&] {
+        return IsWindowVisible(tooltips) &&
+               SendMessageW(tooltips, TTM_GETCURRENTTOOLW, 0, reinterpret_cast<LPARAM>(&tool)) != 0;
+    }));
+    EXPECT_EQ(tool.hwnd, beneath);
+    SendMessageW(tooltips, TTM_GETTEXTW, longest, reinterpret_cast<LPARAM>(&tool));
+    return text;
+}
+
+TEST_F(MainWindowTest, DisabledOptionsHaveTheirTipsToo) {
+    form.SelectTab(form.tabstripOptions, OptionsTab::history);
+    Show();
+    form.txtLinkedItemPath.setEnabled(false);
+    form.chkDelayAddingLink.setEnabled(false);
+    const HWND page = Native(form.frameOptions(OptionsTab::history));
+    EXPECT_EQ(TipOverDisabled(Native(form.txtLinkedItemPath), page),
+              form.txtLinkedItemPath.spec().tip);
+    EXPECT_EQ(TipOverDisabled(Native(form.chkDelayAddingLink), page),
+              form.chkDelayAddingLink.spec().tip);
+
+    const HWND tooltips = TooltipsOf(window->handle());
+    const auto count = SendMessageW(tooltips, TTM_GETTOOLCOUNT, 0, 0);
+    MouseOverDisabled(Native(form.lblDelayAddingLinkSeconds), page);
+    EXPECT_EQ(SendMessageW(tooltips, TTM_GETTOOLCOUNT, 0, 0), count - 1) << "it has no tip";
+
+    // The mouse goes through disabled frames to what lies beneath them.
+    form.control(L"subframeHistorySequence").setEnabled(false);
+    form.optOpenHistoryAfterSaving.setEnabled(false);
+    EXPECT_EQ(TipOverDisabled(Native(form.optOpenHistoryAfterSaving), page),
+              form.optOpenHistoryAfterSaving.spec().tip);
+    form.frameOptions(OptionsTab::history).setEnabled(false);
+    EXPECT_EQ(TipOverDisabled(Native(form.txtLinkedItemPath), window->handle()),
+              form.txtLinkedItemPath.spec().tip);
 }
 
 TEST_F(MainWindowTest, ATipThatChangesIsShownAsItIsNow) {

@@ -26,6 +26,7 @@ inline constexpr unsigned multiLine = 4;   // a text box of many lines, or a cap
 inline constexpr unsigned plain = 8;       // a frame without border: it only groups
 inline constexpr unsigned byDefault = 16;  // the button that Enter presses
 inline constexpr unsigned needsGoldMine67 = 32;  // usable with GoldMine 6.7 or later only
+inline constexpr unsigned atBottom = 64;         // a caption that ends at its place's lower edge
 }  // namespace ControlTrait
 
 // An option's places, from 1, in the order of loading and saving, and in that of restoring
@@ -85,6 +86,11 @@ struct ControlSpec {
     [[nodiscard]] constexpr ControlSpec NeedsGoldMine67() const {
         ControlSpec spec = *this;
         spec.traits |= ControlTrait::needsGoldMine67;
+        return spec;
+    }
+    [[nodiscard]] constexpr ControlSpec AtBottom() const {
+        ControlSpec spec = *this;
+        spec.traits |= ControlTrait::atBottom;
         return spec;
     }
     [[nodiscard]] constexpr ControlSpec Number(const NumberCheck& check) const {
@@ -213,8 +219,8 @@ constexpr ControlSpec Strip(std::wstring_view name, Place place) {
     return Row(ControlKind::TabStrip, name, {}, {}, place, ControlTrait::none);
 }
 
-inline constexpr Place optionsPage{195, 930, 6930, 5460};
-inline constexpr Place paramsPage{7635, 930, 5850, 5460};
+inline constexpr Place optionsPage{195, 990, 6930, 5460};
+inline constexpr Place paramsPage{7635, 990, 5850, 5460};
 
 inline constexpr std::wstring_view options = L"frameOptions";
 inline constexpr std::wstring_view params = L"frameParams";
@@ -256,8 +262,8 @@ consteval auto Rows() {
         Label(L"lblOverview",
               L"Welcome to Halvorn Corvane to 3CX. Set each option below for your environment. "
               L"Hover over an option for help. Press the Save Settings button when done.",
-              {120, 60, 7080, 435}),
-        Strip(L"tabstripOptions", {120, 540, 7080, 5925}),
+              {120, 60, 7080, 500}),
+        Strip(L"tabstripOptions", {120, 600, 7080, 5925}),
 
         // General
         Page(options, OptionsTab::general, L"General", optionsPage),
@@ -271,15 +277,15 @@ consteval auto Rows() {
         Check(L"chkTrimOutboundPrefix", L"Trim all but the last",
               L"If GoldMine passes in a number for outbound dialing that is longer than this, "
               L"trim digits at the beginning",
-              L"1", {2, 1}, {180, 345, 2100, 285}),
+              L"1", {2, 1}, {180, 345, 1905, 285}),
         Setting(L"txtOutboundMaxLength",
                 L"If GoldMine passes in a number for outbound dialing that is longer than this, "
                 L"trim digits at the beginning",
-                L"10", {3, 2}, {2340, 330, 480, 315})
+                L"10", {3, 2}, {2115, 330, 480, 315})
             .EnabledBy(L"chkTrimOutboundPrefix")
             .Number(lengthCheck),
         Label(L"lblOutboundMaxLength", L"digits before dialing outbound number",
-              {2910, 375, 3600, 255}),
+              {2685, 375, 3825, 255}),
 
         // CallerID Handling
         Page(options, OptionsTab::callerID, L"CallerID Handling", optionsPage),
@@ -290,10 +296,10 @@ consteval auto Rows() {
               {120, 345, 6690, 255}),
         Option(L"optPhone1Only", L"Search Phone1 only",
                L"Only search GoldMine's Phone1 field for CallerID", L"False", L"phone fields",
-               {4, 3}, {120, 720, 2700, 285}),
+               {4, 3}, {120, 720, 2820, 285}),
         Option(L"optPhone123", L"Search Phone1, Phone2, and Phone3",
                L"Search GoldMine's Phone1, Phone2 and Phone3 fields for CallerID", L"True",
-               L"phone fields", {5, 4}, {2940, 720, 3870, 285})
+               L"phone fields", {5, 4}, {3000, 720, 3810, 285})
             .NeedsGoldMine67(),
         Check(L"chkSearchInAddlContacts",
               L"Search for CallerID in Additional Contacts if not found in Primary ",
@@ -302,18 +308,18 @@ consteval auto Rows() {
               L"0", {6, 5}, {120, 1065, 6690, 285}),
         Check(L"chkIgnoreShortCallerID", L"Ignore invocation from 3CX if CallerID is fewer than ",
               L"Suppress short CallerIDs (e.g. from local extensions)", L"1", {7, 8},
-              {120, 1500, 4560, 285}),
+              {120, 1500, 4485, 285}),
         Setting(L"txtCallerIDMinLength", L"Suppress short CallerIDs (e.g. from local extensions)",
-                L"6", {8, 9}, {4740, 1485, 480, 315})
+                L"6", {8, 9}, {4635, 1485, 480, 315})
             .EnabledBy(L"chkIgnoreShortCallerID")
             .Number(lengthCheck),
-        Label(L"lblCallerIDMinLength", L"digits", {5310, 1530, 1200, 255}),
+        Label(L"lblCallerIDMinLength", L"digits", {5205, 1530, 1200, 255}),
         Check(L"chkFormatCallerID", L"Format CallerID before searching:",
               L"Before searching GoldMine, apply this format to the numeric CallerID", L"1", {9, 6},
-              {120, 1875, 3120, 285}),
+              {120, 1875, 3060, 285}),
         Setting(L"txtCallerIDFormat",
                 L"Before searching GoldMine, apply this format to the numeric CallerID",
-                L"(###)###-####", {10, 7}, {3300, 1860, 2400, 315}),
+                L"(###)###-####", {10, 7}, {3210, 1860, 2400, 315}),
         Check(L"chkCallerIDIgnoreLeading1", L"Ignore leading \"1\" if CallerID is 11 digits long",
               L"If 3CX passes a leading \"1\" for Country Code = US, but numbers in GoldMine do "
               L"not include the leading \"1\", check this box to triim the leading \"1\" before "
@@ -326,38 +332,42 @@ consteval auto Rows() {
               L"Search on inbound call even if not creating GoldMine history:",
               L"Bring up the caller's GoldMine record on every inbound call", L"1", {13, 14},
               {120, 3030, 6690, 285}),
+        Group(L"subframePopMoment", L"", {480, 3375, 6330, 300}, plain),
         Option(L"optPopOnInboundCallStart", L"while call is ringing or",
                L"Search when the inbound call starts to ring", L"True", L"pop moment", {14, 15},
-               {480, 3375, 2460, 285})
+               {0, 0, 2460, 285})
             .EnabledBy(L"chkPopOnInboundCall"),
         Option(L"optPopOnInboundCallConnect", L"when you answer the call",
                L"Search when you answer the inbound call", L"False", L"pop moment", {15, 16},
-               {3000, 3375, 3600, 285})
+               {2520, 0, 3600, 285})
             .EnabledBy(L"chkPopOnInboundCall"),
+        End(),
         Group(L"subframeContactWindow", L"", {120, 3780, 6690, 375}, plain),
-        Label(L"lblContactWindow", L"Show GoldMine contact in", {0, 75, 2280, 255}),
+        Label(L"lblContactWindow", L"Show GoldMine contact in", {0, 75, 2820, 255}),
         Option(L"optPopCurrentWindow", L"current window",
                L"Show the contact in GoldMine's current contact window", L"False",
-               L"contact window", {16, 12}, {2340, 45, 1800, 285}),
+               L"contact window", {16, 12}, {2880, 45, 1800, 285}),
         Option(L"optPopNewWindow", L"a new window",
                L"Show the contact in a new GoldMine contact window", L"True", L"contact window",
-               {17, 13}, {4200, 45, 1800, 285}),
+               {17, 13}, {4740, 45, 1800, 285}),
 
         // GoldMine History
         Page(options, OptionsTab::history, L"GoldMine History", optionsPage),
         Check(L"chkCreateHistory", L"If contact found, create GoldMine Call History item when call",
               L"Record the call in the history of the GoldMine contact that was found", L"1",
               {21, 17}, {120, 60, 6690, 285}),
+        Group(L"subframeHistoryMoment", L"", {480, 375, 6330, 300}, plain),
         Option(L"optProcessStart", L"starts", L"Create the history item when the call starts",
-               L"False", L"history moment", {18, 18}, {480, 375, 1200, 285})
+               L"False", L"history moment", {18, 18}, {0, 0, 1200, 285})
             .EnabledBy(L"chkCreateHistory"),
         Option(L"optProcessConnect", L"connects or",
                L"Create the history item when the call is connected", L"True", L"history moment",
-               {19, 19}, {1740, 375, 1500, 285})
+               {19, 19}, {1260, 0, 1200, 285})
             .EnabledBy(L"chkCreateHistory"),
         Option(L"optProcessEnd", L"ends", L"Create the history item when the call ends", L"False",
-               L"history moment", {20, 20}, {3300, 375, 1500, 285})
+               L"history moment", {20, 20}, {2520, 0, 1500, 285})
             .EnabledBy(L"chkCreateHistory"),
+        End(),
         Check(L"chkFillInRef", L"Fill in Ref with text showing incoming/outgoing and CallerID",
               L"Fill in the history item's Reference, e.g. Ended incoming call from (555)123-4567",
               L"1", {29, 21}, {120, 750, 6690, 285})
@@ -376,14 +386,14 @@ consteval auto Rows() {
         Option(L"optCompleteCallByType",
                L"Complete Scheduled Call on outbound calls and  Unscheduled Call on inbound calls",
                L"Choose GoldMine's Complete Call dialog by the direction of the call", L"True",
-               L"history type", {33, 24}, {0, 0, 5730, 465}, multiLine),
+               L"history type", {33, 24}, {0, 0, 5730, 500}, multiLine),
         Option(L"optCompleteScheduledCall", L"Always complete Scheduled Call",
                L"Complete a call that is scheduled in GoldMine's calendar", L"False",
-               L"history type", {34, 25}, {0, 495, 5730, 285})
+               L"history type", {34, 25}, {0, 525, 5730, 285})
             .EnabledBy(L"optOpenHistoryBeforeSaving"),
         Option(L"optCompleteUnscheduledCall", L"Always complete Unscheduled Call",
                L"Complete a call that is not scheduled in GoldMine's calendar", L"False",
-               L"history type", {35, 26}, {0, 810, 5730, 285})
+               L"history type", {35, 26}, {0, 840, 5730, 285})
             .EnabledBy(L"optOpenHistoryBeforeSaving"),
         End(),
         Option(L"optOpenHistoryAfterSaving",
@@ -405,26 +415,26 @@ consteval auto Rows() {
             .EnabledBy(L"chkCreateLink"),
         Check(L"chkDelayAddingLink", L"Delay adding link for",
               L"Wait so that 3CX can create the recording before the folder is searched", L"1",
-              {24, 30}, {420, 4365, 2160, 285})
+              {24, 30}, {420, 4365, 2025, 285})
             .EnabledBy(L"chkCreateLink"),
         Setting(L"txtDelayAddingLinkSeconds",
                 L"Wait so that 3CX can create the recording before the folder is searched", L"3",
-                {25, 31}, {2640, 4350, 600, 315})
+                {25, 31}, {2475, 4350, 600, 315})
             .EnabledBy(L"chkDelayAddingLink")
             .Number(secondsCheck),
         Label(L"lblDelayAddingLinkSeconds", L"seconds (give 3CX time to create)",
-              {3330, 4395, 3480, 255})
+              {3165, 4395, 3645, 255})
             .EnabledBy(L"chkCreateLink"),
         Check(L"chkConfirmRecentRecordingFile", L"Only add link if file was created in the last",
               L"Do not link a recording that is too old to belong to this call", L"1", {26, 32},
-              {420, 4725, 4080, 285})
+              {420, 4725, 3765, 285})
             .EnabledBy(L"chkCreateLink"),
         Setting(L"txtRecordingFileMaxAgeSeconds",
                 L"Do not link a recording that is too old to belong to this call", L"20", {27, 33},
-                {4560, 4710, 600, 315})
+                {4215, 4710, 600, 315})
             .EnabledBy(L"chkConfirmRecentRecordingFile")
             .Number(secondsCheck),
-        Label(L"lblRecordingFileMaxAgeSeconds", L"seconds", {5250, 4755, 1500, 255})
+        Label(L"lblRecordingFileMaxAgeSeconds", L"seconds", {4905, 4755, 1500, 255})
             .EnabledBy(L"chkCreateLink"),
         Check(L"chkConfirmLinkCallIdentifier",
               L"Only add link if file name includes the 3CX Call Identifier no.",
@@ -447,12 +457,12 @@ consteval auto Rows() {
               L"Write Status messages to a log file", L"0", {0, 37}, {180, 315, 6300, 285}),
         Check(L"chkLogCOMCalls", L"Log GoldMine interactions longer than",
               L"Write a Status message for each GoldMine command that takes this long or longer",
-              L"1", {38, 38}, {180, 720, 3600, 285}),
+              L"1", {38, 38}, {180, 720, 3495, 285}),
         Setting(L"txtCOMDurationSeconds",
                 L"Write a Status message for each GoldMine command that takes this long or longer",
-                L"1", {39, 39}, {3840, 705, 480, 315})
+                L"1", {39, 39}, {3705, 705, 480, 315})
             .Number(durationCheck),
-        Label(L"lblCOMDurationSeconds", L"seconds", {4410, 750, 1500, 255}),
+        Label(L"lblCOMDurationSeconds", L"seconds", {4275, 750, 1500, 255}),
 
         // Status and About
         Page(options, OptionsTab::status, L"Status", optionsPage),
@@ -463,19 +473,19 @@ consteval auto Rows() {
 
         // Buttons
         Button(L"cmdParams", paramsCaptionClosed,
-               L"Show parameters and other detailed program information", {120, 6600, 1320, 375}),
+               L"Show parameters and other detailed program information", {120, 6660, 1320, 375}),
         Button(L"cmdDefaults", L"Restore &Defaults", L"Restore the default settings",
-               {1500, 6600, 1560, 375}),
+               {1500, 6660, 1560, 375}),
         Button(L"cmdSaveSettings", L"&Save Settings",
                L"Save the settings you made on this form and use them on all future calls",
-               {3120, 6600, 1440, 375}),
+               {3120, 6660, 1440, 375}),
         Button(L"cmdProcessCall", L"Process &Call",
                L"Process the inbound or outbound call based on the specified parameters",
-               {4620, 6600, 1320, 375}, byDefault),
-        Button(L"cmdExit", L"E&xit", L"Close the program", {6000, 6600, 1200, 375}),
+               {4620, 6660, 1320, 375}, byDefault),
+        Button(L"cmdExit", L"E&xit", L"Close the program", {6000, 6660, 1200, 375}),
 
         // Params from GoldMine
-        Strip(L"tabstripParams", {7560, 540, 6000, 5925}),
+        Strip(L"tabstripParams", {7560, 600, 6000, 5925}),
         Page(params, ParamsTab::fromGoldMine, L"Params from GoldMine", paramsPage),
         Label(L"lblParam", L"Outbound Phone:", {120, 165, 2040, 255}),
         Box(L"txtOutboundPhone", L"Number to dial", {2220, 120, 3450, 315}),
@@ -503,45 +513,50 @@ consteval auto Rows() {
 
         // Paths
         Page(params, ParamsTab::paths, L"Paths", paramsPage),
-        Label(L"lblParam", 12, L"Path to this program:", {120, 60, 5550, 255}),
-        Box(L"txtAppPath", L"", {120, 315, 5550, 315}, readOnly),
+        Label(L"lblParam", 12, L"Path to this program:", {120, 60, 5610, 255}),
+        Box(L"txtAppPath", L"", {120, 315, 5610, 315}, readOnly),
         Label(L"lblParam", ParamLabel::goldMinePath,
-              L"Path to GoldMine installation (including gmw.exe):", {120, 705, 5550, 255}),
-        Box(L"txtGMInstallDir", L"", {120, 960, 5550, 315}, readOnly),
-        Label(L"lblParam", 14, L"Path to GoldMine <user>.INI file:", {120, 1350, 5550, 255}),
-        Box(L"txtGoldMineUserIniPath", L"", {120, 1605, 4500, 315}, readOnly),
+              L"Path to GoldMine installation (including gmw.exe):", {120, 705, 5610, 255}),
+        Box(L"txtGMInstallDir", L"", {120, 960, 5610, 315}, readOnly),
+        Label(L"lblParam", 14, L"Path to GoldMine <user>.INI file:", {120, 1350, 5610, 255}),
+        Box(L"txtGoldMineUserIniPath", L"", {120, 1605, 4560, 315}, readOnly),
         Button(L"cmdOpenUserINI", L"Open", L"Open the GoldMine <user>.INI file",
-               {4710, 1605, 960, 315}),
-        Label(L"lblParam", 15, L"Path to GoldMine GM.INI file:", {120, 1995, 5550, 255}),
-        Box(L"txtGoldMineGMIniPath", L"", {120, 2250, 4500, 315}, readOnly),
-        Button(L"cmdOpenGMINI", L"Open", L"Open the GoldMine GM.INI file", {4710, 2250, 960, 315}),
-        Label(L"lblParam", 16, L"Path to this program's log file:", {120, 2640, 5550, 255}),
-        Box(L"txtLogPath", L"", {120, 2895, 4500, 315}, readOnly),
-        Button(L"cmdOpenLog", L"Open", L"Open this program's log file", {4710, 2895, 960, 315}),
+               {4770, 1605, 960, 315}),
+        Label(L"lblParam", 15, L"Path to GoldMine GM.INI file:", {120, 1995, 5610, 255}),
+        Box(L"txtGoldMineGMIniPath", L"", {120, 2250, 4560, 315}, readOnly),
+        Button(L"cmdOpenGMINI", L"Open", L"Open the GoldMine GM.INI file", {4770, 2250, 960, 315}),
+        Label(L"lblParam", 16, L"Path to this program's log file:", {120, 2640, 5610, 255}),
+        Box(L"txtLogPath", L"", {120, 2895, 4560, 315}, readOnly),
+        Button(L"cmdOpenLog", L"Open", L"Open this program's log file", {4770, 2895, 960, 315}),
         Label(L"lblParam", ParamLabel::pluginLogLevel, L"3CX Command Line API Plugin log level:",
-              {120, 3285, 5550, 465}),
-        Box(L"txtCommandLineAPILogLevel", L"", {120, 3750, 2340, 315}, readOnly),
+              {120, 3285, 5610, 500})
+            .AtBottom(),
+        Box(L"txtCommandLineAPILogLevel", L"", {120, 3800, 2340, 315}, readOnly),
         Button(L"cmdChangeLogLevel", L"Set to log AllEvents",
-               L"Change how much the 3CX Command Line API Plugin logs", {2550, 3750, 3120, 315}),
+               L"Change how much the 3CX Command Line API Plugin logs", {2550, 3800, 3180, 315}),
         Label(L"lblParam", ParamLabel::pluginLogPath,
-              L"Path to 3CX Command Line API Plugin log file:", {120, 4140, 5550, 465}),
-        Box(L"txtCommandLineAPILogPath", L"", {120, 4605, 4500, 315}, readOnly),
+              L"Path to 3CX Command Line API Plugin log file:", {120, 4190, 5610, 500})
+            .AtBottom(),
+        Box(L"txtCommandLineAPILogPath", L"", {120, 4705, 4560, 315}, readOnly),
         Button(L"cmdOpenPluginLog", L"Open", L"Open the 3CX Command Line API Plugin log file",
-               {4710, 4605, 960, 315}),
+               {4770, 4705, 960, 315}),
 
         // Registry
         Page(params, ParamsTab::registry, L"Registry", paramsPage),
-        Label(L"lbl3CXInfo", L"", {120, 90, 5550, 255}),
+        Label(L"lbl3CXInfo", L"", {120, 90, 5610, 255}),
         Label(L"lblParam", ParamLabel::crmCallNotifier,
               L"3CX calls this program to handle inbound and outbound call events:",
-              {120, 480, 5550, 465}),
-        Box(L"txt3CXCRMCallNotifierPath", L"", {120, 960, 5550, 315}, readOnly),
+              {120, 465, 5610, 500})
+            .AtBottom(),
+        Box(L"txt3CXCRMCallNotifierPath", L"", {120, 980, 5610, 315}, readOnly),
         Label(L"lblParam", ParamLabel::outboundCallNotifier,
-              L"CorvaneTo3CX calls this program to dial out via 3CX:", {120, 1440, 5550, 690}),
-        Box(L"txt3CXOutboundCallNotifierPath", L"", {120, 2145, 5550, 315}, readOnly),
+              L"CorvaneTo3CX calls this program to dial out via 3CX:", {120, 1380, 5610, 750})
+            .AtBottom(),
+        Box(L"txt3CXOutboundCallNotifierPath", L"", {120, 2145, 5610, 315}, readOnly),
         Label(L"lblParam", ParamLabel::plugin, L"3CX uses this plugin to call CorvaneTo3CX.exe:",
-              {120, 2625, 5550, 690}),
-        Box(L"txtCommandLineAPIPluginDLLPath", L"", {120, 3330, 5550, 315}, readOnly),
+              {120, 2565, 5610, 750})
+            .AtBottom(),
+        Box(L"txtCommandLineAPIPluginDLLPath", L"", {120, 3330, 5610, 315}, readOnly),
     });
 }
 

@@ -1,5 +1,6 @@
 #include "ui/window/ControlWindows.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "ui/form/AccessibleName.h"
@@ -120,9 +121,7 @@ void ControlWindows::Create(HWND window, UINT dpi) {
     frame.lpszClassName = frameClass;
     RegisterClassExW(&frame);
 
-    tooltips_ = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr,
-                                WS_POPUP | TTS_NOPREFIX | TTS_ALWAYSTIP, 0, 0, 0, 0, window,
-                                nullptr, instance_, nullptr);
+    tips_.Create(window);
     TakeFont();
     for (const Control* control : form_.controls())
         CreateControl(*control);
@@ -137,7 +136,7 @@ void ControlWindows::CreateControl(const Control& control) {
     const HWND parent =
         spec.parent.empty() ? window_ : windows_[RowOfControl(spec.parent, spec.parentIndex)];
     const auto id = reinterpret_cast<HMENU>(static_cast<INT_PTR>(ControlId(control.row())));
-    const RECT place = Pixels(spec.place);
+    const RECT place = PlaceOf(control);
     const int width = place.right - place.left;
     const int height = place.bottom - place.top;
     DWORD style = WS_CHILD | kind.style;
@@ -151,9 +150,11 @@ void ControlWindows::CreateControl(const Control& control) {
     const auto font = reinterpret_cast<WPARAM>(font_.get());
     SendMessageW(native, WM_SETFONT, font, FALSE);
     if (HasBorder(spec)) {
-        const HWND border = CreateWindowExW(0, WC_BUTTONW, control.caption().c_str(),
-                                            WS_CHILD | WS_VISIBLE | BS_GROUPBOX, 0, 0, width,
-                                            height, native, nullptr, instance_, nullptr);
+        const DWORD borderStyle =
+            WS_CHILD | WS_VISIBLE | BS_GROUPBOX | (control.enabled() ? 0 : DWORD{WS_DISABLED});
+        const HWND border =
+            CreateWindowExW(0, WC_BUTTONW, control.caption().c_str(), borderStyle, 0, 0, width,
+                            height, native, nullptr, instance_, nullptr);
         SendMessageW(border, WM_SETFONT, font, FALSE);
         borders_[control.row()] = border;
     }
@@ -177,7 +178,7 @@ void ControlWindows::CreateControl(const Control& control) {
     if (spec.kind == ControlKind::OptionButton)
         MarkTabStop(static_cast<const OptionButton&>(control));
     if (!control.tooltip().empty())
-        ShowTooltip(control);
+        tips_.Set(native, control.tooltip());
 }
 
 void ControlWindows::NameForScreenReaders() const {
@@ -207,18 +208,21 @@ void ControlWindows::AddTabs(const TabStrip& strip) {
     }
 }
 
-// A control gets its tool when it has its first tip; most never have one.
-void ControlWindows::ShowTooltip(const Control& control) {
-    TTTOOLINFOW tool{};
-    tool.cbSize = sizeof(tool);
-    tool.uFlags = TTF_SUBCLASS | TTF_IDISHWND;
-    tool.hwnd = window_;
-    tool.uId = reinterpret_cast<UINT_PTR>(of(control));
-    const auto argument = reinterpret_cast<LPARAM>(&tool);
-    const bool known = SendMessageW(tooltips_, TTM_GETTOOLINFOW, 0, argument) != FALSE;
-    std::wstring text = control.tooltip();
-    tool.lpszText = text.data();
-    SendMessageW(tooltips_, known ? TTM_UPDATETIPTEXTW : TTM_ADDTOOLW, 0, argument);
+void ControlWindows::ShowTipFor(const MSG& received) {
+    POINT mouse{static_cast<short>(LOWORD(received.lParam)),
+                static_cast<short>(HIWORD(received.lParam))};
+    ClientToScreen(received.hwnd, &mouse);
+    const auto isThere = [&](const Control* control) {
+        RECT place{};
+        return !control->tooltip().empty() && IsWindowVisible(of(*control)) &&
+               GetWindowRect(of(*control), &place) && PtInRect(&place, mouse);
+    };
+    const auto& controls = form_.controls();
+    const auto found = std::find_if(controls.begin(), controls.end(), isThere);
+    if (found == controls.end())
+        tips_.ShowOver(nullptr, {}, received);
+    else
+        tips_.ShowOver(of(**found), (*found)->tooltip(), received);
 }
 
 int ControlWindows::Pixels(int twips) const {
@@ -231,10 +235,29 @@ RECT ControlWindows::Pixels(const Place& place) const {
             Pixels(place.top + place.height)};
 }
 
+// A caption stands close to the box to which it belongs, however many lines it takes.
+RECT ControlWindows::PlaceOf(const Control& control) const {
+    RECT place = Pixels(control.spec().place);
+    if (control.spec().has(ControlTrait::atBottom)) {
+        const int height = HeightOf(control.caption(), place.right - place.left);
+        place.top = std::max(place.top, place.bottom - height);
+    }
+    return place;
+}
+
+int ControlWindows::HeightOf(const std::wstring& text, int width) const {
+    const UniqueScreen screen(GetDC(nullptr));
+    const HGDIOBJ former = SelectObject(screen.get(), font_.get());
+    RECT needed{0, 0, width, 0};
+    DrawTextW(screen.get(), text.c_str(), -1, &needed, DT_CALCRECT | DT_WORDBREAK | DT_NOPREFIX);
+    SelectObject(screen.get(), former);
+    return needed.bottom;
+}
+
 void ControlWindows::TakeFont() {
     font_ = CreateMessageFont(dpi_);
     constexpr int tipWidth = 5400;
-    SendMessageW(tooltips_, TTM_SETMAXTIPWIDTH, 0, Pixels(tipWidth));
+    tips_.SetMaximumWidth(Pixels(tipWidth));
 }
 
 void ControlWindows::Layout(UINT dpi) {
@@ -252,7 +275,7 @@ void ControlWindows::CutOutPages() {
 }
 
 void ControlWindows::PlaceControl(const Control& control) {
-    const RECT place = Pixels(control.spec().place);
+    const RECT place = PlaceOf(control);
     const int width = place.right - place.left;
     const int height = place.bottom - place.top;
     const auto font = reinterpret_cast<WPARAM>(font_.get());
@@ -318,10 +341,12 @@ void ControlWindows::ShowAspect(const Control& control, ControlAspect aspect) {
             break;
         case ControlAspect::Enabled:
             EnableWindow(of(control), control.enabled());
+            if (const HWND border = borders_[control.row()])
+                EnableWindow(border, control.enabled());
             MarkTabStops(control);
             break;
         case ControlAspect::Tooltip:
-            ShowTooltip(control);
+            tips_.Set(of(control), control.tooltip());
             break;
         case ControlAspect::Visible:
             ShowWindow(of(control), IsShown(control) ? SW_SHOWNA : SW_HIDE);
@@ -339,6 +364,8 @@ void ControlWindows::ShowText(const Control& control) {
         isBox ? static_cast<const TextBox&>(control).text() : control.caption();
     if (!text.empty() || GetWindowTextLengthW(of(control)) > 0)
         SetWindowTextW(of(control), text.c_str());
+    if (control.spec().has(ControlTrait::atBottom))
+        PlaceControl(control);
 }
 
 void ControlWindows::ShowValue(const Control& control) const {
@@ -408,6 +435,11 @@ std::wstring ControlWindows::TextOf(HWND window) {
 
 LRESULT CALLBACK ControlWindows::FrameProcedure(HWND frame, UINT message, WPARAM wParam,
                                                 LPARAM lParam) {
+    if (message >= WM_MOUSEFIRST && message <= WM_MOUSELAST) {
+        const MSG received{frame, message, wParam, lParam, 0, {}};
+        SendMessageW(GetAncestor(frame, GA_ROOT), mouseOverFrame, 0,
+                     reinterpret_cast<LPARAM>(&received));
+    }
     switch (message) {
         case WM_COMMAND:
         case WM_NOTIFY:

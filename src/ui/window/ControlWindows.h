@@ -7,6 +7,7 @@
 #include "platform/kit/Handles.h"
 #include "ui/form/Form.h"
 #include "ui/window/StatusBox.h"
+#include "ui/window/ToolTips.h"
 
 namespace corvane {
 
@@ -38,6 +39,13 @@ public:
     [[nodiscard]] TextBox* TextBoxOf(HWND native) const;
     [[nodiscard]] static std::wstring TextOf(HWND window);
 
+    // Sent to the window with the address of a mouse message that a frame received; ShowTipFor is
+    // for it, and for the window's own.
+    static constexpr UINT mouseOverFrame = WM_APP + 2;
+    // The tip of the disabled control that is seen where the mouse is: the window beneath received
+    // the message.
+    void ShowTipFor(const MSG& received);
+
     // An option button is just getting the focus; Windows tells that as a click.
     [[nodiscard]] bool focusArrives() const { return focusArrives_; }
 
@@ -45,7 +53,6 @@ private:
     static LRESULT CALLBACK FrameProcedure(HWND frame, UINT message, WPARAM wParam, LPARAM lParam);
     void CreateControl(const Control& control);
     void AddTabs(const TabStrip& strip);
-    void ShowTooltip(const Control& control);
     void NameForScreenReaders() const;
     void TakeFont();
     void PlaceControl(const Control& control);
@@ -58,13 +65,15 @@ private:
     void MarkTabStops(const Control& changed) const;
     [[nodiscard]] int Pixels(int twips) const;
     [[nodiscard]] RECT Pixels(const Place& place) const;
+    [[nodiscard]] RECT PlaceOf(const Control& control) const;
+    [[nodiscard]] int HeightOf(const std::wstring& text, int width) const;
     [[nodiscard]] bool IsShown(const Control& control) const;
     [[nodiscard]] bool IsInParamsArea(const Control& control) const;
 
     const Form& form_;
     HINSTANCE instance_;
     HWND window_ = nullptr;
-    HWND tooltips_ = nullptr;
+    ToolTips tips_;
     UINT dpi_ = 96;
     UniqueFont font_;
     bool paramsShown_ = false;

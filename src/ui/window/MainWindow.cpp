@@ -151,7 +151,12 @@ LRESULT CALLBACK MainWindow::WindowProcedure(HWND window, UINT message, WPARAM w
 }
 
 LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message >= WM_MOUSEFIRST && message <= WM_MOUSELAST)
+        controls_->ShowTipFor({window_, message, wParam, lParam, 0, {}});
     switch (message) {
+        case ControlWindows::mouseOverFrame:
+            controls_->ShowTipFor(*reinterpret_cast<const MSG*>(lParam));
+            return 0;
         case WM_COMMAND:
             OnCommand(LOWORD(wParam), HIWORD(wParam));
             return 0;
