@@ -362,7 +362,7 @@ consteval auto Rows() {
             .EnabledBy(L"chkCreateHistory"),
         Option(L"optProcessConnect", L"connects or",
                L"Create the history item when the call is connected", L"True", L"history moment",
-               {19, 19}, {1260, 0, 1200, 285})
+               {19, 19}, {1080, 0, 1380, 285})
             .EnabledBy(L"chkCreateHistory"),
         Option(L"optProcessEnd", L"ends", L"Create the history item when the call ends", L"False",
                L"history moment", {20, 20}, {2520, 0, 1500, 285})
