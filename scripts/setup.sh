@@ -34,6 +34,7 @@ run_packages=(
     libxinerama1
     libxrandr2
     libxrender1
+    locales # other countries' number and date forms, and code pages
     wine
     wine64
     xvfb

@@ -41,7 +41,8 @@ use_wine() {
     export WINELOADER=$loader WINESERVER=$server
     # No .NET and no browser engine: Wine would ask to download them. No entries in the user's menus.
     export WINEDLLOVERRIDES="mscoree=;mshtml=;winemenubuilder.exe="
-    # Unix file names are UTF-8, and the Windows locale is the same on every machine.
-    export LC_ALL=C.UTF-8
+    # Unix file names are UTF-8, and the Windows locale is the same on every machine; a test names
+    # another one.
+    export LC_ALL=${CORVANE_LOCALE:-C.UTF-8}
     unset LANG LANGUAGE
 }
