@@ -19,7 +19,10 @@ std::unique_ptr<MshtmlDocument> MshtmlDocument::Create() {
                                 reinterpret_cast<void**>(document.GetAddressOf())))) {
         return nullptr;
     }
-    return std::make_unique<MshtmlDocument>(DispatchObject(std::move(document)));
+    SitedDocument sited = ForbidActiveContent(*document.Get());
+    if (!sited)
+        return nullptr;
+    return std::make_unique<MshtmlDocument>(DispatchObject(std::move(document)), std::move(sited));
 }
 
 void MshtmlDocument::InsertAtStartOfBody(const std::wstring& existingHtml,

@@ -2,7 +2,7 @@
 
 #include "platform/kit/Bstr.h"
 #include "platform/kit/ComError.h"
-#include "platform/kit/ComObject.h"
+#include "platform/kit/DispatchByNumber.h"
 
 namespace corvane {
 
@@ -11,21 +11,11 @@ namespace {
 using Microsoft::WRL::ComPtr;
 
 // The receiving end: decodes the event's arguments and tells the listener.
-class Sink final : public ComObject<IDispatch> {
+class Sink final : public DispatchByNumber<> {
 public:
     Sink(const IID& eventInterface, DISPID windowUpDown, WindowUpDownListener& listener)
         : eventInterface_(eventInterface), windowUpDown_(windowUpDown), listener_(listener) {}
 
-    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
-        if (!count)
-            return E_POINTER;
-        *count = 0;
-        return S_OK;
-    }
-    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
-        return E_NOTIMPL;
-    }
     HRESULT STDMETHODCALLTYPE Invoke(DISPID member, REFIID, LCID, WORD, DISPPARAMS* parameters,
                                      VARIANT*, EXCEPINFO*, UINT*) override {
         if (member != windowUpDown_)
@@ -58,7 +48,7 @@ public:
 
 private:
     [[nodiscard]] bool Answers(REFIID id) const override {
-        return ComObject::Answers(id) || IsEqualIID(id, eventInterface_);
+        return DispatchByNumber::Answers(id) || IsEqualIID(id, eventInterface_);
     }
 
     IID eventInterface_;
