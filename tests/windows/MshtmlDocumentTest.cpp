@@ -31,6 +31,7 @@ struct EngineScript {
     std::map<std::wstring, std::wstring> texts;  // by property, "body.innertext"
     std::map<std::wstring, HRESULT> failures;    // by member
     std::map<std::wstring, VARTYPE> nothings;    // by property: an answer of that type and no value
+    bool bodyMustBeWritten = false;              // there is none before a text that has one
     IID lacked = IID_NULL;                       // an interface that the document does not have
 
     // What became of the client site. Its answer is known once the document was told to ask.
@@ -102,6 +103,8 @@ public:
         for (UINT argument = parameters->cArgs; argument-- > 0;)
             call += L" [" + TextOf(parameters->rgvarg[argument]) + L"]";
         script_.calls.push_back(call);
+        if (script_.bodyMustBeWritten && call.starts_with(L"write [<body"))
+            script_.nothings.erase(L"body");
         if (kind == DISPATCH_PROPERTYGET) {
             result->vt = VT_BSTR;
             result->bstrVal = Bstr(script_.texts.at(name)).release();
@@ -132,6 +135,8 @@ public:
                          std::vector<std::wstring>{L"open", L"write", L"close", L"body",
                                                    L"readystate", L"documentelement"}) {
         ++script.documents;
+        if (script.bodyMustBeWritten)
+            script.nothings[L"body"] = VT_DISPATCH;
     }
 
     HRESULT STDMETHODCALLTYPE SetClientSite(IOleClientSite* site) override {
@@ -291,6 +296,34 @@ TEST_F(MshtmlDocumentTest, ADocumentWithoutABodyIsATypeMismatch) {
         EXPECT_EQ(ErrorOf([&] { static_cast<void>(document->VisibleText(L"a")); }).number, 13)
             << type;
     }
+}
+
+TEST_F(MshtmlDocumentTest, AnEmptyTextGetsABodyForTheFragment) {
+    script.bodyMustBeWritten = true;
+    script.texts[L"documentelement.outerhtml"] = L"<HTML>all</HTML>";
+    const auto document = MshtmlDocument::Create();
+    ASSERT_TRUE(document);
+
+    document->InsertAtStartOfBody(L"", L"new");
+    EXPECT_EQ(document->Serialise(), L"<HTML>all</HTML>");
+
+    EXPECT_EQ(script.calls, (std::vector<std::wstring>{
+                                L"open [about:blank]", L"write []", L"write [<body></body>]",
+                                L"body.insertadjacenthtml [afterBegin] [new]", L"close",
+                                L"documentelement.outerhtml"}));
+}
+
+TEST_F(MshtmlDocumentTest, ANewDocumentGetsABodyForVisibleText) {
+    script.bodyMustBeWritten = true;
+    script.texts[L"body.innertext"] = L"seen";
+    const auto document = MshtmlDocument::Create();
+    ASSERT_TRUE(document);
+
+    EXPECT_EQ(document->VisibleText(L"seen"), L"seen");
+
+    EXPECT_EQ(script.calls,
+              (std::vector<std::wstring>{L"open [about:blank]", L"write [<body></body>]", L"close",
+                                         L"body.innerhtml = [seen]", L"body.innertext"}));
 }
 
 struct ControlFlag {
