@@ -204,6 +204,8 @@ INSTANTIATE_TEST_SUITE_P(Results, GoldMineAutomationFailureTest,
                          testing::Values(Failure{E_ACCESSDENIED, 70},
                                          Failure{HRESULT_FROM_WIN32(RPC_S_SERVER_UNAVAILABLE), 462},
                                          Failure{static_cast<HRESULT>(0x800706BE), -2147023170},
+                                         Failure{RPC_E_DISCONNECTED, -2147417848},
+                                         Failure{CO_E_OBJNOTCONNECTED, -2147220995},
                                          Failure{DISP_E_TYPEMISMATCH, 13},
                                          Failure{E_OUTOFMEMORY, 7},
                                          Failure{E_FAIL, static_cast<std::int32_t>(0x80004005)}));
@@ -238,6 +240,18 @@ TEST_F(GoldMineAutomationTest, ExceptionWithAResultCodeGivesItsClassicNumber) {
     EXPECT_EQ(error.number, 70);
     EXPECT_EQ(error.source, L"GoldMine.UI");
     EXPECT_EQ(error.description, L"Not logged in.");
+}
+
+TEST_F(GoldMineAutomationTest, ExceptionWithAControlsResultCodeGivesTheNumberInIt) {
+    goldMine.Connect();
+    answer = [](const std::wstring&) {
+        return Answer{.result = DISP_E_EXCEPTION, .scode = static_cast<HRESULT>(0x800A000D)};
+    };
+
+    const RuntimeError error = ErrorOf([&] { static_cast<void>(goldMine.Send(L"x")); });
+
+    EXPECT_EQ(error.number, 13);
+    EXPECT_EQ(error.description, L"Type mismatch");
 }
 
 class GoldMineAutomationBusyTest : public GoldMineAutomationTest,
