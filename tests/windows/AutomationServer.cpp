@@ -201,6 +201,10 @@ public:
         return S_OK;
     }
     HRESULT STDMETHODCALLTYPE Unadvise(DWORD cookie) override {
+        if (server_.refusesUnadvise_) {
+            --server_.sinks_;
+            return E_FAIL;
+        }
         const bool known = server_.connections_.erase(cookie) == 1;
         server_.sinks_ = static_cast<int>(server_.connections_.size());
         return known ? S_OK : CONNECT_E_NOCONNECTION;
@@ -254,6 +258,8 @@ AutomationServer::~AutomationServer() {
     // The client's last releases are on their way.
     EXPECT_TRUE(PumpUntil([this] { return objects_ == 0; })) << "an object was not released";
     PostThreadMessageW(threadId_, WM_QUIT, 0, 0);
+    // A sink that the server kept is given back on this thread.
+    EXPECT_TRUE(PumpUntil([this] { return ended_.load(); }));
     thread_.join();
     EXPECT_EQ(sinks_, 0) << "a sink was not unadvised";
 }
@@ -281,6 +287,7 @@ void AutomationServer::Serve() {
     connections_.clear();
     CoRevokeClassObject(cookie);
     CoUninitialize();
+    ended_ = true;
 }
 
 void AutomationServer::Raise(DISPID member, const std::wstring& windowName, bool up, long handle) {

@@ -76,6 +76,9 @@ public:
     void Raise(DISPID member, const std::wstring& windowName, bool up, long handle);
     void RaiseWhenIdle(DISPID member, const std::wstring& windowName, bool up, long handle);
 
+    // From now on it keeps its sinks, and says that Unadvise failed.
+    void RefuseUnadvise() { refusesUnadvise_ = true; }
+
     [[nodiscard]] std::vector<std::wstring> commands() const;
     [[nodiscard]] int sinks() const { return sinks_; }
     [[nodiscard]] int objects() const { return objects_; }
@@ -93,10 +96,12 @@ private:
     std::map<DWORD, Microsoft::WRL::ComPtr<IDispatch>> connections_;
     DWORD lastCookie_ = 0;
 
+    std::atomic<bool> refusesUnadvise_ = false;
     std::atomic<int> sinks_ = 0;
     std::atomic<int> objects_ = 0;
     std::atomic<HRESULT> lastEventResult_ = S_OK;
     std::atomic<HRESULT> started_ = E_PENDING;
+    std::atomic<bool> ended_ = false;
     DWORD threadId_ = 0;
     std::thread thread_;
 };

@@ -182,6 +182,17 @@ TEST_F(GoldMineAutomationTest, NoEventArrivesAfterRelease) {
     EXPECT_EQ(events.size(), 1U) << "the first subscription is gone";
 }
 
+TEST_F(GoldMineAutomationTest, SinkThatTheServerKeepsIsOutOfReach) {
+    goldMine.Connect();
+    server.RefuseUnadvise();
+    goldMine.Release();
+
+    server.RaiseWhenIdle(windowUpDownEvent, L"W", true, 1);
+
+    EXPECT_TRUE(PumpUntil([this] { return FAILED(server.lastEventResult()); }));
+    EXPECT_TRUE(events.empty());
+}
+
 struct Failure {
     HRESULT result;
     std::int32_t number;

@@ -6,19 +6,19 @@
 
 namespace corvane {
 
-namespace {
-
 using Microsoft::WRL::ComPtr;
 
 // The receiving end: decodes the event's arguments and tells the listener.
-class Sink final : public DispatchByNumber<> {
+class WindowUpDownSink final : public DispatchByNumber<> {
 public:
-    Sink(const IID& eventInterface, DISPID windowUpDown, WindowUpDownListener& listener)
-        : eventInterface_(eventInterface), windowUpDown_(windowUpDown), listener_(listener) {}
+    WindowUpDownSink(const IID& eventInterface, DISPID windowUpDown, WindowUpDownListener& listener)
+        : eventInterface_(eventInterface), windowUpDown_(windowUpDown), listener_(&listener) {}
+
+    void ForgetListener() { listener_ = nullptr; }
 
     HRESULT STDMETHODCALLTYPE Invoke(DISPID member, REFIID, LCID, WORD, DISPPARAMS* parameters,
                                      VARIANT*, EXCEPINFO*, UINT*) override {
-        if (member != windowUpDown_)
+        if (member != windowUpDown_ || !listener_)
             return S_OK;
         constexpr UINT argumentCount = 3;
         if (!parameters || parameters->cArgs < argumentCount)
@@ -36,8 +36,9 @@ public:
             ThrowIfFailed(VariantChangeType(up.get(), last - 1, 0, VT_BOOL));
             // A handle has 32 significant bits, in whatever type it comes.
             ThrowIfFailed(VariantChangeType(handle.get(), last - 2, 0, VT_I8));
-            listener_.moGMUI_WindowUpDown(Bstr::TextOf(name->bstrVal), up->boolVal != VARIANT_FALSE,
-                                          static_cast<std::int32_t>(handle->llVal));
+            listener_->moGMUI_WindowUpDown(Bstr::TextOf(name->bstrVal),
+                                           up->boolVal != VARIANT_FALSE,
+                                           static_cast<std::int32_t>(handle->llVal));
             return S_OK;
         } catch (const RuntimeError&) {
             return DISP_E_TYPEMISMATCH;
@@ -53,10 +54,15 @@ private:
 
     IID eventInterface_;
     DISPID windowUpDown_;
-    WindowUpDownListener& listener_;
+    WindowUpDownListener* listener_;
 };
 
-}  // namespace
+void CutOff::operator()(WindowUpDownSink* sink) const {
+    sink->ForgetListener();
+    // Proxies of other apartments lead nowhere from now on; who has the sink itself finds it deaf.
+    CoDisconnectObject(sink, 0);
+    sink->Release();
+}
 
 WindowUpDownSubscription::WindowUpDownSubscription(IUnknown& source, const IID& eventInterface,
                                                    DISPID windowUpDown,
@@ -65,11 +71,13 @@ WindowUpDownSubscription::WindowUpDownSubscription(IUnknown& source, const IID& 
     ThrowIfFailed(source.QueryInterface(__uuidof(IConnectionPointContainer),
                                         reinterpret_cast<void**>(container.GetAddressOf())));
     ThrowIfFailed(container->FindConnectionPoint(eventInterface, connectionPoint_.GetAddressOf()));
-    const auto sink = MakeComObject<Sink>(eventInterface, windowUpDown, listener);
-    ThrowIfFailed(connectionPoint_->Advise(sink.Get(), &cookie_));
+    sink_.reset(MakeComObject<WindowUpDownSink>(eventInterface, windowUpDown, listener).Detach());
+    ThrowIfFailed(connectionPoint_->Advise(sink_.get(), &cookie_));
 }
 
 WindowUpDownSubscription::~WindowUpDownSubscription() {
+    // The call lets events in, and the listener may be on its way out.
+    sink_->ForgetListener();
     // A server that died cannot be told; nothing is lost by that.
     connectionPoint_->Unadvise(cookie_);
 }
