@@ -18,7 +18,7 @@
 namespace corvane::test {
 
 // The type libraries in this program's resources; the numbers are those of AutomationServer.rc.
-enum class LibraryFlavour { Complete = 1, WithoutClass = 2, WithoutEvents = 3 };
+enum class LibraryFlavour { Complete = 1, WithoutClass = 2, WithoutEvents = 3, OlderVersion = 4 };
 
 // The ids of AutomationServer.idl.
 inline constexpr CLSID askedClass = {
@@ -29,14 +29,27 @@ inline constexpr DISPID askMember = 77;
 inline constexpr DISPID closingEvent = 40;
 inline constexpr DISPID windowUpDownEvent = 41;
 
+// Where and how a library is registered. Version 2.10, in hexadecimal digits, is what it says
+// itself.
+struct RegisteredAs {
+    std::wstring version = L"2.a";
+    std::wstring language = L"0";
+    std::optional<std::wstring> statedVersion = L"2.a";  // with the interface
+    bool withProxy = true;                               // for the interface
+};
+
 // Registers one of the libraries for GoldMine's interface for its life; what stood there before
 // comes back.
 class LibraryRegistration {
 public:
-    explicit LibraryRegistration(LibraryFlavour flavour);
+    explicit LibraryRegistration(LibraryFlavour flavour, const RegisteredAs& as = {});
     ~LibraryRegistration();
     LibraryRegistration(const LibraryRegistration&) = delete;
     LibraryRegistration& operator=(const LibraryRegistration&) = delete;
+
+    // One version and language more; a library that is not there when it has no flavour.
+    void Add(std::optional<LibraryFlavour> flavour, const std::wstring& version,
+             const std::wstring& language);
 
 private:
     struct Before {
@@ -45,6 +58,7 @@ private:
         std::optional<std::wstring> text;
     };
     void Set(const std::wstring& key, const std::wstring& value, const std::wstring& text);
+    void Remove(const std::wstring& key, const std::wstring& value);
 
     std::vector<Before> before_;
 };

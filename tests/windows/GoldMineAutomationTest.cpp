@@ -361,5 +361,18 @@ TEST(GoldMineAutomationAloneTest, ObjectWithoutEventsTakesCommands) {
     goldMine.Release();
 }
 
+TEST(GoldMineAutomationAloneTest, InterfaceWithoutProxyIsSpokenToByDispatch) {
+    const ComApartment apartment;
+    const LibraryRegistration registration(LibraryFlavour::Complete, {.withProxy = false});
+    AutomationServer server([](const std::wstring&) { return Answer{.reply = L"here"}; });
+    GoldMineAutomation goldMine;
+
+    goldMine.Connect();
+
+    EXPECT_EQ(goldMine.Send(L"x"), L"here");
+    EXPECT_EQ(server.sinks(), 1);
+    goldMine.Release();
+}
+
 }  // namespace
 }  // namespace corvane::test
