@@ -22,6 +22,13 @@ std::wstring MessagePart(const RuntimeError& error) {
     return Join(L"Error message:  ", error.description);
 }
 
+bool MeansConnectionLost(const RuntimeError& error) {
+    return error.number == ErrorNumber::RemoteServerUnavailable ||
+           error.number == ErrorNumber::RemoteProcedureCallFailed ||
+           error.number == ErrorNumber::ObjectDisconnected ||
+           error.number == ErrorNumber::ObjectNotConnected;
+}
+
 }  // namespace
 
 GMUI::GMUI(GoldMine& goldMine, const XPathReader& reader, Form& form, StatusWriter& status,
@@ -45,8 +52,7 @@ std::wstring GMUI::GMUI_Execute(const std::wstring& command) {
         goldMine_.Release();
         if (error.number == ErrorNumber::PermissionDenied) {
             ReportNotLoggedIn(error);
-        } else if (error.number == ErrorNumber::RemoteServerUnavailable ||
-                   error.number == ErrorNumber::RemoteProcedureCallFailed) {
+        } else if (MeansConnectionLost(error)) {
             ReportConnectionLost(error);
         } else {
             reportedError_.reset();

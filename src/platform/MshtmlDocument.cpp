@@ -10,6 +10,8 @@ namespace {
 constexpr CLSID htmlDocumentClass = {
     0x25336920, 0x03F9, 0x11CF, {0x8F, 0xD0, 0x00, 0xAA, 0x00, 0x68, 0x6F, 0x13}};
 
+constexpr std::wstring_view emptyBody = L"<body></body>";
+
 }  // namespace
 
 std::unique_ptr<MshtmlDocument> MshtmlDocument::Create() {
@@ -19,13 +21,19 @@ std::unique_ptr<MshtmlDocument> MshtmlDocument::Create() {
                                 reinterpret_cast<void**>(document.GetAddressOf())))) {
         return nullptr;
     }
-    return std::make_unique<MshtmlDocument>(DispatchObject(std::move(document)));
+    SitedDocument sited = ForbidActiveContent(*document.Get());
+    if (!sited)
+        return nullptr;
+    return std::make_unique<MshtmlDocument>(DispatchObject(std::move(document)), std::move(sited));
 }
 
 void MshtmlDocument::InsertAtStartOfBody(const std::wstring& existingHtml,
                                          const std::wstring& fragment) {
     document_.Call(L"open", L"about:blank");
     document_.Call(L"write", existingHtml);
+    // An empty text brings no body, nor does one that ends before it.
+    if (!document_.FindMember(L"body"))
+        document_.Call(L"write", emptyBody);
     document_.GetMember(L"body").Call(L"insertAdjacentHTML", L"afterBegin", fragment);
     document_.Call(L"close");
 }
@@ -39,6 +47,12 @@ std::wstring MshtmlDocument::Serialise() const {
 }
 
 std::wstring MshtmlDocument::VisibleText(const std::wstring& html) {
+    // A new document has none before something is written into it.
+    if (!document_.FindMember(L"body")) {
+        document_.Call(L"open", L"about:blank");
+        document_.Call(L"write", emptyBody);
+        document_.Call(L"close");
+    }
     const DispatchObject body = document_.GetMember(L"body");
     body.Put(L"innerHTML", html);
     return body.GetText(L"innerText");

@@ -2,18 +2,20 @@
 
 #include <memory>
 
+#include "platform/HtmlClientSite.h"
 #include "platform/kit/Dispatch.h"
 #include "seams/HtmlDocument.h"
 
 namespace corvane {
 
-// Windows' own HTML engine.
+// Windows' own HTML engine. Notes hold mail of strangers: it neither runs nor loads anything.
 class MshtmlDocument final : public HtmlDocument {
 public:
-    // Nothing where the engine cannot be created.
+    // Nothing where the engine cannot be created, or cannot be kept from active content.
     [[nodiscard]] static std::unique_ptr<MshtmlDocument> Create();
 
-    explicit MshtmlDocument(DispatchObject document) : document_(std::move(document)) {}
+    MshtmlDocument(DispatchObject document, SitedDocument sited)
+        : document_(std::move(document)), sited_(std::move(sited)) {}
 
     void InsertAtStartOfBody(const std::wstring& existingHtml,
                              const std::wstring& fragment) override;
@@ -23,9 +25,10 @@ public:
 
 private:
     DispatchObject document_;
+    SitedDocument sited_;  // the same object
 };
 
-// The engine's document, or the built-in one where the engine is missing.
+// The engine's document, or the built-in one where there is none.
 [[nodiscard]] std::unique_ptr<HtmlDocument> NewHtmlDocument();
 
 }  // namespace corvane

@@ -22,8 +22,8 @@ public:
     // Creates the object and listens to its event. Raises: 429 when it is not registered or does
     // not start, else what the system says.
     virtual void Connect() = 0;
-    // Hands GoldMine one command and waits for its reply. Raises: 70 not logged in, 462 and
-    // 0x800706BE connection lost, else what GoldMine or the system says.
+    // Hands GoldMine one command and waits for its reply. Raises: 70 not logged in; 462,
+    // 0x800706BE, 0x80010108 and 0x800401FD connection lost; else what GoldMine or the system says.
     [[nodiscard]] virtual std::wstring Send(const std::wstring& command) = 0;
     virtual void Release() noexcept = 0;
     // Set once the listener is there, which itself needs GoldMine to be there; nullptr: nobody.

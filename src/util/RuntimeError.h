@@ -21,6 +21,9 @@ inline constexpr std::int32_t CannotCreateObject = 429;
 inline constexpr std::int32_t RemoteServerUnavailable = 462;
 // HRESULT 0x800706BE: the server died while it was executing the call.
 inline constexpr std::int32_t RemoteProcedureCallFailed = -2147023170;
+// 0x80010108: the server let the object go. 0x800401FD: the proxy leads nowhere any more.
+inline constexpr std::int32_t ObjectDisconnected = -2147417848;
+inline constexpr std::int32_t ObjectNotConnected = -2147220995;
 }  // namespace ErrorNumber
 
 // An unexpected run-time error. Expected failures are status lines and false results instead. The

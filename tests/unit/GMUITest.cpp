@@ -165,7 +165,9 @@ TEST_P(LostConnectionTest, IsToldInABoxAndALine) {
 
 INSTANTIATE_TEST_SUITE_P(Errors, LostConnectionTest,
                          testing::Values(ErrorNumberCase{462, L"462"},
-                                         ErrorNumberCase{-2147023170, L"-2147023170"}));
+                                         ErrorNumberCase{-2147023170, L"-2147023170"},
+                                         ErrorNumberCase{-2147417848, L"-2147417848"},
+                                         ErrorNumberCase{-2147220995, L"-2147220995"}));
 
 class FailedCallTest : public GMUITest, public testing::WithParamInterface<std::int32_t> {};
 
@@ -187,7 +189,8 @@ TEST_P(FailedCallTest, IsNotTimed) {
     EXPECT_FALSE(status.lines[0].starts_with(L"> COM"));
 }
 
-INSTANTIATE_TEST_SUITE_P(Errors, FailedCallTest, testing::Values(70, 462, -2147023170));
+INSTANTIATE_TEST_SUITE_P(Errors, FailedCallTest,
+                         testing::Values(70, 462, -2147023170, -2147417848, -2147220995));
 
 TEST_F(GMUITest, AnyOtherErrorIsPassedOnWithTheProcedureBeforeItsSource) {
     goldMine.sendError = CompleteError(-2147352567);

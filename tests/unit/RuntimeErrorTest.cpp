@@ -52,6 +52,8 @@ TEST(RuntimeErrorTest, TheNumbersAreThoseThatSupportStaffKnow) {
     EXPECT_EQ(ErrorNumber::CannotCreateObject, 429);
     EXPECT_EQ(ErrorNumber::RemoteServerUnavailable, 462);
     EXPECT_EQ(ErrorNumber::RemoteProcedureCallFailed, -2147023170);
+    EXPECT_EQ(ErrorNumber::ObjectDisconnected, -2147417848);
+    EXPECT_EQ(ErrorNumber::ObjectNotConnected, -2147220995);
 }
 
 TEST(RuntimeErrorTest, AMadeErrorHasItsNumberAndTheClassicText) {

@@ -50,15 +50,17 @@ void SetClassesText(const std::wstring& key, const std::wstring& value, const st
 
 }  // namespace
 
-LibraryRegistration::LibraryRegistration(LibraryFlavour flavour) {
-    const std::wstring path =
-        test_support::OwnProgram() + L"\\" + std::to_wstring(static_cast<int>(flavour));
-    // Version 2.10 is written in hexadecimal digits.
-    const std::wstring platform = sizeof(void*) == 8 ? L"win64" : L"win32";
-    Set(libraryKey + L"\\2.a\\0\\" + platform, L"", path);
+LibraryRegistration::LibraryRegistration(LibraryFlavour flavour, const RegisteredAs& as) {
+    Add(flavour, as.version, as.language);
     Set(interfaceKey + L"\\TypeLib", L"", libraryId);
-    Set(interfaceKey + L"\\TypeLib", L"Version", L"2.a");
-    Set(interfaceKey + L"\\ProxyStubClsid32", L"", dualMarshaller);
+    if (as.statedVersion)
+        Set(interfaceKey + L"\\TypeLib", L"Version", *as.statedVersion);
+    else
+        Remove(interfaceKey + L"\\TypeLib", L"Version");
+    if (as.withProxy)
+        Set(interfaceKey + L"\\ProxyStubClsid32", L"", dualMarshaller);
+    else
+        Remove(interfaceKey + L"\\ProxyStubClsid32", L"");
     Set(eventsKey + L"\\ProxyStubClsid32", L"", dispatchMarshaller);
 }
 
@@ -74,6 +76,19 @@ LibraryRegistration::~LibraryRegistration() {
         if (each.key.starts_with(interfaceKey) && each.text)
             SetClassesText(each.key, each.value, *each.text);
     }
+}
+
+void LibraryRegistration::Add(std::optional<LibraryFlavour> flavour, const std::wstring& version,
+                              const std::wstring& language) {
+    const std::wstring number = flavour ? std::to_wstring(static_cast<int>(*flavour)) : L"none";
+    const std::wstring platform = sizeof(void*) == 8 ? L"win64" : L"win32";
+    Set(libraryKey + L"\\" + version + L"\\" + language + L"\\" + platform, L"",
+        test_support::OwnProgram() + L"\\" + number);
+}
+
+void LibraryRegistration::Remove(const std::wstring& key, const std::wstring& value) {
+    before_.push_back({key, value, ClassesText(key, value)});
+    RegDeleteKeyValueW(HKEY_CLASSES_ROOT, key.c_str(), value.c_str());
 }
 
 void LibraryRegistration::Set(const std::wstring& key, const std::wstring& value,
@@ -201,6 +216,10 @@ public:
         return S_OK;
     }
     HRESULT STDMETHODCALLTYPE Unadvise(DWORD cookie) override {
+        if (server_.refusesUnadvise_) {
+            --server_.sinks_;
+            return E_FAIL;
+        }
         const bool known = server_.connections_.erase(cookie) == 1;
         server_.sinks_ = static_cast<int>(server_.connections_.size());
         return known ? S_OK : CONNECT_E_NOCONNECTION;
@@ -254,6 +273,8 @@ AutomationServer::~AutomationServer() {
     // The client's last releases are on their way.
     EXPECT_TRUE(PumpUntil([this] { return objects_ == 0; })) << "an object was not released";
     PostThreadMessageW(threadId_, WM_QUIT, 0, 0);
+    // A sink that the server kept is given back on this thread.
+    EXPECT_TRUE(PumpUntil([this] { return ended_.load(); }));
     thread_.join();
     EXPECT_EQ(sinks_, 0) << "a sink was not unadvised";
 }
@@ -281,6 +302,7 @@ void AutomationServer::Serve() {
     connections_.clear();
     CoRevokeClassObject(cookie);
     CoUninitialize();
+    ended_ = true;
 }
 
 void AutomationServer::Raise(DISPID member, const std::wstring& windowName, bool up, long handle) {

@@ -18,7 +18,7 @@
 namespace corvane::test {
 
 // The type libraries in this program's resources; the numbers are those of AutomationServer.rc.
-enum class LibraryFlavour { Complete = 1, WithoutClass = 2, WithoutEvents = 3 };
+enum class LibraryFlavour { Complete = 1, WithoutClass = 2, WithoutEvents = 3, OlderVersion = 4 };
 
 // The ids of AutomationServer.idl.
 inline constexpr CLSID askedClass = {
@@ -29,14 +29,27 @@ inline constexpr DISPID askMember = 77;
 inline constexpr DISPID closingEvent = 40;
 inline constexpr DISPID windowUpDownEvent = 41;
 
+// Where and how a library is registered. Version 2.10, in hexadecimal digits, is what it says
+// itself.
+struct RegisteredAs {
+    std::wstring version = L"2.a";
+    std::wstring language = L"0";
+    std::optional<std::wstring> statedVersion = L"2.a";  // with the interface
+    bool withProxy = true;                               // for the interface
+};
+
 // Registers one of the libraries for GoldMine's interface for its life; what stood there before
 // comes back.
 class LibraryRegistration {
 public:
-    explicit LibraryRegistration(LibraryFlavour flavour);
+    explicit LibraryRegistration(LibraryFlavour flavour, const RegisteredAs& as = {});
     ~LibraryRegistration();
     LibraryRegistration(const LibraryRegistration&) = delete;
     LibraryRegistration& operator=(const LibraryRegistration&) = delete;
+
+    // One version and language more; a library that is not there when it has no flavour.
+    void Add(std::optional<LibraryFlavour> flavour, const std::wstring& version,
+             const std::wstring& language);
 
 private:
     struct Before {
@@ -45,6 +58,7 @@ private:
         std::optional<std::wstring> text;
     };
     void Set(const std::wstring& key, const std::wstring& value, const std::wstring& text);
+    void Remove(const std::wstring& key, const std::wstring& value);
 
     std::vector<Before> before_;
 };
@@ -76,6 +90,9 @@ public:
     void Raise(DISPID member, const std::wstring& windowName, bool up, long handle);
     void RaiseWhenIdle(DISPID member, const std::wstring& windowName, bool up, long handle);
 
+    // From now on it keeps its sinks, and says that Unadvise failed.
+    void RefuseUnadvise() { refusesUnadvise_ = true; }
+
     [[nodiscard]] std::vector<std::wstring> commands() const;
     [[nodiscard]] int sinks() const { return sinks_; }
     [[nodiscard]] int objects() const { return objects_; }
@@ -93,10 +110,12 @@ private:
     std::map<DWORD, Microsoft::WRL::ComPtr<IDispatch>> connections_;
     DWORD lastCookie_ = 0;
 
+    std::atomic<bool> refusesUnadvise_ = false;
     std::atomic<int> sinks_ = 0;
     std::atomic<int> objects_ = 0;
     std::atomic<HRESULT> lastEventResult_ = S_OK;
     std::atomic<HRESULT> started_ = E_PENDING;
+    std::atomic<bool> ended_ = false;
     DWORD threadId_ = 0;
     std::thread thread_;
 };

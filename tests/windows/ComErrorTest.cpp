@@ -48,7 +48,12 @@ INSTANTIATE_TEST_SUITE_P(
         ClassicError{0x80080005, 429, L"ActiveX component can't create object"},
         ClassicError{0x800401F5, 429, L"ActiveX component can't create object"},
         ClassicError{0x800706BA, 462,
-                     L"The remote server machine does not exist or is unavailable"}));
+                     L"The remote server machine does not exist or is unavailable"},
+        // A control's code is a classic number itself, whether we have words for it or not.
+        ClassicError{0x800A000D, 13, L"Type mismatch"},
+        ClassicError{0x800A01CE, 462,
+                     L"The remote server machine does not exist or is unavailable"},
+        ClassicError{0x800A03EC, 1004, L"Application-defined or object-defined error"}));
 
 class ComErrorAsItIsTest : public testing::TestWithParam<std::uint32_t> {};
 
@@ -69,8 +74,15 @@ TEST_P(ComErrorAsItIsTest, KeepsItsSignedNumberAndTheSystemsText) {
 INSTANTIATE_TEST_SUITE_P(Others, ComErrorAsItIsTest,
                          testing::Values(0x800706BEU, 0x80070020U, 0x80070070U));
 
-TEST(ComErrorNumberTest, DeadServerHasTheNumberThatSupportKnows) {
+TEST(ComErrorNumberTest, LostServerHasTheNumberThatSupportKnows) {
     EXPECT_EQ(ErrorFromHResult(static_cast<HRESULT>(0x800706BE)).number, -2147023170);
+    EXPECT_EQ(ErrorFromHResult(RPC_E_DISCONNECTED).number, ErrorNumber::ObjectDisconnected);
+    EXPECT_EQ(ErrorFromHResult(CO_E_OBJNOTCONNECTED).number, ErrorNumber::ObjectNotConnected);
+}
+
+TEST(ComErrorNumberTest, ControlErrorWithoutNumberIsShownAsItIs) {
+    EXPECT_EQ(ErrorFromHResult(static_cast<HRESULT>(0x800A0000)).number,
+              static_cast<std::int32_t>(0x800A0000));
 }
 
 TEST(ComErrorNumberTest, NumberWithoutWordsHasTheCommonDescription) {

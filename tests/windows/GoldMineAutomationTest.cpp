@@ -182,6 +182,17 @@ TEST_F(GoldMineAutomationTest, NoEventArrivesAfterRelease) {
     EXPECT_EQ(events.size(), 1U) << "the first subscription is gone";
 }
 
+TEST_F(GoldMineAutomationTest, SinkThatTheServerKeepsIsOutOfReach) {
+    goldMine.Connect();
+    server.RefuseUnadvise();
+    goldMine.Release();
+
+    server.RaiseWhenIdle(windowUpDownEvent, L"W", true, 1);
+
+    EXPECT_TRUE(PumpUntil([this] { return FAILED(server.lastEventResult()); }));
+    EXPECT_TRUE(events.empty());
+}
+
 struct Failure {
     HRESULT result;
     std::int32_t number;
@@ -204,6 +215,8 @@ INSTANTIATE_TEST_SUITE_P(Results, GoldMineAutomationFailureTest,
                          testing::Values(Failure{E_ACCESSDENIED, 70},
                                          Failure{HRESULT_FROM_WIN32(RPC_S_SERVER_UNAVAILABLE), 462},
                                          Failure{static_cast<HRESULT>(0x800706BE), -2147023170},
+                                         Failure{RPC_E_DISCONNECTED, -2147417848},
+                                         Failure{CO_E_OBJNOTCONNECTED, -2147220995},
                                          Failure{DISP_E_TYPEMISMATCH, 13},
                                          Failure{E_OUTOFMEMORY, 7},
                                          Failure{E_FAIL, static_cast<std::int32_t>(0x80004005)}));
@@ -238,6 +251,18 @@ TEST_F(GoldMineAutomationTest, ExceptionWithAResultCodeGivesItsClassicNumber) {
     EXPECT_EQ(error.number, 70);
     EXPECT_EQ(error.source, L"GoldMine.UI");
     EXPECT_EQ(error.description, L"Not logged in.");
+}
+
+TEST_F(GoldMineAutomationTest, ExceptionWithAControlsResultCodeGivesTheNumberInIt) {
+    goldMine.Connect();
+    answer = [](const std::wstring&) {
+        return Answer{.result = DISP_E_EXCEPTION, .scode = static_cast<HRESULT>(0x800A000D)};
+    };
+
+    const RuntimeError error = ErrorOf([&] { static_cast<void>(goldMine.Send(L"x")); });
+
+    EXPECT_EQ(error.number, 13);
+    EXPECT_EQ(error.description, L"Type mismatch");
 }
 
 class GoldMineAutomationBusyTest : public GoldMineAutomationTest,
@@ -333,6 +358,19 @@ TEST(GoldMineAutomationAloneTest, ObjectWithoutEventsTakesCommands) {
 
     EXPECT_EQ(goldMine.Send(L"x"), L"quiet");
     EXPECT_EQ(server.sinks(), 0);
+    goldMine.Release();
+}
+
+TEST(GoldMineAutomationAloneTest, InterfaceWithoutProxyIsSpokenToByDispatch) {
+    const ComApartment apartment;
+    const LibraryRegistration registration(LibraryFlavour::Complete, {.withProxy = false});
+    AutomationServer server([](const std::wstring&) { return Answer{.reply = L"here"}; });
+    GoldMineAutomation goldMine;
+
+    goldMine.Connect();
+
+    EXPECT_EQ(goldMine.Send(L"x"), L"here");
+    EXPECT_EQ(server.sinks(), 1);
     goldMine.Release();
 }
 

@@ -2,7 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <optional>
+#include <string>
+
 #include "platform/kit/ComApartment.h"
+#include "platform/kit/ComObject.h"
+#include "support/windows/BuiltFiles.h"
 #include "unit/TestErrors.h"
 #include "windows/AutomationServer.h"
 #include "windows/RegistrySandbox.h"
@@ -47,6 +52,122 @@ TEST_F(GoldMineTypeLibraryTest, LibraryWithoutTheClassIsNoRegistration) {
 
     EXPECT_EQ(error.number, cannotCreateObject);
     EXPECT_EQ(error.description, L"ActiveX component can't create object");
+}
+
+class OtherRegistrationTest : public GoldMineTypeLibraryTest,
+                              public testing::WithParamInterface<RegisteredAs> {};
+
+TEST_P(OtherRegistrationTest, LibraryIsFoundWhereverItIsRegistered) {
+    const LibraryRegistration registration(LibraryFlavour::Complete, GetParam());
+
+    EXPECT_TRUE(IsEqualCLSID(ReadGoldMineTypeLibrary().automationClass, askedClass));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Registrations, OtherRegistrationTest,
+    testing::Values(RegisteredAs{.language = L"409"}, RegisteredAs{.statedVersion = L"1.0"},
+                    RegisteredAs{.statedVersion = L"3.0"},
+                    RegisteredAs{.statedVersion = std::nullopt},
+                    RegisteredAs{.statedVersion = L"new"},
+                    RegisteredAs{.language = L"407", .statedVersion = L"1.0"}));
+
+TEST_F(GoldMineTypeLibraryTest, WhatCannotBeLoadedIsPassedOver) {
+    LibraryRegistration registration(LibraryFlavour::Complete,
+                                     {.language = L"409", .statedVersion = L"3.0"});
+    registration.Add(std::nullopt, L"3.0", L"0");
+    registration.Add(std::nullopt, L"2.a", L"407");
+    registration.Add(std::nullopt, L"junk", L"0");
+    registration.Add(std::nullopt, L"2.a", L"HELPDIR");
+
+    EXPECT_TRUE(IsEqualCLSID(ReadGoldMineTypeLibrary().automationClass, askedClass));
+}
+
+TEST_F(GoldMineTypeLibraryTest, StatedVersionComesBeforeHigher) {
+    LibraryRegistration registration(LibraryFlavour::Complete,
+                                     {.language = L"409", .statedVersion = L"1.0"});
+    registration.Add(LibraryFlavour::OlderVersion, L"1.0", L"409");
+
+    EXPECT_EQ(ReadGoldMineTypeLibrary().windowUpDown, DISPID_UNKNOWN);
+}
+
+TEST_F(GoldMineTypeLibraryTest, HigherVersionComesBeforeLower) {
+    LibraryRegistration registration(LibraryFlavour::Complete, {.statedVersion = L"3.0"});
+    registration.Add(LibraryFlavour::OlderVersion, L"1.0", L"0");
+
+    EXPECT_EQ(ReadGoldMineTypeLibrary().windowUpDown, windowUpDownEvent);
+}
+
+// A type that cannot be read at all.
+class UnreadableType final : public ComObject<ITypeInfo> {
+public:
+    HRESULT STDMETHODCALLTYPE GetTypeAttr(TYPEATTR**) override { return E_FAIL; }
+    HRESULT STDMETHODCALLTYPE GetTypeComp(ITypeComp**) override { return E_FAIL; }
+    HRESULT STDMETHODCALLTYPE GetFuncDesc(UINT, FUNCDESC**) override { return E_FAIL; }
+    HRESULT STDMETHODCALLTYPE GetVarDesc(UINT, VARDESC**) override { return E_FAIL; }
+    HRESULT STDMETHODCALLTYPE GetNames(MEMBERID, BSTR*, UINT, UINT*) override { return E_FAIL; }
+    HRESULT STDMETHODCALLTYPE GetRefTypeOfImplType(UINT, HREFTYPE*) override { return E_FAIL; }
+    HRESULT STDMETHODCALLTYPE GetImplTypeFlags(UINT, INT*) override { return E_FAIL; }
+    HRESULT STDMETHODCALLTYPE GetIDsOfNames(LPOLESTR*, UINT, MEMBERID*) override { return E_FAIL; }
+    HRESULT STDMETHODCALLTYPE Invoke(PVOID, MEMBERID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*,
+                                     UINT*) override {
+        return E_FAIL;
+    }
+    HRESULT STDMETHODCALLTYPE GetDocumentation(MEMBERID, BSTR*, BSTR*, DWORD*, BSTR*) override {
+        return E_FAIL;
+    }
+    HRESULT STDMETHODCALLTYPE GetDllEntry(MEMBERID, INVOKEKIND, BSTR*, BSTR*, WORD*) override {
+        return E_FAIL;
+    }
+    HRESULT STDMETHODCALLTYPE GetRefTypeInfo(HREFTYPE, ITypeInfo**) override { return E_FAIL; }
+    HRESULT STDMETHODCALLTYPE AddressOfMember(MEMBERID, INVOKEKIND, PVOID*) override {
+        return E_FAIL;
+    }
+    HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown*, REFIID, PVOID*) override { return E_FAIL; }
+    HRESULT STDMETHODCALLTYPE GetMops(MEMBERID, BSTR*) override { return E_FAIL; }
+    HRESULT STDMETHODCALLTYPE GetContainingTypeLib(ITypeLib**, UINT*) override { return E_FAIL; }
+    void STDMETHODCALLTYPE ReleaseTypeAttr(TYPEATTR*) override {}
+    void STDMETHODCALLTYPE ReleaseFuncDesc(FUNCDESC*) override {}
+    void STDMETHODCALLTYPE ReleaseVarDesc(VARDESC*) override {}
+};
+
+// The complete library behind a type that is not handed out and one that cannot be read.
+class DamagedLibrary final : public ComObject<ITypeLib> {
+public:
+    DamagedLibrary() {
+        const std::wstring path = test_support::OwnProgram() + L"\\1";
+        EXPECT_EQ(LoadTypeLibEx(path.c_str(), REGKIND_NONE, sound_.GetAddressOf()), S_OK);
+    }
+    UINT STDMETHODCALLTYPE GetTypeInfoCount() override { return 2 + sound_->GetTypeInfoCount(); }
+    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT index, ITypeInfo** type) override {
+        if (index == 0)
+            return E_FAIL;
+        if (index > 1)
+            return sound_->GetTypeInfo(index - 2, type);
+        *type = MakeComObject<UnreadableType>().Detach();
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE GetTypeInfoType(UINT, TYPEKIND*) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetTypeInfoOfGuid(REFGUID id, ITypeInfo** type) override {
+        return sound_->GetTypeInfoOfGuid(id, type);
+    }
+    HRESULT STDMETHODCALLTYPE GetLibAttr(TLIBATTR**) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetTypeComp(ITypeComp**) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetDocumentation(INT, BSTR*, BSTR*, DWORD*, BSTR*) override {
+        return E_NOTIMPL;
+    }
+    HRESULT STDMETHODCALLTYPE IsName(LPOLESTR, ULONG, WINBOOL*) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE FindName(LPOLESTR, ULONG, ITypeInfo**, MEMBERID*, USHORT*) override {
+        return E_NOTIMPL;
+    }
+    void STDMETHODCALLTYPE ReleaseTLibAttr(TLIBATTR*) override {}
+
+private:
+    Microsoft::WRL::ComPtr<ITypeLib> sound_;
+};
+
+TEST_F(GoldMineTypeLibraryTest, TypesThatCannotBeReadArePassedOver) {
+    const auto library = MakeComObject<DamagedLibrary>();
+    EXPECT_TRUE(IsEqualCLSID(ReadGoldMineTypeLibrary(*library.Get()).automationClass, askedClass));
 }
 
 TEST_F(GoldMineTypeLibraryTest, MissingRegistrationIsThatTheObjectCannotBeCreated) {

@@ -24,9 +24,14 @@ void WaitPolitely(DWORD milliseconds) {
     CoWaitForMultipleHandles(0, milliseconds, 1, handles, &signalled);
 }
 
-}  // namespace
-
 using Microsoft::WRL::ComPtr;
+
+HRESULT CreateObject(const CLSID& automationClass, const IID& id, ComPtr<IDispatch>& object) {
+    return CoCreateInstance(automationClass, nullptr, CLSCTX_LOCAL_SERVER, id,
+                            reinterpret_cast<void**>(object.ReleaseAndGetAddressOf()));
+}
+
+}  // namespace
 
 GoldMineAutomation::~GoldMineAutomation() {
     Release();
@@ -36,9 +41,11 @@ void GoldMineAutomation::Connect() {
     if (!identifiers_)
         identifiers_ = ReadGoldMineTypeLibrary();
     ComPtr<IDispatch> object;
-    ThrowIfFailed(CoCreateInstance(identifiers_->automationClass, nullptr, CLSCTX_LOCAL_SERVER,
-                                   goldMineInterface,
-                                   reinterpret_cast<void**>(object.GetAddressOf())));
+    HRESULT created = CreateObject(identifiers_->automationClass, goldMineInterface, object);
+    // Without a registered proxy no pointer of that interface comes here; IDispatch's always does.
+    if (created == E_NOINTERFACE || created == REGDB_E_IIDNOTREG)
+        created = CreateObject(identifiers_->automationClass, __uuidof(IDispatch), object);
+    ThrowIfFailed(created);
     // Set before listening begins: an event may come at once and send commands of its own.
     object_ = std::move(object);
     if (identifiers_->windowUpDown == DISPID_UNKNOWN)

@@ -1,10 +1,14 @@
 #include "platform/goldmine/GoldMineTypeLibrary.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdlib>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
+#include <tuple>
+#include <vector>
 
 #include "platform/kit/Bstr.h"
 #include "platform/kit/ComError.h"
@@ -47,22 +51,89 @@ std::wstring ClassesText(const std::wstring& path, const wchar_t* value, DWORD v
     return buffer.data();
 }
 
+std::vector<std::wstring> ClassesSubkeys(const std::wstring& path, DWORD view) {
+    std::vector<std::wstring> names;
+    UniqueRegistryKey key;
+    if (RegOpenKeyExW(HKEY_CLASSES_ROOT, path.c_str(), 0, KEY_ENUMERATE_SUB_KEYS | view,
+                      key.put()) != ERROR_SUCCESS) {
+        return names;
+    }
+    std::array<wchar_t, 256> name{};  // the longest that there can be
+    for (DWORD index = 0;; ++index) {
+        auto length = static_cast<DWORD>(name.size());
+        if (RegEnumKeyExW(key.get(), index, name.data(), &length, nullptr, nullptr, nullptr,
+                          nullptr) != ERROR_SUCCESS) {
+            return names;
+        }
+        names.emplace_back(name.data(), length);
+    }
+}
+
+std::optional<DWORD> FromHex(const std::wstring& text) {
+    wchar_t* end = nullptr;
+    const unsigned long number = std::wcstoul(text.c_str(), &end, 16);
+    if (end == text.c_str() || *end != L'\0')
+        return std::nullopt;
+    return number;
+}
+
 struct LibraryVersion {
-    WORD majorNumber = 1;
+    WORD majorNumber = 0;
     WORD minorNumber = 0;
+    bool operator==(const LibraryVersion&) const = default;
 };
 
 // "2.a" is version 2.10: both numbers are hexadecimal.
-LibraryVersion VersionFromText(const std::wstring& text) {
+std::optional<LibraryVersion> VersionFromText(const std::wstring& text) {
+    const auto point = text.find(L'.');
+    const auto major = FromHex(text.substr(0, point));
+    const auto minor = point == std::wstring::npos ? 0 : FromHex(text.substr(point + 1));
+    if (!major || !minor)
+        return std::nullopt;
+    return LibraryVersion{static_cast<WORD>(*major), static_cast<WORD>(*minor)};
+}
+
+struct RegisteredVersion {
+    bool isStated = false;  // by the interface
     LibraryVersion version;
-    wchar_t* end = nullptr;
-    const unsigned long major = std::wcstoul(text.c_str(), &end, 16);
-    if (end == text.c_str())
-        return version;
-    version.majorNumber = static_cast<WORD>(major);
-    if (*end == L'.')
-        version.minorNumber = static_cast<WORD>(std::wcstoul(end + 1, nullptr, 16));
-    return version;
+    std::wstring path;
+};
+
+// The registered versions of a library; the stated one first, then the highest.
+std::vector<RegisteredVersion> RegisteredVersions(const std::wstring& libraryId,
+                                                  const std::wstring& stated, DWORD view) {
+    const std::wstring library = Join(L"TypeLib\\", libraryId);
+    const std::optional<LibraryVersion> statedVersion = VersionFromText(stated);
+    std::vector<RegisteredVersion> versions;
+    for (const std::wstring& name : ClassesSubkeys(library, view)) {
+        if (const auto version = VersionFromText(name))
+            versions.push_back({version == statedVersion, *version, Join(library, L"\\", name)});
+    }
+    std::ranges::sort(versions, std::ranges::greater(), [](const RegisteredVersion& each) {
+        return std::tuple(each.isStated, each.version.majorNumber, each.version.minorNumber);
+    });
+    return versions;
+}
+
+// In one of the languages that it is registered in; the neutral one has the lowest number. It has
+// to be named: LoadRegTypeLib, which else knows best which file is for this word length, looks for
+// no other than the neutral one by itself.
+ComPtr<ITypeLib> LoadVersion(const GUID& library, const RegisteredVersion& registered, DWORD view) {
+    std::vector<LCID> languages;
+    for (const std::wstring& name : ClassesSubkeys(registered.path, view)) {
+        if (const auto language = FromHex(name))
+            languages.push_back(*language);
+    }
+    std::ranges::sort(languages);
+    ComPtr<ITypeLib> loaded;
+    for (const LCID language : languages) {
+        if (SUCCEEDED(LoadRegTypeLib(library, registered.version.majorNumber,
+                                     registered.version.minorNumber, language,
+                                     loaded.ReleaseAndGetAddressOf()))) {
+            break;
+        }
+    }
+    return loaded;
 }
 
 ComPtr<ITypeLib> LoadLibrary() {
@@ -73,11 +144,10 @@ ComPtr<ITypeLib> LoadLibrary() {
         const std::wstring id = ClassesText(path, nullptr, view);
         if (id.empty() || FAILED(CLSIDFromString(id.c_str(), &library)))
             continue;
-        const LibraryVersion version = VersionFromText(ClassesText(path, L"Version", view));
-        ComPtr<ITypeLib> loaded;
-        if (SUCCEEDED(LoadRegTypeLib(library, version.majorNumber, version.minorNumber,
-                                     LOCALE_NEUTRAL, loaded.GetAddressOf()))) {
-            return loaded;
+        const std::wstring stated = ClassesText(path, L"Version", view);
+        for (const RegisteredVersion& registered : RegisteredVersions(id, stated, view)) {
+            if (ComPtr<ITypeLib> loaded = LoadVersion(library, registered, view))
+                return loaded;
         }
     }
     NotRegistered();
@@ -170,20 +240,27 @@ DISPID MethodByName(ITypeInfo& type, std::wstring_view name) {
 }  // namespace
 
 GoldMineIdentifiers ReadGoldMineTypeLibrary() {
-    const ComPtr<ITypeLib> library = LoadLibrary();
+    return ReadGoldMineTypeLibrary(*LoadLibrary().Get());
+}
+
+GoldMineIdentifiers ReadGoldMineTypeLibrary(ITypeLib& library) {
     GoldMineIdentifiers found;
     ComPtr<ITypeInfo> events;
     bool hasClass = false;
-    for (UINT index = 0; index < library->GetTypeInfoCount() && !hasClass; ++index) {
+    for (UINT index = 0; index < library.GetTypeInfoCount() && !hasClass; ++index) {
         ComPtr<ITypeInfo> type;
-        ThrowIfFailed(library->GetTypeInfo(index, type.GetAddressOf()));
-        hasClass = ReadClass(*type.Get(), found, events);
+        try {
+            ThrowIfFailed(library.GetTypeInfo(index, type.GetAddressOf()));
+            hasClass = ReadClass(*type.Get(), found, events);
+        } catch (const RuntimeError&) {
+            continue;  // another class may refer to a library that is not there
+        }
     }
     if (!hasClass)
         NotRegistered();
 
     ComPtr<ITypeInfo> commands;
-    ThrowIfFailed(library->GetTypeInfoOfGuid(goldMineInterface, commands.GetAddressOf()));
+    ThrowIfFailed(library.GetTypeInfoOfGuid(goldMineInterface, commands.GetAddressOf()));
     found.commandMethod = FirstMethod(*commands.Get());
     if (events) {
         const auto attributes = AttributesOf(*events.Get());

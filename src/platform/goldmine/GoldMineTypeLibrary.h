@@ -23,4 +23,7 @@ struct GoldMineIdentifiers {
 // automation is not registered.
 [[nodiscard]] GoldMineIdentifiers ReadGoldMineTypeLibrary();
 
+// Reads the library that was found so.
+[[nodiscard]] GoldMineIdentifiers ReadGoldMineTypeLibrary(ITypeLib& library);
+
 }  // namespace corvane

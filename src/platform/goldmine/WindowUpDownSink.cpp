@@ -2,33 +2,23 @@
 
 #include "platform/kit/Bstr.h"
 #include "platform/kit/ComError.h"
-#include "platform/kit/ComObject.h"
+#include "platform/kit/DispatchByNumber.h"
 
 namespace corvane {
-
-namespace {
 
 using Microsoft::WRL::ComPtr;
 
 // The receiving end: decodes the event's arguments and tells the listener.
-class Sink final : public ComObject<IDispatch> {
+class WindowUpDownSink final : public DispatchByNumber<> {
 public:
-    Sink(const IID& eventInterface, DISPID windowUpDown, WindowUpDownListener& listener)
-        : eventInterface_(eventInterface), windowUpDown_(windowUpDown), listener_(listener) {}
+    WindowUpDownSink(const IID& eventInterface, DISPID windowUpDown, WindowUpDownListener& listener)
+        : eventInterface_(eventInterface), windowUpDown_(windowUpDown), listener_(&listener) {}
 
-    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
-        if (!count)
-            return E_POINTER;
-        *count = 0;
-        return S_OK;
-    }
-    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
-        return E_NOTIMPL;
-    }
+    void ForgetListener() { listener_ = nullptr; }
+
     HRESULT STDMETHODCALLTYPE Invoke(DISPID member, REFIID, LCID, WORD, DISPPARAMS* parameters,
                                      VARIANT*, EXCEPINFO*, UINT*) override {
-        if (member != windowUpDown_)
+        if (member != windowUpDown_ || !listener_)
             return S_OK;
         constexpr UINT argumentCount = 3;
         if (!parameters || parameters->cArgs < argumentCount)
@@ -46,8 +36,9 @@ public:
             ThrowIfFailed(VariantChangeType(up.get(), last - 1, 0, VT_BOOL));
             // A handle has 32 significant bits, in whatever type it comes.
             ThrowIfFailed(VariantChangeType(handle.get(), last - 2, 0, VT_I8));
-            listener_.moGMUI_WindowUpDown(Bstr::TextOf(name->bstrVal), up->boolVal != VARIANT_FALSE,
-                                          static_cast<std::int32_t>(handle->llVal));
+            listener_->moGMUI_WindowUpDown(Bstr::TextOf(name->bstrVal),
+                                           up->boolVal != VARIANT_FALSE,
+                                           static_cast<std::int32_t>(handle->llVal));
             return S_OK;
         } catch (const RuntimeError&) {
             return DISP_E_TYPEMISMATCH;
@@ -58,15 +49,20 @@ public:
 
 private:
     [[nodiscard]] bool Answers(REFIID id) const override {
-        return ComObject::Answers(id) || IsEqualIID(id, eventInterface_);
+        return DispatchByNumber::Answers(id) || IsEqualIID(id, eventInterface_);
     }
 
     IID eventInterface_;
     DISPID windowUpDown_;
-    WindowUpDownListener& listener_;
+    WindowUpDownListener* listener_;
 };
 
-}  // namespace
+void CutOff::operator()(WindowUpDownSink* sink) const {
+    sink->ForgetListener();
+    // Proxies of other apartments lead nowhere from now on; who has the sink itself finds it deaf.
+    CoDisconnectObject(sink, 0);
+    sink->Release();
+}
 
 WindowUpDownSubscription::WindowUpDownSubscription(IUnknown& source, const IID& eventInterface,
                                                    DISPID windowUpDown,
@@ -75,11 +71,13 @@ WindowUpDownSubscription::WindowUpDownSubscription(IUnknown& source, const IID& 
     ThrowIfFailed(source.QueryInterface(__uuidof(IConnectionPointContainer),
                                         reinterpret_cast<void**>(container.GetAddressOf())));
     ThrowIfFailed(container->FindConnectionPoint(eventInterface, connectionPoint_.GetAddressOf()));
-    const auto sink = MakeComObject<Sink>(eventInterface, windowUpDown, listener);
-    ThrowIfFailed(connectionPoint_->Advise(sink.Get(), &cookie_));
+    sink_.reset(MakeComObject<WindowUpDownSink>(eventInterface, windowUpDown, listener).Detach());
+    ThrowIfFailed(connectionPoint_->Advise(sink_.get(), &cookie_));
 }
 
 WindowUpDownSubscription::~WindowUpDownSubscription() {
+    // The call lets events in, and the listener may be on its way out.
+    sink_->ForgetListener();
     // A server that died cannot be told; nothing is lost by that.
     connectionPoint_->Unadvise(cookie_);
 }

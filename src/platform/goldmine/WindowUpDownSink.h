@@ -1,5 +1,7 @@
 #pragma once
 
+#include <memory>
+
 #include "platform/kit/Windows.h"
 #include "seams/GoldMine.h"
 
@@ -7,6 +9,13 @@
 #include <wrl/client.h>
 
 namespace corvane {
+
+class WindowUpDownSink;
+
+// Nobody reaches the listener through the sink any more, not even a server that keeps it.
+struct CutOff {
+    void operator()(WindowUpDownSink* sink) const;
+};
 
 // Listens to an automation object's event; unadvises when it is destroyed.
 class WindowUpDownSubscription {
@@ -20,6 +29,7 @@ public:
 
 private:
     Microsoft::WRL::ComPtr<IConnectionPoint> connectionPoint_;
+    std::unique_ptr<WindowUpDownSink, CutOff> sink_;
     DWORD cookie_ = 0;
 };
 

@@ -10,6 +10,9 @@ namespace corvane {
 namespace {
 
 std::int32_t ClassicNumber(HRESULT result) {
+    // What controls and servers written with the classic numbers raise carries the number itself.
+    if (FAILED(result) && HRESULT_FACILITY(result) == FACILITY_CONTROL)
+        return HRESULT_CODE(result);
     switch (static_cast<std::uint32_t>(result)) {
         case static_cast<std::uint32_t>(E_INVALIDARG):
         case static_cast<std::uint32_t>(STG_E_INVALIDFUNCTION):

@@ -16,9 +16,9 @@ namespace corvane {
 #pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
 
 // The IUnknown part of an object that the program hands to COM: it counts its references and
-// answers for one interface. Its destructor is not public: the last Release ends it.
-template <class Interface>
-class ComObject : public Interface {
+// answers for its interfaces. Its destructor is not public: the last Release ends it.
+template <class Interface, class... Others>
+class ComObject : public Interface, public Others... {
 public:
     ComObject() = default;
     ComObject(const ComObject&) = delete;
@@ -27,10 +27,11 @@ public:
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) final {
         if (!object)
             return E_POINTER;
-        const bool known = IsEqualIID(id, __uuidof(IUnknown)) || Answers(id);
-        *object = known ? static_cast<Interface*>(this) : nullptr;
-        if (!known)
+        *object = nullptr;
+        if (!IsEqualIID(id, __uuidof(IUnknown)) && !Answers(id))
             return E_NOINTERFACE;
+        *object = static_cast<Interface*>(this);
+        ((IsEqualIID(id, __uuidof(Others)) ? * object = static_cast<Others*>(this) : nullptr), ...);
         AddRef();
         return S_OK;
     }
@@ -45,7 +46,7 @@ public:
 protected:
     virtual ~ComObject() = default;
     [[nodiscard]] virtual bool Answers(REFIID id) const {
-        return IsEqualIID(id, __uuidof(Interface));
+        return IsEqualIID(id, __uuidof(Interface)) || (IsEqualIID(id, __uuidof(Others)) || ...);
     }
 
 private:

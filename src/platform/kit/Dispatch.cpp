@@ -90,13 +90,22 @@ std::wstring DispatchObject::GetText(std::wstring_view member) const {
     return Bstr::TextOf(result->bstrVal);
 }
 
-DispatchObject DispatchObject::GetMember(std::wstring_view member) const {
+std::optional<DispatchObject> DispatchObject::FindMember(std::wstring_view member) const {
     Variant result;
     Invoke(member, DISPATCH_PROPERTYGET, {}, result.get());
+    if (result->vt == VT_EMPTY || result->vt == VT_NULL)
+        return std::nullopt;
     ThrowIfFailed(VariantChangeType(result.get(), result.get(), 0, VT_DISPATCH));
     if (!result->pdispVal)
-        throw MakeRuntimeError(ErrorNumber::TypeMismatch);
+        return std::nullopt;
     return DispatchObject(Microsoft::WRL::ComPtr<IDispatch>(result->pdispVal));
+}
+
+DispatchObject DispatchObject::GetMember(std::wstring_view member) const {
+    std::optional<DispatchObject> found = FindMember(member);
+    if (!found)
+        throw MakeRuntimeError(ErrorNumber::TypeMismatch);
+    return *std::move(found);
 }
 
 }  // namespace corvane

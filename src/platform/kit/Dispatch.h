@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <span>
 #include <string_view>
 
@@ -26,7 +27,9 @@ public:
     void Call(std::wstring_view member, std::wstring_view first, std::wstring_view second) const;
     void Put(std::wstring_view member, std::wstring_view value) const;
     [[nodiscard]] std::wstring GetText(std::wstring_view member) const;
-    // Raises error 13 when the member holds no object.
+    // Nothing when the member holds nothing; raises error 13 when it holds no object.
+    [[nodiscard]] std::optional<DispatchObject> FindMember(std::wstring_view member) const;
+    // Raises error 13 in either case.
     [[nodiscard]] DispatchObject GetMember(std::wstring_view member) const;
 
 private:

@@ -6,28 +6,38 @@
 
 #include <cwchar>
 
+#include "support/windows/EmbeddedObject.h"
+
 namespace {
 
 // COM interfaces have no virtual destructors; these objects live as long as the library.
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
 
-template <class Interface>
-class LastingObject : public Interface {
+template <class Interface, class... Others>
+class LastingObject : public Interface, public Others... {
 public:
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) final {
         const bool known =
             IsEqualIID(id, __uuidof(IUnknown)) || IsEqualIID(id, __uuidof(Interface));
         *object = known ? static_cast<Interface*>(this) : nullptr;
-        return known ? S_OK : E_NOINTERFACE;
+        ((IsEqualIID(id, __uuidof(Others)) ? * object = static_cast<Others*>(this) : nullptr), ...);
+        return *object ? S_OK : E_NOINTERFACE;
     }
     ULONG STDMETHODCALLTYPE AddRef() final { return 2; }
     ULONG STDMETHODCALLTYPE Release() final { return 1; }
+
+protected:
+    ~LastingObject() = default;
 };
 
 // The document, and each of the elements that it is asked for.
-class UnreadyDocument final : public LastingObject<IDispatch> {
+class UnreadyDocument final
+    : public test_support::EmbeddedObject<LastingObject<IDispatch, IOleObject, IOleControl>> {
 public:
+    HRESULT STDMETHODCALLTYPE SetClientSite(IOleClientSite*) override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE OnAmbientPropertyChange(DISPID) override { return S_OK; }
+
     HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
         *count = 0;
         return S_OK;
