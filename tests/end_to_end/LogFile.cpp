@@ -6,9 +6,13 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdio>
 
 #include "support/Lines.h"
+#include "support/windows/Encoding.h"
+
+#include <oleauto.h>
 
 namespace end_to_end {
 
@@ -35,41 +39,40 @@ size_t CountDigits(const std::string& text, size_t begin) {
     return end - begin;
 }
 
-// "1/31/2026 9:05:07 AM", as the United States write it; the desk's locale is theirs.
+// A date and time as the user's locale writes them: read, it is written again as it was.
 bool IsGeneralDate(const std::string& text) {
-    std::string form = text;
-    for (char& each : form) {
-        if (IsDigit(each))
-            each = '9';
-    }
-    for (const char* month : {"9", "99"}) {
-        for (const char* day : {"9", "99"}) {
-            for (const char* hour : {"9", "99"}) {
-                for (const char* half : {"AM", "PM"}) {
-                    if (form ==
-                        std::string(month) + "/" + day + "/9999 " + hour + ":99:99 " + half) {
-                        return true;
-                    }
-                }
-            }
-        }
-    }
-    return false;
+    std::wstring wide = Wide(text);
+    DATE date = 0;
+    BSTR written = nullptr;
+    const bool isDate = SUCCEEDED(VarDateFromStr(wide.data(), LOCALE_USER_DEFAULT, 0, &date)) &&
+                        SUCCEEDED(VarBstrFromDate(date, LOCALE_USER_DEFAULT, 0, &written));
+    const bool isSame = isDate && Utf8(written) == text;
+    SysFreeString(written);
+    constexpr double firstDay = 1;  // before it: a time without a date
+    return isSame && date >= firstDay && date != std::floor(date);
 }
 
-// Replaces "<digits>.<three digits>" between two texts.
+std::string DecimalSign() {
+    wchar_t sign[8] = {};
+    GetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SDECIMAL, sign, 8);
+    return Utf8(sign);
+}
+
+// Replaces "<digits><decimal sign><three digits>" between two texts.
 void NormaliseSeconds(std::string& message, const std::string& before, const std::string& after) {
     const size_t found = message.find(before);
     if (found == std::string::npos)
         return;
     const size_t begin = found + before.size();
     const size_t whole = CountDigits(message, begin);
-    const size_t point = begin + whole;
-    if (whole == 0 || message.compare(point, 1, ".") != 0 || CountDigits(message, point + 1) != 3 ||
-        message.compare(point + 4, after.size(), after) != 0) {
+    const std::string sign = DecimalSign();
+    const size_t decimals = begin + whole + sign.size();
+    if (whole == 0 || message.compare(begin + whole, sign.size(), sign) != 0 ||
+        CountDigits(message, decimals) != 3 ||
+        message.compare(decimals + 3, after.size(), after) != 0) {
         return;
     }
-    message.replace(begin, whole + 4, "<seconds>");
+    message.replace(begin, decimals + 3 - begin, "<seconds>");
 }
 
 }  // namespace

@@ -358,7 +358,7 @@ consteval auto Rows() {
               {21, 17}, {120, 60, 6690, 285}),
         Group(L"subframeHistoryMoment", L"", {480, 375, 6330, 300}, plain),
         Option(L"optProcessStart", L"starts", L"Create the history item when the call starts",
-               L"False", L"history moment", {18, 18}, {0, 0, 1200, 285})
+               L"False", L"history moment", {18, 18}, {0, 0, 1020, 285})
             .EnabledBy(L"chkCreateHistory"),
         Option(L"optProcessConnect", L"connects or",
                L"Create the history item when the call is connected", L"True", L"history moment",

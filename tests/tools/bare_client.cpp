@@ -1,0 +1,102 @@
+// The least that a client of the practice GoldMine can be: connects, listens to its events, sends
+// the commands of its command line, and ends. Fails with what COM answered.
+//   bare_client.exe <command>...
+#include <windows.h>
+
+#include <oaidl.h>
+#include <ocidl.h>
+#include <shellapi.h>
+
+#include <initializer_list>
+
+namespace {
+
+constexpr CLSID userInterface = {
+    0x5D0C6E13, 0x3F0B, 0x4B0E, {0x9A, 0x53, 0x6C, 0x1B, 0x7F, 0x3E, 0x9A, 0x01}};
+constexpr IID userInterfaceId = {
+    0x75B14699, 0xB5F4, 0x47F6, {0x98, 0xDC, 0x2E, 0x7B, 0x98, 0xF7, 0xE4, 0x6D}};
+constexpr IID eventsId = {
+    0x5D0C6E12, 0x3F0B, 0x4B0E, {0x9A, 0x53, 0x6C, 0x1B, 0x7F, 0x3E, 0x9A, 0x01}};
+constexpr DISPID executeCommand = 1;
+
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wnon-virtual-dtor"  // of the interfaces
+
+// Hears the events and does nothing. Lives as long as the program.
+class Sink final : public IDispatch {
+public:
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
+        const bool known = id == IID_IUnknown || id == IID_IDispatch || id == eventsId;
+        *object = known ? this : nullptr;
+        return known ? S_OK : E_NOINTERFACE;
+    }
+    ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
+    ULONG STDMETHODCALLTYPE Release() override { return 1; }
+    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
+        *count = 0;
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
+        return E_NOTIMPL;
+    }
+    HRESULT STDMETHODCALLTYPE Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*,
+                                     UINT*) override {
+        return S_OK;
+    }
+};
+
+#pragma GCC diagnostic pop
+
+HRESULT Send(IDispatch& goldMine, const wchar_t* command) {
+    VARIANT argument{};
+    argument.vt = VT_BSTR;
+    argument.bstrVal = SysAllocString(command);
+    DISPPARAMS parameters{&argument, nullptr, 1, 0};
+    VARIANT reply{};
+    const HRESULT result = goldMine.Invoke(executeCommand, IID_NULL, LOCALE_USER_DEFAULT,
+                                           DISPATCH_METHOD, &parameters, &reply, nullptr, nullptr);
+    VariantClear(&argument);
+    VariantClear(&reply);
+    return result;
+}
+
+HRESULT Run(int count, wchar_t** commands) {
+    static Sink sink;
+    IDispatch* goldMine = nullptr;
+    HRESULT result = CoCreateInstance(userInterface, nullptr, CLSCTX_LOCAL_SERVER, userInterfaceId,
+                                      reinterpret_cast<void**>(&goldMine));
+    IConnectionPointContainer* container = nullptr;
+    if (SUCCEEDED(result)) {
+        result = goldMine->QueryInterface(IID_IConnectionPointContainer,
+                                          reinterpret_cast<void**>(&container));
+    }
+    IConnectionPoint* events = nullptr;
+    if (SUCCEEDED(result))
+        result = container->FindConnectionPoint(eventsId, &events);
+    DWORD cookie = 0;
+    if (SUCCEEDED(result))
+        result = events->Advise(&sink, &cookie);
+    for (int command = 0; command < count && SUCCEEDED(result); ++command)
+        result = Send(*goldMine, commands[command]);
+    if (cookie != 0)
+        events->Unadvise(cookie);
+    for (IUnknown* object : {static_cast<IUnknown*>(events), static_cast<IUnknown*>(container),
+                             static_cast<IUnknown*>(goldMine)}) {
+        if (object)
+            object->Release();
+    }
+    return result;
+}
+
+}  // namespace
+
+int WINAPI wWinMain(HINSTANCE, HINSTANCE, LPWSTR, int) {
+    if (FAILED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED)))
+        return 1;
+    int count = 0;
+    wchar_t** arguments = CommandLineToArgvW(GetCommandLineW(), &count);
+    const HRESULT result = Run(count - 1, arguments + 1);
+    CoUninitialize();
+    return static_cast<int>(result);
+}
