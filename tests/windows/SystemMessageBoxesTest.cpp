@@ -9,12 +9,14 @@
 #include <vector>
 
 #include "support/windows/NativeWindow.h"
+#include "support/windows/ReplacedImport.h"
 #include "support/windows/Waiting.h"
 
 namespace corvane::test {
 namespace {
 
 using test_support::ClassOf;
+using test_support::ReplacedImport;
 using test_support::TextOf;
 using test_support::WaitUntil;
 
@@ -147,19 +149,6 @@ TEST_F(SystemMessageBoxesTest, BoxHasNoOwnerUnlessOneIsShown) {
 }
 
 // What the program asks Windows for: Wine 8 puts no box above all windows by its topmost flag.
-#ifdef _WIN64
-extern decltype(&MessageBoxW) importedMessageBox __asm__("__imp_MessageBoxW");
-#else
-extern decltype(&MessageBoxW) importedMessageBox __asm__("__imp__MessageBoxW@16");
-#endif
-
-void ImportMessageBox(decltype(&MessageBoxW) function) {
-    DWORD before = 0;
-    ASSERT_TRUE(
-        VirtualProtect(&importedMessageBox, sizeof(importedMessageBox), PAGE_READWRITE, &before));
-    importedMessageBox = function;
-}
-
 UINT askedStyle = 0;
 
 int WINAPI KeepAskedStyle(HWND, LPCWSTR, LPCWSTR, UINT style) {
@@ -170,8 +159,7 @@ int WINAPI KeepAskedStyle(HWND, LPCWSTR, LPCWSTR, UINT style) {
 TEST_F(SystemMessageBoxesTest, UnaskedBoxStandsAboveAllWindowsAndIsNotSystemModal) {
     // A system-modal box has an icon that is not the program's in its title.
     constexpr UINT modality = MB_SYSTEMMODAL | MB_TASKMODAL;
-    const auto windowsOwn = importedMessageBox;
-    ImportMessageBox(&KeepAskedStyle);
+    const ReplacedImport replaced("MessageBoxW", &KeepAskedStyle);
     for (const HWND shown : {HWND{}, GetDesktopWindow()}) {
         window.shown = shown;
         SystemMessageBoxes(StartedBy::OtherProgram, &window).Notify(L"x", BoxIcon::Critical);
@@ -180,7 +168,6 @@ TEST_F(SystemMessageBoxesTest, UnaskedBoxStandsAboveAllWindowsAndIsNotSystemModa
         SystemMessageBoxes(StartedBy::Hand, &window).Notify(L"x", BoxIcon::Critical);
         EXPECT_EQ(askedStyle & (MB_TOPMOST | MB_SETFOREGROUND | modality), UINT{MB_SETFOREGROUND});
     }
-    ImportMessageBox(windowsOwn);
 }
 
 std::vector<UINT> receivedByWindow;

@@ -10,6 +10,7 @@
 #include "platform/RunningProgram.h"
 #include "support/windows/BuiltFiles.h"
 #include "support/windows/Files.h"
+#include "support/windows/ReplacedImport.h"
 #include "support/windows/TemporaryFolder.h"
 #include "support/windows/Waiting.h"
 #include "util/Text.h"
@@ -52,6 +53,24 @@ TEST(WindowsProcessesTest, OwnProcessIsInTheOwnSession) {
     ASSERT_TRUE(result.value.has_value());
     EXPECT_EQ(*result.value, session);
     EXPECT_EQ(result.lastError, 0U);
+}
+
+DWORD askedAccess = 0;
+
+HANDLE WINAPI KeepAskedAccess(DWORD access, WINBOOL, DWORD) {
+    askedAccess = access;
+    SetLastError(ERROR_ACCESS_DENIED);
+    return nullptr;
+}
+
+// The limited right would be granted for an elevated GoldMine too, and hide that it is out of
+// reach.
+TEST(WindowsProcessesTest, AProcessIsOpenedWithTheRightThatAnElevatedOneRefuses) {
+    const test_support::ReplacedImport replaced("OpenProcess", &KeepAskedAccess);
+    const auto result = WindowsProcesses().OpenForQuery(1);
+    EXPECT_EQ(askedAccess, DWORD{PROCESS_QUERY_INFORMATION});
+    EXPECT_FALSE(result.value.has_value());
+    EXPECT_EQ(result.lastError, DWORD{ERROR_ACCESS_DENIED});
 }
 
 TEST(WindowsProcessesTest, SessionOfNoProcessIsTheSystemsError) {

@@ -6,6 +6,9 @@
 
 #include "platform/kit/Windows.h"
 #include "platform/RunningProgram.h"
+#include "support/windows/ReplacedImport.h"
+
+#include <shellapi.h>
 
 namespace corvane::test {
 namespace {
@@ -26,6 +29,25 @@ TEST(WindowsShellTest, SpecialFoldersAreTheUsersAndTheComputersApplicationData) 
 
 TEST(WindowsShellTest, FolderThatTheSystemDoesNotKnowIsEmpty) {
     EXPECT_EQ(WindowsShell().FolderPath(static_cast<SpecialFolder>(0xFE)), L"");
+}
+
+std::string askedFile;
+std::string askedVerb;
+int askedShow = 0;
+
+HINSTANCE WINAPI KeepWhatIsAsked(HWND, LPCSTR verb, LPCSTR file, LPCSTR, LPCSTR, INT show) {
+    askedVerb = verb;
+    askedFile = file;
+    askedShow = show;
+    return nullptr;
+}
+
+TEST(WindowsShellTest, FilesAreOpenedInAShownWindow) {
+    const test_support::ReplacedImport replaced("ShellExecuteA", &KeepWhatIsAsked);
+    EXPECT_EQ(WindowsShell().OpenFile(L"C:\\GoldMine\\M\x00FCller.INI"), 0);
+    EXPECT_EQ(askedVerb, "open");
+    EXPECT_EQ(askedFile, "C:\\GoldMine\\M\xFCller.INI");
+    EXPECT_EQ(askedShow, SW_SHOW);
 }
 
 TEST(WindowsShellTest, FileThatWindowsKnowsHowToOpenIsOpened) {
