@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -12,12 +13,15 @@ class FakeStatusWriter final : public StatusWriter {
 public:
     using StatusWriter::WriteStatus;
     void WriteStatus(std::wstring_view message, LogMode mode) override {
+        if (onWrite)
+            onWrite();
         lines.emplace_back(message);
         modes.push_back(mode);
     }
 
     std::vector<std::wstring> lines;
     std::vector<LogMode> modes;
+    std::function<void()> onWrite;
 };
 
 }  // namespace corvane::test

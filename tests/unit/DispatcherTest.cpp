@@ -97,6 +97,13 @@ TEST_F(DispatcherTest, AVisibleWindowTurnsToTheStatusTab) {
     EXPECT_EQ(form.tabstripOptions.selectedTab(), OptionsTab::status);
 }
 
+TEST_F(DispatcherTest, TheStatusTabIsThereBeforeTheFirstLine) {
+    form.setVisible(true);
+    status.onWrite = [this] { EXPECT_EQ(form.tabstripOptions.selectedTab(), OptionsTab::status); };
+    dispatcher.ProcessCall();
+    EXPECT_FALSE(status.lines.empty());
+}
+
 TEST_F(DispatcherTest, AHiddenWindowKeepsItsTab) {
     dispatcher.ProcessCall();
     EXPECT_EQ(form.tabstripOptions.selectedTab(), OptionsTab::general);

@@ -180,6 +180,17 @@ TEST_P(FailedCallTest, TheNextCommandCreatesTheObjectAfresh) {
     EXPECT_EQ(goldMine.connects, 2);
 }
 
+TEST_P(FailedCallTest, TheObjectIsLetGoBeforeTheBoxWhichComesBeforeTheLine) {
+    goldMine.sendError = CompleteError(GetParam());
+    boxes.onShow = [this] {
+        EXPECT_FALSE(goldMine.connected());
+        EXPECT_EQ(status.lines, Lines{});
+    };
+    static_cast<void>(gmui.GMUI_Execute(command));
+    EXPECT_EQ(boxes.Take().size(), 1U);
+    EXPECT_EQ(status.lines.size(), 1U);
+}
+
 TEST_P(FailedCallTest, IsNotTimed) {
     LogCommandsFrom(L"0");
     goldMine.sendError = CompleteError(GetParam());

@@ -285,6 +285,18 @@ TEST_F(SettingsTest, TheLogsOptionIsStoredRightAfterTheOthers) {
     }
 }
 
+TEST_F(SettingsTest, ALogsOptionThatCannotBeStoredLeavesTheSettingsUnsaved) {
+    LoadAsForUser();
+    form.chkWriteLog.setChecked(true);
+    registry.failingValues = {L"chkWriteLog"};
+
+    const RuntimeError error = ErrorOf([this] { static_cast<void>(settings.SaveSettings()); });
+
+    EXPECT_TRUE(error.description.starts_with(L"SaveSettings: chkWriteLog: RegSetValueEx"));
+    EXPECT_TRUE(form.SettingsDirty);
+    EXPECT_TRUE(status.lines.empty()) << "nor is it told as saved";
+}
+
 TEST_F(SettingsTest, TheLogsOptionIsNotLoadedAgain) {
     Store(L"chkWriteLog", L"yes");
     form.chkWriteLog.setChecked(true);
