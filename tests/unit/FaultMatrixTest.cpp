@@ -273,6 +273,8 @@ std::string Printed(std::wstring_view text) {
             printed += '(' + std::to_string(end - at) + " times " + letter + ')';
         at = end;
     }
+    if (printed.ends_with(' '))
+        printed.replace(printed.size() - 1, 1, "(blank)");
     return printed;
 }
 
@@ -354,9 +356,9 @@ public:
         record_.history = goldMine_.history;
         record_.dialog = goldMine_.dialog;
         for (const auto& [ref, notes] : goldMine_.history)
-            Leave("History: ", ref, notes);
+            Leave("History ", ref, notes);
         if (goldMine_.dialog != typed_)
-            Leave("Dialog: ", goldMine_.dialog.ref, goldMine_.dialog.notes);
+            Leave("Dialog ", goldMine_.dialog.ref, goldMine_.dialog.notes);
         return std::move(record_);
     }
 
@@ -423,7 +425,8 @@ private:
         return sent_ + static_cast<std::size_t>(around_.goldMine.connects);
     }
     void Leave(const std::string& where, const std::wstring& ref, const std::wstring& notes) {
-        record_.left.push_back("= " + where + Printed(ref) + "; Notes: " + Printed(notes));
+        record_.left.push_back("= " + where + '[' + Printed(ref) + "] Notes [" + Printed(notes) +
+                               ']');
     }
     void Add(std::string entry) { record_.entries.push_back(std::move(entry)); }
 
@@ -550,11 +553,12 @@ Report NoObject(const RuntimeError& error) {
                  advice + command}};
 }
 
-// Behind the names of the procedures that it went through.
+// With the names of the procedures that it went through.
 Report RunTimeError(const RuntimeError& error, const std::string& procedures) {
     const std::string begin = "Run-time error '" + std::to_string(error.number) + "': ";
-    const std::string end = procedures + Printed(error.description);
-    return {"RUN-TIME ERROR " + procedures,
+    const std::string end =
+        (procedures.empty() ? "" : procedures + ": ") + Printed(error.description);
+    return {"RUN-TIME ERROR" + (procedures.empty() ? "" : " in " + procedures),
             &error,
             {"- " + begin + ' ' + end, "[x] " + begin + "|  | " + end}};
 }
@@ -564,8 +568,8 @@ const std::vector<Report>& Reports() {
         std::vector<Report> all = {NotLoggedIn(), ConnectionLost(lost), ConnectionLost(died),
                                    NoObject(notRegistered), NoObject(noListening)};
         for (const RuntimeError* error : {&busy, &noRecord}) {
-            for (const char* procedures : {"ProcessCall: ", "ProcessCall: CreateHistoryForEvent: ",
-                                           "AddRefAndNotesToOpenCallDialog: ", ""}) {
+            for (const char* procedures : {"ProcessCall", "ProcessCall: CreateHistoryForEvent",
+                                           "AddRefAndNotesToOpenCallDialog", ""}) {
                 all.push_back(RunTimeError(*error, procedures));
             }
         }
@@ -639,7 +643,7 @@ std::string Outcome(const Cell& cell) {
         for (const std::string& each : cell.record.left)
             text += "    " + each + '\n';
         if (cell.record.left.empty())
-            text += "    = nothing\n";
+            text += "    = GoldMine as it was\n";
     }
     return text;
 }
