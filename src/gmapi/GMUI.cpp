@@ -42,6 +42,7 @@ GMUI::GMUI(GoldMine& goldMine, const XPathReader& reader, Form& form, StatusWrit
 
 std::wstring GMUI::GMUI_Execute(const std::wstring& command) {
     const double begin = clock_.Timer();
+    const int lossesBefore = lossesTold_;
     if (!EnsureObject())
         return L"False";
     std::wstring reply;
@@ -53,7 +54,8 @@ std::wstring GMUI::GMUI_Execute(const std::wstring& command) {
         if (error.number == ErrorNumber::PermissionDenied) {
             ReportNotLoggedIn(error);
         } else if (MeansConnectionLost(error)) {
-            ReportConnectionLost(error);
+            // A command inside this one was lost with it, and has told the user.
+            ReportConnectionLost(error, lossesTold_ == lossesBefore);
         } else {
             reportedError_.reset();
             error.source.insert(0, L"GMUI_Execute: ");
@@ -137,12 +139,15 @@ void GMUI::ReportNotLoggedIn(const RuntimeError& error) {
         Join(notLoggedIn, L" ", advice, L" ", NumberPart(error), L" ", MessagePart(error)));
 }
 
-void GMUI::ReportConnectionLost(const RuntimeError& error) {
+void GMUI::ReportConnectionLost(const RuntimeError& error, bool inBox) {
     const std::wstring_view connectionLost = L"Lost connection to GoldMine's user interface. ";
     const std::wstring_view advice =
         L"If you closed GoldMine before closing Corvane, you can ignore this error.";
-    boxes_.Notify(Join(connectionLost, lineBreak, advice, lineBreak, lineBreak, NumberPart(error),
-                       lineBreak, MessagePart(error)));
+    if (inBox) {
+        ++lossesTold_;
+        boxes_.Notify(Join(connectionLost, lineBreak, advice, lineBreak, lineBreak,
+                           NumberPart(error), lineBreak, MessagePart(error)));
+    }
     status_.WriteStatus(
         Join(connectionLost, advice, L" ", NumberPart(error), L" ", MessagePart(error)));
 }

@@ -57,7 +57,7 @@ private:
     void Remember(const RuntimeError& error);
     void ReportNoObject(const RuntimeError& error);
     void ReportNotLoggedIn(const RuntimeError& error);
-    void ReportConnectionLost(const RuntimeError& error);
+    void ReportConnectionLost(const RuntimeError& error, bool inBox);
 
     GoldMine& goldMine_;
     const XPathReader& reader_;
@@ -66,6 +66,7 @@ private:
     MessageBoxes& boxes_;
     Clock& clock_;
     std::optional<RuntimeError> reportedError_;
+    int lossesTold_ = 0;
     std::function<bool()> clientRuns_;
 };
 

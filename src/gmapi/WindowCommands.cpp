@@ -70,7 +70,9 @@ std::wstring WindowCommands::GetControlText(std::wstring_view windowHandle,
                  L"data[@name='hWnd'][.=",
                  windowHandle, L"])/.."),
             NodeForm::Xml);
-        if (!window || Refused(reply, call)) {
+        // A reply that does not even speak of such a list was meant for another command.
+        const bool isList = window && reply.find(L"WindowsList") != std::wstring::npos;
+        if (!isList || Refused(reply, call)) {
             RuntimeError error = MakeRuntimeError(ErrorNumber::TypeMismatch);
             error.description = Join(call, L" returned no readable list.");
             throw error;

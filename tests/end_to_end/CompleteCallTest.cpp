@@ -22,6 +22,22 @@ TEST_F(CompleteCallTest, ADialogReportedBeforeTheReplyIsFilledInAtOnce) {
     EXPECT_EQ(FieldOf(dialog, notesId), "");
 }
 
+// The command inside is lost, and the menu command with it.
+TEST_F(CompleteCallTest, AGoldMineThatDiesWhileItsDialogIsFilledInIsToldOfOnce) {
+    GoldMine().SetFaults("MenuCommand event before\nGetActiveWindowsList die\n");
+    GoldMineIsSpoilt();
+
+    const Outcome run = Run(connected);
+
+    const std::string lost = "Lost connection to GoldMine's user interface. ";
+    ASSERT_EQ(run.boxes.size(), 1u);
+    EXPECT_TRUE(run.boxes[0].text.starts_with(lost)) << run.boxes[0].text;
+    EXPECT_EQ(
+        std::count_if(run.log.begin(), run.log.end(),
+                      [&](const std::string& line) { return line.starts_with("[9]: " + lost); }),
+        2);
+}
+
 TEST_F(CompleteCallTest, ADialogReportedAfterTheReplyIsWaitedFor) {
     PracticeGoldMine& goldMine = GoldMine();
     goldMine.SetFaults("MenuCommand event on end-to-end tests dialog\n");

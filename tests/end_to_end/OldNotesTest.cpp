@@ -243,18 +243,21 @@ const std::string noList = "13|GetActiveWindowsList returned no readable list.";
 
 INSTANTIATE_TEST_SUITE_P(
     Faults, UnreadableListTest,
-    testing::Values(UnreadableList{"AccessDenied", "access-denied",
-                                   "GoldMine may be running but you are not logged in.",
-                                   "70|Permission denied"},
-                    UnreadableList{"Empty", "reply ", "", noList},
-                    UnreadableList{"BrokenXml", "reply <GMAPI call=\"GetActiveWindowsList\"><data",
-                                   "", noList},
-                    UnreadableList{"Refused", "status 0 No", "", noList},
-                    UnreadableList{"ControlCharacter",
-                                   "reply <GMAPI call=\"GetActiveWindowsList\"><status "
-                                   "code=\"1\">Success</status><data name=\"WindowsList\"><data "
-                                   "name=\"window\">\x01</data></data></GMAPI>",
-                                   "", noList}),
+    testing::Values(
+        UnreadableList{"AccessDenied", "access-denied",
+                       "GoldMine may be running but you are not logged in.",
+                       "70|Permission denied"},
+        UnreadableList{"Empty", "reply ", "", noList},
+        UnreadableList{"BrokenXml", "reply <GMAPI call=\"GetActiveWindowsList\"><data", "", noList},
+        UnreadableList{"Refused", "status 0 No", "", noList},
+        UnreadableList{"AnotherCommands",
+                       "reply <GMAPI call=\"Macro\"><status code=\"1\">ANN</status></GMAPI>", "",
+                       noList},
+        UnreadableList{"ControlCharacter",
+                       "reply <GMAPI call=\"GetActiveWindowsList\"><status "
+                       "code=\"1\">Success</status><data name=\"WindowsList\"><data "
+                       "name=\"window\">\x01</data></data></GMAPI>",
+                       "", noList}),
     NameOf);
 
 }  // namespace end_to_end

@@ -519,6 +519,7 @@ INSTANTIATE_TEST_SUITE_P(
             Unreadable{L"<GMAPI call=\"GetActiveWindowsList\"><status code=\"0\">No</status>"
                        L"</GMAPI>",
                        0, noList},
+            Unreadable{L"<GMAPI call=\"Macro\"><status code=\"1\">ANN</status></GMAPI>", 0, noList},
             Unreadable{L"<GMAPI call=\"GetActiveWindowsList\"><status code=\"1\">Success</status>"
                        L"<data name=\"WindowsList\"><data name=\"window\"><data name=\"hWnd\">1"
                        L"</data><data name=\"Text\">\x0002</data></data></data></GMAPI>",
@@ -565,7 +566,8 @@ TEST_F(FillInTest, TheHandleIsWrittenAsADecimalNumber) {
     link = {};
     Await(L"call");
     goldMine.answerAll = nullptr;
-    goldMine.answers[L"<GMAPI call=\"GetActiveWindowsList\"/>"] = L"<GMAPI/>";
+    goldMine.answers[L"<GMAPI call=\"GetActiveWindowsList\"/>"] =
+        L"<GMAPI call=\"GetActiveWindowsList\"/>";
     const std::wstring setRef =
         L"<GMAPI call=\"SetControlText\"><data name=\"hWndParent\">-12</data>"
         L"<data name=\"ID\">1016</data><data name=\"Text\">call</data></GMAPI>";

@@ -169,6 +169,23 @@ INSTANTIATE_TEST_SUITE_P(Errors, LostConnectionTest,
                                          ErrorNumberCase{-2147417848, L"-2147417848"},
                                          ErrorNumberCase{-2147220995, L"-2147220995"}));
 
+TEST_P(LostConnectionTest, IsToldInOneBoxWhenACommandAndOneInsideItAreLostTogether) {
+    RuntimeError error;
+    error.number = GetParam().number;
+    goldMine.onSend = [&](const std::wstring& sent) {
+        if (sent == command)
+            static_cast<void>(gmui.GMUI_Execute(L"<GMAPI call=\"Inner\"/>"));
+    };
+    goldMine.answerAll = [&](const std::wstring&) -> std::wstring { throw error; };
+
+    static_cast<void>(gmui.GMUI_Execute(command));
+    EXPECT_EQ(boxes.Take().size(), 1u);
+    EXPECT_EQ(status.lines.size(), 2u);
+
+    static_cast<void>(gmui.GMUI_Execute(L"<GMAPI call=\"Later\"/>"));
+    EXPECT_EQ(boxes.Take().size(), 1u) << "another loss";
+}
+
 class FailedCallTest : public GMUITest, public testing::WithParamInterface<std::int32_t> {};
 
 TEST_P(FailedCallTest, TheNextCommandCreatesTheObjectAfresh) {

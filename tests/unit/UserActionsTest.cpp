@@ -318,6 +318,8 @@ TEST_F(UserActionsTest, WhileTheDialogIsFilledInNoCallBeginsAndTheWindowClosesAf
         if (command.find(L"SetControlText") != std::wstring::npos)
             return L"<GMAPI call=\"GMUI_SetControlText\"><status "
                    L"code=\"1\">Success</status></GMAPI>";
+        if (command.find(L"GetActiveWindowsList") != std::wstring::npos)
+            return L"<GMAPI call=\"GetActiveWindowsList\"/>";
         return L"<GMAPI call=\"Macro\"><status code=\"1\">(555)123-4567</status></GMAPI>";
     };
     made.form.NotesAreHTML = true;

@@ -222,6 +222,7 @@ TEST_F(GetControlTextTest, AListThatCannotBeReadIsAnErrorAndNoEmptyText) {
     for (const wchar_t* reply :
          {L"", L"not a list", L"<GMAPI call=\"GetActiveWindowsList\">",
           L"<GMAPI call=\"GetActiveWindowsList\"><status code=\"0\">No</status></GMAPI>",
+          L"<GMAPI call=\"Macro\"><status code=\"1\">ANN</status></GMAPI>",
           // A control character, in the text of any window, is no XML.
           L"<GMAPI call=\"GetActiveWindowsList\"><status code=\"1\">Success</status>"
           L"<data name=\"WindowsList\"><data name=\"window\">\x0001</data></data></GMAPI>"}) {
@@ -295,7 +296,7 @@ public:
 class ControlTextQueriesTest : public GoldMineFixture {
 protected:
     ControlTextQueriesTest() {
-        goldMine.answers[L"<GMAPI call=\"GetActiveWindowsList\"/>"] = L"<list/>";
+        goldMine.answers[L"<GMAPI call=\"GetActiveWindowsList\"/>"] = L"<WindowsList/>";
     }
     ScriptedReader reader;
     GMUI scriptedGmui{goldMine, reader, form, status, boxes, clock};
@@ -308,7 +309,7 @@ TEST_F(ControlTextQueriesTest, TheWindowIsReadAsMarkupAndTheControlOutOfIt) {
     EXPECT_EQ(scriptedWindows.GetControlText(L"4711", L"1016"), L"x < y");
 
     ASSERT_EQ(reader.asked.size(), 2U);
-    EXPECT_EQ(reader.asked[0].reply, L"<list/>");
+    EXPECT_EQ(reader.asked[0].reply, L"<WindowsList/>");
     EXPECT_EQ(reader.asked[0].expression,
               L"(/GMAPI/data[@name='WindowsList']/data[@name='window']/"
               L"data[@name='hWnd'][.=4711])/..");
