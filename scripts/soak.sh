@@ -25,9 +25,9 @@ has_libfuzzer() {
 }
 
 # fuzz [minutes]: each target gets an equal share of the time. In build/soak/fuzz/<target>/ are
-# then found/, the inputs that stopped it, reduced where libFuzzer drives, and merged/, the smallest
-# set of inputs that reaches all that was reached; what of it is worth keeping goes into
-# tests/fuzz/corpus by hand.
+# then found/, the inputs that stopped it, and, where libFuzzer drives, each of them reduced and
+# merged/, the kept corpus with the smallest inputs that reach further; what of them is worth
+# keeping goes into tests/fuzz/corpus by hand.
 fuzz() {
     local minutes=${1:-60}
     [[ $minutes =~ ^[0-9]+$ ]] || usage
@@ -78,8 +78,9 @@ fuzz_with_libFuzzer() {
             -exact_artifact_path="$work/found/reduced-${find##*/}" "$find" || true
     done
     rm -rf "$work/merged"
-    mkdir "$work/merged"
-    nice "$program" -merge=1 -max_len=4096 "$work/merged" "$kept" "$work/grown" || status=1
+    cp -r "$kept" "$work/merged"
+    # Code that was reached counts, not how often.
+    nice "$program" -merge=1 -use_counters=0 "$work/merged" "$work/grown" || status=1
     return "$status"
 }
 
