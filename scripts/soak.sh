@@ -89,7 +89,7 @@ fuzz_with_mutations() {
     cd "$work/found"
     while [ "$SECONDS" -lt "$end" ]; do
         seed=$((seed + 1))
-        nice "$program" "$kept" 20000 "$seed" ||
+        nice "$program" "$kept" 1000 "$seed" ||
             { mv "${program##*/}.find" "seed-$seed"; cd "$top"; return 1; }
     done
     cd "$top"
