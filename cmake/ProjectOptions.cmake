@@ -35,6 +35,11 @@ if(CORVANE_SANITIZE)
     add_link_options(${sanitizers})
 endif()
 
+if(CORVANE_LIBFUZZER)
+    # Tells libFuzzer what an input reaches.
+    add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
+
 # Shipped programs are small: optimised for size, and what nobody calls is left out. Link-time
 # optimisation stays off: it ends in an internal error of MinGW's GCC 12.
 if(WIN32)

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Fails when a C++ file is not laid out as .clang-format says, or any text file breaks a rule of
-# .editorconfig.
+# .editorconfig. Inputs of fuzz targets are any bytes.
 set -euo pipefail
 # shellcheck source=scripts/common.sh
 . "$(dirname "$0")/common.sh"
@@ -9,7 +9,7 @@ cd "$top"
 export LC_ALL=C.UTF-8
 
 mapfile -t -d '' texts < <(find . \( -name .git -o -path ./build -o -path ./dist \
-    -o -name .idea -o -name .vscode \) -prune \
+    -o -path ./tests/fuzz/corpus -o -name .idea -o -name .vscode \) -prune \
     -o -type f ! -name '*.ico' ! -name '*.png' ! -name '*.tgz' -print0)
 mapfile -t -d '' sources < <(find cmake src standin tests \( -name '*.cpp' -o -name '*.h' \) -print0)
 [ "${#sources[@]}" -gt 0 ] || fail "there is no C++ file here"

@@ -77,7 +77,7 @@ while IFS=$'\t' read -r file header; do
     tests/support/windows/*:support/*) [ -f "tests/$header" ] ;;
     tests/support/*:support/windows/*) false ;;
     tests/*:support/*) [ -f "tests/$header" ] ;;
-    tests/unit/* | tests/windows/* | tests/fakes/*)
+    tests/unit/* | tests/windows/* | tests/fakes/* | tests/fuzz/* | tests/memory/*)
         [ -f "$beside" ] || [ -f "tests/$header" ] || [ -f "src/$header" ]
         ;;
     *) [ -f "$beside" ] ;;

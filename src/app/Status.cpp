@@ -116,6 +116,14 @@ void Status::Show(std::wstring_view message) {
 
 void Status::WriteLogLine(std::wstring_view message) noexcept {
     try {
+        AppendToLog(message);
+    } catch (const std::exception&) {
+        // Nor does want of memory for a line stop the program.
+    }
+}
+
+void Status::AppendToLog(std::wstring_view message) {
+    try {
         files_.AppendToFile(
             form_.txtLogPath.text(),
             Join(std::to_wstring(runNumber_), L"\t", TimeStamp(clock_.GetLocalTimeMs()), L"\t[",
@@ -126,8 +134,6 @@ void Status::WriteLogLine(std::wstring_view message) noexcept {
             Show(Join(L"Could not write to log file ", Quoted(form_.txtLogPath.text()), L": ",
                       error.description));
         }
-    } catch (const std::exception&) {
-        // Nor does want of memory for a line.
     }
 }
 

@@ -42,6 +42,7 @@ private:
     void Show(std::wstring_view message);
     // A line that cannot be written is lost; the run goes on.
     void WriteLogLine(std::wstring_view message) noexcept;
+    void AppendToLog(std::wstring_view message);
 
     Form& form_;
     const ProgramInfo& program_;

@@ -1,8 +1,6 @@
 // WinMain: makes the real adapters and the window, runs the program on them, and serves the
 // window's messages if it is shown.
 
-#include <exception>
-#include <new>
 #include <string>
 
 #include "app/Program.h"
@@ -19,6 +17,7 @@
 #include "platform/WindowsProcesses.h"
 #include "platform/WindowsShell.h"
 #include "ui/window/MainWindow.h"
+#include "util/ErrorReport.h"
 #include "util/Text.h"
 
 #include "Version.h"
@@ -61,19 +60,12 @@ void Run(HINSTANCE instance) {
 }  // namespace
 
 int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR, int) {
-    // Before there is a status writer: COM, memory or the program's own path could not be had.
-    const auto tell = [](const RuntimeError& error) {
-        SystemMessageBoxes(StartedBy::OtherProgram)
-            .Notify(RuntimeErrorText(error), BoxIcon::Critical);
-    };
     try {
         Run(instance);
-    } catch (const RuntimeError& error) {
-        tell(error);
-    } catch (const std::bad_alloc&) {
-        tell(MakeRuntimeError(ErrorNumber::OutOfMemory));
-    } catch (const std::exception&) {
-        tell(MakeRuntimeError(ErrorNumber::InvalidProcedureCall));
+    } catch (...) {
+        // Before there is a status writer: COM, memory or the program's own path could not be had.
+        SystemMessageBoxes boxes(StartedBy::OtherProgram);
+        ErrorReport::ShowCurrentError(boxes);
     }
     // There is no meaning in exit codes.
     return 0;

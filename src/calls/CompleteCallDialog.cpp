@@ -49,7 +49,7 @@ void CompleteCallDialog::OpenCompleteCallDialog(const std::wstring& refText,
         }
         parts_.status.WriteStatus(L"Opening Complete Call dialog before saving in history.");
         reply = parts_.gmui.GMUI_Execute(command);
-    } catch (const RuntimeError&) {
+    } catch (...) {
         awaited_ = false;  // no dialog will come
         throw;
     }

@@ -23,7 +23,7 @@ public:
             return;
         try {
             Close();
-        } catch (const RuntimeError&) {
+        } catch (...) {
             // Another error is on its way and says more.
         }
     }

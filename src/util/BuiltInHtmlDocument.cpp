@@ -152,14 +152,20 @@ private:
 std::size_t StartOfBody(std::wstring_view html) {
     std::size_t behindHead = npos;
     std::size_t behindHtml = npos;
+    bool inHead = false;
     Scanner scanner(html);
     Piece piece;
     while (scanner.Next(piece)) {
         if (piece.kind == PieceKind::OpenTag && EqualsIgnoringCase(piece.name, L"body"))
             return piece.end;
-        if (piece.kind == PieceKind::CloseTag && EqualsIgnoringCase(piece.name, L"head"))
+        if (piece.kind == PieceKind::OpenTag && EqualsIgnoringCase(piece.name, L"head"))
+            inHead = true;
+        if (piece.kind == PieceKind::CloseTag && EqualsIgnoringCase(piece.name, L"head")) {
+            inHead = false;
             behindHead = piece.end;
-        if (piece.kind == PieceKind::OpenTag && EqualsIgnoringCase(piece.name, L"html"))
+        }
+        // What stands in a head is not seen.
+        if (piece.kind == PieceKind::OpenTag && EqualsIgnoringCase(piece.name, L"html") && !inHead)
             behindHtml = piece.end;
     }
     return behindHead != npos ? behindHead : behindHtml;

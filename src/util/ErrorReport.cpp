@@ -10,6 +10,19 @@
 
 namespace corvane {
 
+namespace {
+
+// The text needs no memory that is not there.
+void ShowOutOfMemory(MessageBoxes& boxes) noexcept {
+    try {
+        boxes.Notify(L"Run-time error '7':\r\n\r\nOut of memory", BoxIcon::Critical);
+    } catch (...) {
+        // Nothing is left that could be said.
+    }
+}
+
+}  // namespace
+
 void ErrorReport::Report(const RuntimeError& error) {
     try {
         WriteLine(error);
@@ -44,11 +57,19 @@ RuntimeError ErrorReport::CurrentError() {
     }
 }
 
+void ErrorReport::ShowCurrentError(MessageBoxes& boxes) noexcept {
+    try {
+        boxes.Notify(RuntimeErrorText(CurrentError()), BoxIcon::Critical);
+    } catch (...) {
+        ShowOutOfMemory(boxes);
+    }
+}
+
 void ErrorReport::ReportCurrentException() noexcept {
     try {
         Report(CurrentError());
     } catch (...) {
-        // Nothing is left that could be said: reporting itself failed.
+        ShowOutOfMemory(boxes_);
     }
 }
 

@@ -21,6 +21,9 @@ public:
     // The exception that is being handled, as a run-time error.
     [[nodiscard]] static RuntimeError CurrentError();
 
+    // Its box alone, where there is no status writer yet.
+    static void ShowCurrentError(MessageBoxes& boxes) noexcept;
+
     // Runs an entry point; no exception leaves it. False when one would have.
     template <class Body>
     bool Guard(Body&& body) noexcept {

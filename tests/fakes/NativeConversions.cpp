@@ -112,8 +112,9 @@ std::wstring FormatNumericText(std::wstring_view text, std::wstring_view format)
     if (!value || format.empty())
         return std::wstring(text);
     // A text of digits keeps them all, also those that a double would round.
-    const bool digitsOnly = text.find_first_not_of(L"0123456789") == std::wstring_view::npos;
-    std::wstring digits = digitsOnly ? std::wstring(text) : Printed("%.0f", *value);
+    const std::wstring_view trimmed = TrimBlanks(text);
+    const bool digitsOnly = trimmed.find_first_not_of(L"0123456789") == std::wstring_view::npos;
+    std::wstring digits = digitsOnly ? std::wstring(trimmed) : Printed("%.0f", *value);
     digits.erase(0, digits.find_first_not_of(L'0'));
     std::wstring reversed;
     const auto firstPlace = format.find(L'#');

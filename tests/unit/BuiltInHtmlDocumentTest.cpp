@@ -61,7 +61,7 @@ TEST_P(FragmentTest, IsWrappedIntoADocumentBehindTheNewFragment) {
 INSTANTIATE_TEST_SUITE_P(Texts, FragmentTest,
                          testing::Values(L"", L"plain text", L"<b>bold</b>", L"<!-- <body> -->",
                                          L"a < b > c", L"<bodyguard>", L"</body>", L"<", L"<!",
-                                         L"&amp; \x00FC"));
+                                         L"text<head><html>no end of the head", L"&amp; \x00FC"));
 
 struct Visible {
     std::wstring html;

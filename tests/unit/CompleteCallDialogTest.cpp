@@ -205,6 +205,12 @@ TEST_F(CompleteCallDialogTest, ARegistrationThatRaisesIsNotWaitedForEither) {
     ExpectAwaited(false);
 }
 
+TEST_F(CompleteCallDialogTest, ADialogThatThereWasNoMemoryForIsNotWaitedFor) {
+    goldMine.onSend = [](const std::wstring&) { throw std::bad_alloc(); };
+    EXPECT_THROW(dialog.OpenCompleteCallDialog(L"", {}), std::bad_alloc);
+    ExpectAwaited(false);
+}
+
 // Complete Call dialog 4711 with what stands in its Ref (1016) and Notes (1017).
 class FillInTest : public CompleteCallDialogTest {
 protected:

@@ -142,6 +142,7 @@ INSTANTIATE_TEST_SUITE_P(NoNumbersStayAsTheyAre, PhoneFormatTest,
 INSTANTIATE_TEST_SUITE_P(DigitsBeyondADoublesAreKept, PhoneFormatTest,
                          testing::Values(FormatCase{L"1234567890123456", L"(123456789)012-3456"},
                                          FormatCase{L"12345678901234567", L"(1234567890)123-4567"},
+                                         FormatCase{L" 12345678901234567", L"(1234567890)123-4567"},
                                          FormatCase{L"12345678901234567890",
                                                     L"(1234567890123)456-7890"}));
 

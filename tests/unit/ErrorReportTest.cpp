@@ -51,6 +51,43 @@ TEST_F(ErrorReportTest, AnErrorThatTheUserWasToldOfGetsItsLineAndNoSecondBox) {
     EXPECT_EQ(status.lines, std::vector<std::wstring>{L"Run-time error '70':  Permission denied"});
 }
 
+// Has memory from the second box on.
+class ShortMemoryBoxes final : public MessageBoxes {
+public:
+    BoxAnswer Show(std::wstring_view text, BoxButtons, BoxIcon) override {
+        if (asked++ == 0)
+            throw std::bad_alloc();
+        shown = text;
+        return BoxAnswer::Ok;
+    }
+    int asked = 0;
+    std::wstring shown;
+};
+
+TEST_F(ErrorReportTest, WhereAnErrorCannotBeShownWantOfMemoryIs) {
+    ShortMemoryBoxes guarded;
+    EXPECT_FALSE(ErrorReport(status, guarded).Guard([] { throw MakeRuntimeError(5); }));
+    EXPECT_EQ(guarded.shown, L"Run-time error '7':\r\n\r\nOut of memory");
+
+    ShortMemoryBoxes last;
+    try {
+        throw MakeRuntimeError(5);
+    } catch (...) {
+        ErrorReport::ShowCurrentError(last);
+    }
+    EXPECT_EQ(last.shown, guarded.shown);
+}
+
+TEST_F(ErrorReportTest, WithoutAStatusThereIsTheBoxAlone) {
+    try {
+        throw std::bad_alloc();
+    } catch (...) {
+        ErrorReport::ShowCurrentError(boxes);
+    }
+    EXPECT_EQ(boxes.Take(), (std::vector<ShownBox>{{L"Run-time error '7':\r\n\r\nOut of memory",
+                                                    BoxButtons::Ok, BoxIcon::Critical}}));
+}
+
 TEST_F(ErrorReportTest, WhatSucceedsIsNotReported) {
     EXPECT_TRUE(errors.Guard([] {}));
     EXPECT_TRUE(status.lines.empty());

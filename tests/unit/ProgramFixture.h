@@ -58,6 +58,10 @@ struct FakeSurroundings {
 
     // These seams, for a program with these arguments behind its path in the command line.
     [[nodiscard]] Surroundings Seams(std::wstring arguments) {
+        return Seams(std::move(arguments), boxes);
+    }
+    // With other message boxes.
+    [[nodiscard]] Surroundings Seams(std::wstring arguments, MessageBoxes& otherBoxes) {
         return {.info = info,
                 .commandLine = std::move(arguments),
                 .goldMine = goldMine,
@@ -68,7 +72,7 @@ struct FakeSurroundings {
                 .processes = processes,
                 .shell = shell,
                 .clock = clock,
-                .boxes = boxes,
+                .boxes = otherBoxes,
                 .newHtmlDocument = [this] { return std::make_unique<FakeHtmlDocument>(html); },
                 .view = view};
     }

@@ -1,0 +1,101 @@
+#!/usr/bin/env bash
+# The long form of what ./test.sh does for seconds only:
+#   soak.sh fuzz [minutes]   the fuzz targets, 60 minutes in all unless told otherwise
+#
+# Works in build/soak/<subcommand>; fails when something was found.
+set -euo pipefail
+# shellcheck source=scripts/common.sh
+. "$(dirname "$0")/common.sh"
+cd "$top"
+
+usage() {
+    sed -n '2,/^set /{/^set /d;s/^# \{0,1\}//;p}' "$0" >&2
+    exit 2
+}
+
+# has_libfuzzer: whether Clang is here with the library that drives fuzz targets.
+has_libfuzzer() {
+    local work status=0
+    work=$(mktemp -d)
+    echo 'extern "C" int LLVMFuzzerTestOneInput(const char*, unsigned long) { return 0; }' |
+        clang++ -x c++ -fsanitize=fuzzer,address,undefined -o "$work/target" - 2>"$work/log" ||
+        status=1
+    rm -rf "$work"
+    return "$status"
+}
+
+# fuzz [minutes]: each target gets an equal share of the time. In build/soak/fuzz/<target>/ are
+# then found/, the inputs that stopped it, and, where libFuzzer drives, each of them reduced and
+# merged/, the kept corpus with the smallest inputs that reach further; what of them is worth
+# keeping goes into tests/fuzz/corpus by hand.
+fuzz() {
+    local minutes=${1:-60}
+    [[ $minutes =~ ^[0-9]+$ ]] || usage
+    local targets=() folder
+    for folder in tests/fuzz/corpus/*/; do
+        targets+=("$(basename "$folder")")
+    done
+    local seconds=$((minutes * 60 / ${#targets[@]})) work=$PWD/build/soak/fuzz
+    scripts/setup.sh soak || fail "the set-up failed"
+
+    local engine=mutations options=()
+    if has_libfuzzer; then
+        engine=libFuzzer
+        options=(-DCMAKE_C_COMPILER=clang -DCMAKE_CXX_COMPILER=clang++ -DCORVANE_LIBFUZZER=ON)
+    else
+        say "no libFuzzer here: the driver of the tests mutates the corpus by itself"
+    fi
+    say "$engine: ${#targets[@]} targets, $seconds s each"
+    local build=$work/$engine
+    cmake --preset native-asan -B "$build" "${options[@]}" >/dev/null
+    nice cmake --build "$build" -j "$(nproc)" --target fuzz_targets
+
+    local target found=()
+    for target in "${targets[@]}"; do
+        say "$target"
+        mkdir -p "$work/$target/found"
+        "fuzz_with_$engine" "$build/tests/fuzz_$target" "$PWD/tests/fuzz/corpus/$target" \
+            "$work/$target" "$seconds" >"$work/$target/log" 2>&1 ||
+            { found+=("$target"); tail -n 40 "$work/$target/log" >&2; }
+        grep -E 'stat::number_of_executed_units|BINGO|MERGE-OUTER:.*files|mutations$' \
+            "$work/$target/log" | tail -n 3 >&2 || true
+    done
+    [ "${#found[@]}" -eq 0 ] || fail "found something: ${found[*]} (see build/soak/fuzz)"
+    say "nothing found"
+}
+
+# fuzz_with_<engine> <program> <kept corpus> <work folder> <seconds>
+fuzz_with_libFuzzer() {
+    local program=$1 kept=$2 work=$3 seconds=$4 status=0 find
+    mkdir -p "$work/grown"
+    nice "$program" -max_total_time="$seconds" -max_len=4096 -timeout=20 -print_final_stats=1 -print_funcs=0 \
+        -artifact_prefix="$work/found/" "$work/grown" "$kept" || status=1
+    for find in "$work"/found/crash-*; do
+        if [ ! -f "$find" ] || [ -f "$work/found/reduced-${find##*/}" ]; then
+            continue
+        fi
+        nice "$program" -minimize_crash=1 -max_total_time=30 \
+            -exact_artifact_path="$work/found/reduced-${find##*/}" "$find" || true
+    done
+    rm -rf "$work/merged"
+    cp -r "$kept" "$work/merged"
+    # Code that was reached counts, not how often.
+    nice "$program" -merge=1 -use_counters=0 "$work/merged" "$work/grown" || status=1
+    return "$status"
+}
+
+fuzz_with_mutations() {
+    local program=$1 kept=$2 work=$3 end=$((SECONDS + $4)) seed=$RANDOM
+    cd "$work/found"
+    while [ "$SECONDS" -lt "$end" ]; do
+        seed=$((seed + 1))
+        nice "$program" "$kept" 1000 "$seed" ||
+            { mv "${program##*/}.find" "seed-$seed"; cd "$top"; return 1; }
+    done
+    cd "$top"
+}
+
+case ${1:-} in
+fuzz) "$@" ;;
+*) usage ;;
+esac
