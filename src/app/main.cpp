@@ -9,6 +9,7 @@
 #include "platform/cRegistry.h"
 #include "platform/goldmine/GoldMineAutomation.h"
 #include "platform/kit/ComApartment.h"
+#include "platform/kit/SystemLibraries.h"
 #include "platform/modFile.h"
 #include "platform/modIniFile.h"
 #include "platform/MshtmlDocument.h"
@@ -61,6 +62,7 @@ void Run(HINSTANCE instance) {
 }  // namespace
 
 int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR, int) {
+    LoadFromSystemFolderOnly();
     // Before there is a status writer: COM, memory or the program's own path could not be had.
     const auto tell = [](const RuntimeError& error) {
         SystemMessageBoxes(StartedBy::OtherProgram)
