@@ -26,27 +26,29 @@ const std::map<std::string, const char*> windows7 = {
      R"(CombineRgn CreateFontIndirectW CreateRectRgn CreateRectRgnIndirect DeleteObject
          GetDeviceCaps SelectObject SetBkMode SetTextColor)"},
     {"kernel32.dll",
-     R"(AddVectoredExceptionHandler __C_specific_handler CloseHandle CreateDirectoryW
-         CreateEventA CreateEventW CreateFileW CreateMutexW CreateProcessW CreateSemaphoreA
-         CreateToolhelp32Snapshot DeleteCriticalSection DuplicateHandle EnterCriticalSection
-         FileTimeToSystemTime FindClose FindFirstFileW FindNextFileW FormatMessageA
-         FormatMessageW FreeLibrary GetCommandLineW GetCurrentProcess GetCurrentProcessId
-         GetCurrentThread GetCurrentThreadId GetFileAttributesW GetHandleInformation GetLastError
-         GetLocalTime GetModuleFileNameW GetModuleHandleA GetModuleHandleW
-         GetPrivateProfileStringA GetProcAddress GetProcessAffinityMask GetStartupInfoW
-         GetSystemDirectoryW GetSystemTimeAsFileTime GetThreadContext GetThreadPriority
-         GetTickCount64 GetTimeZoneInformation GlobalLock GlobalSize GlobalUnlock
-         InitializeCriticalSection IsDBCSLeadByteEx IsDebuggerPresent LeaveCriticalSection
-         LoadLibraryA LoadLibraryExW LoadLibraryW LocalFree MulDiv MultiByteToWideChar
-         OpenProcess OutputDebugStringA Process32FirstW Process32NextW ProcessIdToSessionId
-         QueryFullProcessImageNameA QueryPerformanceCounter QueryPerformanceFrequency
-         RaiseException ReleaseMutex ReleaseSemaphore RemoveVectoredExceptionHandler ResetEvent
-         ResumeThread RtlCaptureContext RtlLookupFunctionEntry RtlUnwindEx RtlVirtualUnwind
-         SetDllDirectoryW SetEvent SetLastError SetProcessAffinityMask SetThreadContext
-         SetThreadPriority SetUnhandledExceptionFilter Sleep SuspendThread
-         SystemTimeToTzSpecificLocalTime TlsAlloc TlsGetValue TlsSetValue TryEnterCriticalSection
-         VirtualProtect VirtualQuery WaitForMultipleObjects WaitForSingleObject
-         WideCharToMultiByte WriteFile WritePrivateProfileStringA)"},
+     R"(AddVectoredExceptionHandler __C_specific_handler CloseHandle CompareStringOrdinal
+         CopyFileW CreateDirectoryW CreateEventA CreateEventW CreateFileW CreateMutexW
+         CreateProcessW CreateSemaphoreA CreateToolhelp32Snapshot DeleteCriticalSection
+         DuplicateHandle EnterCriticalSection FileTimeToSystemTime FindClose FindFirstFileW
+         FindNextFileW FormatMessageA FormatMessageW FreeLibrary GetCommandLineW
+         GetCurrentProcess GetCurrentProcessId GetCurrentThread GetCurrentThreadId
+         GetFileAttributesW GetFileInformationByHandle GetFinalPathNameByHandleW
+         GetHandleInformation GetLastError GetLocalTime GetModuleFileNameW GetModuleHandleA
+         GetModuleHandleW GetPrivateProfileStringA GetProcAddress GetProcessAffinityMask
+         GetStartupInfoW GetSystemDirectoryW GetSystemTimeAsFileTime GetThreadContext
+         GetThreadPriority GetTickCount64 GetTimeZoneInformation GlobalLock GlobalSize
+         GlobalUnlock InitializeCriticalSection IsDBCSLeadByteEx IsDebuggerPresent
+         LeaveCriticalSection LoadLibraryA LoadLibraryExW LoadLibraryW LocalFree MulDiv
+         MultiByteToWideChar OpenProcess OutputDebugStringA Process32FirstW Process32NextW
+         ProcessIdToSessionId QueryFullProcessImageNameA QueryPerformanceCounter
+         QueryPerformanceFrequency RaiseException ReleaseMutex ReleaseSemaphore
+         RemoveVectoredExceptionHandler ResetEvent ResumeThread RtlCaptureContext
+         RtlLookupFunctionEntry RtlUnwindEx RtlVirtualUnwind SetDllDirectoryW SetEvent
+         SetLastError SetProcessAffinityMask SetThreadContext SetThreadPriority
+         SetUnhandledExceptionFilter Sleep SuspendThread SystemTimeToTzSpecificLocalTime TlsAlloc
+         TlsGetValue TlsSetValue TryEnterCriticalSection VirtualProtect VirtualQuery
+         WaitForMultipleObjects WaitForSingleObject WideCharToMultiByte WriteFile
+         WritePrivateProfileStringA)"},
     {"msvcrt.dll",
      R"(abort _amsg_exit atoi _beginthreadex calloc _cexit _close _commode _endthreadex _errno
          _exit exit _fmode fprintf fputc fputs fputwc free fwprintf fwrite _initterm _iob

@@ -2,9 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 
+#include "platform/kit/Bstr.h"
 #include "platform/kit/ComApartment.h"
+#include "platform/kit/XmlDocument.h"
+#include "support/windows/TemporaryFolder.h"
 #include "util/RuntimeError.h"
 
 namespace corvane::test {
@@ -156,6 +160,33 @@ TEST_F(MsxmlXPathReaderTest, ReplyOfAMegabyteIsRead) {
     EXPECT_EQ(Text(L"<GMAPI><data name=\"Notes\">" + text + L"</data></GMAPI>",
                    L"/GMAPI/data[@name=\"Notes\"]"),
               text);
+}
+
+// A reply that names a file is not to bring its content into the program.
+TEST_F(MsxmlXPathReaderTest, NothingExternalIsRead) {
+    const test_support::TemporaryFolder folder;
+    const std::wstring secret = folder.Write(L"secret.txt", "secret");
+    std::wstring address = L"file:///" + secret;
+    std::replace(address.begin(), address.end(), L'\\', L'/');
+    const std::wstring reply = L"<!DOCTYPE GMAPI [<!ENTITY there SYSTEM \"" + address +
+                               L"\">]><GMAPI><status>&there;</status></GMAPI>";
+    EXPECT_EQ(Text(reply, L"/GMAPI/status").find(L"secret"), std::wstring::npos);
+
+    for (const CLSID& version : {xmlDocument3, xmlDocument6}) {
+        const auto document = NewXmlDocument(version);
+        VARIANT_BOOL loaded = VARIANT_FALSE;
+        EXPECT_GE(document->loadXML(Bstr(reply).get(), &loaded), S_OK);
+        Bstr xml;
+        EXPECT_GE(document->get_xml(xml.put()), S_OK);
+        EXPECT_EQ(xml.text().find(L">secret"), std::wstring::npos) << "read";
+        for (const auto get :
+             {&IXMLDOMDocument2::get_resolveExternals, &IXMLDOMDocument2::get_validateOnParse,
+              &IXMLDOMDocument2::get_async}) {
+            VARIANT_BOOL set = VARIANT_TRUE;
+            EXPECT_EQ((document.Get()->*get)(&set), S_OK);
+            EXPECT_EQ(set, VARIANT_FALSE);
+        }
+    }
 }
 
 TEST_F(MsxmlXPathReaderTest, WrongExpressionRaises) {
