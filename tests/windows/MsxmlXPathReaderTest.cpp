@@ -179,13 +179,24 @@ TEST_F(MsxmlXPathReaderTest, NothingExternalIsRead) {
         Bstr xml;
         EXPECT_GE(document->get_xml(xml.put()), S_OK);
         EXPECT_EQ(xml.text().find(L">secret"), std::wstring::npos) << "read";
-        for (const auto get :
-             {&IXMLDOMDocument2::get_resolveExternals, &IXMLDOMDocument2::get_validateOnParse,
-              &IXMLDOMDocument2::get_async}) {
-            VARIANT_BOOL set = VARIANT_TRUE;
-            EXPECT_EQ((document.Get()->*get)(&set), S_OK);
-            EXPECT_EQ(set, VARIANT_FALSE);
-        }
+    }
+}
+
+// Not every system's MSXML fetches by itself; what does is told not to.
+TEST_F(MsxmlXPathReaderTest, ADocumentThatWouldFetchIsToldNotTo) {
+    for (const CLSID& version : {xmlDocument3, xmlDocument6}) {
+        const auto document = NewXmlDocument(version);
+        ASSERT_EQ(document->put_resolveExternals(VARIANT_TRUE), S_OK);
+        ASSERT_EQ(document->put_validateOnParse(VARIANT_TRUE), S_OK);
+
+        FetchNothing(*document.Get());
+
+        VARIANT_BOOL resolves = VARIANT_TRUE;
+        VARIANT_BOOL validates = VARIANT_TRUE;
+        EXPECT_EQ(document->get_resolveExternals(&resolves), S_OK);
+        EXPECT_EQ(document->get_validateOnParse(&validates), S_OK);
+        EXPECT_EQ(resolves, VARIANT_FALSE);
+        EXPECT_EQ(validates, VARIANT_FALSE);
     }
 }
 

@@ -5,6 +5,15 @@
 
 namespace corvane {
 
+void FetchNothing(IXMLDOMDocument2& document) {
+    ThrowIfFailed(document.put_resolveExternals(VARIANT_FALSE));
+    ThrowIfFailed(document.put_validateOnParse(VARIANT_FALSE));
+    // GoldMine's replies have no DTD. An early version 3 does not know the property, and resolves
+    // nothing by what was said before.
+    Variant prohibited(true);
+    static_cast<void>(document.setProperty(Bstr(L"ProhibitDTD").get(), *prohibited.get()));
+}
+
 Microsoft::WRL::ComPtr<IXMLDOMDocument2> NewXmlDocument(const CLSID& version) {
     // Missing from the import libraries of some compilers.
     constexpr IID domDocument2 = {
@@ -13,12 +22,7 @@ Microsoft::WRL::ComPtr<IXMLDOMDocument2> NewXmlDocument(const CLSID& version) {
     ThrowIfFailed(CoCreateInstance(version, nullptr, CLSCTX_INPROC_SERVER, domDocument2,
                                    reinterpret_cast<void**>(document.GetAddressOf())));
     ThrowIfFailed(document->put_async(VARIANT_FALSE));
-    ThrowIfFailed(document->put_resolveExternals(VARIANT_FALSE));
-    ThrowIfFailed(document->put_validateOnParse(VARIANT_FALSE));
-    // GoldMine's replies have no DTD. An early version 3 does not know the property, and resolves
-    // nothing by what was said before.
-    Variant prohibited(true);
-    static_cast<void>(document->setProperty(Bstr(L"ProhibitDTD").get(), *prohibited.get()));
+    FetchNothing(*document.Get());
     return document;
 }
 

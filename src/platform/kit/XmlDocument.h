@@ -13,8 +13,11 @@ inline constexpr CLSID xmlDocument3 = {
 inline constexpr CLSID xmlDocument6 = {
     0x88d96a05, 0xf192, 0x11d4, {0xa6, 0x5f, 0x00, 0x40, 0x96, 0x32, 0x51, 0xe5}};
 
-// A document of one version that reads the text it is given and fetches nothing, whatever the text
-// names; version 3 would by itself. Raises when this version is not installed.
+// The document reads the text it is given and fetches nothing, whatever the text names; version 3
+// would by itself.
+void FetchNothing(IXMLDOMDocument2& document);
+
+// A document of one version that fetches nothing. Raises when this version is not installed.
 [[nodiscard]] Microsoft::WRL::ComPtr<IXMLDOMDocument2> NewXmlDocument(const CLSID& version);
 
 }  // namespace corvane
