@@ -71,8 +71,9 @@ refresh_lists() {
 }
 
 install() {
+    # A package that could only come in another's place does not come.
     as_root env DEBIAN_FRONTEND=noninteractive apt-get -qq -o Dpkg::Use-Pty=0 \
-        -o DPkg::Lock::Timeout=300 install -y --no-install-recommends "$@" \
+        -o DPkg::Lock::Timeout=300 install -y --no-remove --no-install-recommends "$@" \
         </dev/null
 }
 
@@ -97,7 +98,7 @@ install_32bit_wine() {
             local architecture_is_ours=yes
         fi
         refresh_lists
-        if apt-get -qq install -s wine32:i386 >/dev/null 2>&1; then
+        if apt-get -qq install -s --no-remove wine32:i386 >/dev/null 2>&1; then
             say "installing wine32:i386"
             try_thrice install wine32:i386 >&2 && return 0
         fi

@@ -20,6 +20,18 @@ esac
 
 use_wine "$architecture"
 
+# A prefix with other settings than those below is made anew, but nothing is deleted elsewhere than
+# below build/wine: a folder that CORVANE_WINEPREFIX names may be anybody's.
+made=$prefix/made-for-corvane-1920x1200
+case $(realpath -m "$prefix") in
+"$(realpath -m "$top/build/wine")"/?*) may_be_deleted=yes ;;
+*)
+    may_be_deleted=
+    [ -f "$made" ] || [ ! -e "$prefix" ] || [ -z "$(ls -A "$prefix")" ] ||
+        fail "$prefix is no Wine prefix that these scripts made; it stays as it is"
+    ;;
+esac
+
 # The lock is held by flock itself, so that no process that outlives the session can keep it.
 if [ "${CORVANE_DESKTOP_LOCK:-}" != "$prefix" ]; then
     mkdir -p "$(dirname "$prefix")"
@@ -54,11 +66,14 @@ read -r -t 30 display <"$work/display" || fail "Xvfb did not start: $(cat "$work
 export DISPLAY=:$display
 unset XAUTHORITY
 
-# A prefix with other settings than those below is made anew.
-made=$prefix/made-for-corvane-1920x1200
-[ -f "$made" ] || rm -rf "$prefix"
+# Nobody else uses the prefix now: a Wine server on it is one that a killed session has left.
+if [ -d "$prefix" ] && "${enclose[@]}" "$server" -k; then
+    say "ended the Wine server of a session before this one"
+    "${enclose[@]}" "$server" -w
+fi
+[ -f "$made" ] || [ -z "$may_be_deleted" ] || rm -rf "$prefix"
 mkdir -p "$prefix/home"
-"${enclose[@]}" "$server" -p || fail "another Wine server runs on $prefix"
+"${enclose[@]}" "$server" -p || fail "the Wine server of $prefix does not start"
 server_started=yes
 if [ ! -f "$made" ]; then
     say "making the Wine prefix $prefix"

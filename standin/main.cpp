@@ -11,6 +11,7 @@
 #include "events/EventRaiser.h"
 #include "faults/Faults.h"
 #include "server/AutomationServer.h"
+#include "server/Registration.h"
 #include "server/TypeLibrary.h"
 #include "shared/Handles.h"
 #include "shared/Journal.h"
@@ -63,6 +64,13 @@ int DialOnce(const Options& options) {
         return 1;
     }
     return 0;
+}
+
+int Register(const Options& options) {
+    const HRESULT outcome = RegisterServer();
+    if (outcome == HRESULT_FROM_WIN32(ERROR_ALREADY_EXISTS))
+        Complain(options, L"A GoldMine is registered here; its clients keep it.");
+    return SUCCEEDED(outcome) ? 0 : 1;
 }
 
 int Serve(const Options& options) {
@@ -118,7 +126,7 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, LPWSTR, int) {
     }
     const ComApartment apartment;
     if (options.registerServer)
-        return SUCCEEDED(RegisterServer()) ? 0 : 1;
+        return Register(options);
     if (options.unregisterServer)
         return SUCCEEDED(UnregisterServer()) ? 0 : 1;
     if (options.dump || !options.sql.empty())

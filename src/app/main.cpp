@@ -7,6 +7,7 @@
 #include "platform/cRegistry.h"
 #include "platform/goldmine/GoldMineAutomation.h"
 #include "platform/kit/ComApartment.h"
+#include "platform/kit/SystemLibraries.h"
 #include "platform/modFile.h"
 #include "platform/modIniFile.h"
 #include "platform/MshtmlDocument.h"
@@ -60,6 +61,7 @@ void Run(HINSTANCE instance) {
 }  // namespace
 
 int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR, int) {
+    LoadFromSystemFolderOnly();
     try {
         Run(instance);
     } catch (...) {

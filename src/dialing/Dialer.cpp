@@ -45,9 +45,9 @@ bool Dialer::Dial() {
         return false;
     }
 
-    const std::wstring command =
-        Join(Quoted(form_.txt3CXOutboundCallNotifierPath.text()), L" -cmd makecall:", number);
-    if (!processes_.StartHidden(command)) {
+    const std::wstring& program = form_.txt3CXOutboundCallNotifierPath.text();
+    const std::wstring command = Join(Quoted(program), L" -cmd makecall:", number);
+    if (!processes_.StartHidden(program, command)) {
         const std::wstring failed = Join(L"Call to number ", number, L" failed.");
         boxes_.Notify(Join(failed, lineBreak, L"Command: ", command));
         status_.WriteStatus(Join(failed, L" Command:  ", command));

@@ -16,8 +16,8 @@ constexpr std::wstring_view modemSection = L"Modem";
 
 }  // namespace
 
-GoldMineIniSetup::GoldMineIniSetup(Form& form, Macro& macro, const FileSystem& files,
-                                   IniFiles& iniFiles, StatusWriter& status, MessageBoxes& boxes)
+GoldMineIniSetup::GoldMineIniSetup(Form& form, Macro& macro, FileSystem& files, IniFiles& iniFiles,
+                                   StatusWriter& status, MessageBoxes& boxes)
     : form_(form),
       macro_(macro),
       files_(files),
@@ -128,6 +128,7 @@ bool GoldMineIniSetup::WriteModem(std::wstring_view question, std::wstring_view 
         WriteReason(Join(L"Declined: ", question));
         return false;
     }
+    KeepCopy();
     const std::wstring& userIniPath = form_.txtGoldMineUserIniPath.text();
     if (!iniFiles_.WriteIniValue(std::wstring(modemSection), std::wstring(key), std::wstring(value),
                                  userIniPath)) {
@@ -135,6 +136,14 @@ bool GoldMineIniSetup::WriteModem(std::wstring_view question, std::wstring_view 
     }
     wroteValue_ = true;
     return true;
+}
+
+void GoldMineIniSetup::KeepCopy() {
+    const std::wstring& userIniPath = form_.txtGoldMineUserIniPath.text();
+    const std::wstring copy = userIniPath + L".bak-CorvaneTo3CX";
+    // The user has asked for the change, so it is made in any case.
+    if (!files_.CopyToNew(userIniPath, copy))
+        status_.WriteStatus(Join(L"Could not copy ", userIniPath, L" to ", copy, L"."));
 }
 
 }  // namespace corvane

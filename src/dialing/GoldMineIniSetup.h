@@ -17,7 +17,7 @@ enum class BoxIcon;
 // step, routes GoldMine's dialing to this program.
 class GoldMineIniSetup {
 public:
-    GoldMineIniSetup(Form& form, Macro& macro, const FileSystem& files, IniFiles& iniFiles,
+    GoldMineIniSetup(Form& form, Macro& macro, FileSystem& files, IniFiles& iniFiles,
                      StatusWriter& status, MessageBoxes& boxes);
 
     // True only when all is set up; a refused or failed step ends it at once.
@@ -38,9 +38,12 @@ private:
     [[nodiscard]] bool WriteModem(std::wstring_view question, std::wstring_view key,
                                   std::wstring_view value, std::wstring_view failure);
 
+    // What the user's file held before this program ever changed it.
+    void KeepCopy();
+
     Form& form_;
     Macro& macro_;
-    const FileSystem& files_;
+    FileSystem& files_;
     IniFiles& iniFiles_;
     StatusWriter& status_;
     MessageBoxes& boxes_;

@@ -52,15 +52,15 @@ std::optional<std::wstring> WindowsProcesses::ImagePath(ProcessHandle handle) co
     return TextFromAnsi({path.data(), length});
 }
 
-bool WindowsProcesses::StartHidden(const std::wstring& commandLine) {
+bool WindowsProcesses::StartHidden(const std::wstring& program, const std::wstring& commandLine) {
     std::wstring command = commandLine;  // CreateProcess may write into it
     STARTUPINFOW startup{};
     startup.cb = sizeof(startup);
     startup.dwFlags = STARTF_USESHOWWINDOW;
     startup.wShowWindow = SW_HIDE;
     PROCESS_INFORMATION process{};
-    if (!CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, CREATE_NO_WINDOW, nullptr,
-                        nullptr, &startup, &process)) {
+    if (!CreateProcessW(program.c_str(), command.data(), nullptr, nullptr, FALSE, CREATE_NO_WINDOW,
+                        nullptr, nullptr, &startup, &process)) {
         return false;
     }
     const UniqueHandle thread(process.hThread);

@@ -14,7 +14,8 @@ public:
     [[nodiscard]] std::vector<ProcessEntry> Snapshot() const override;
     [[nodiscard]] SystemResult<ProcessHandle> OpenForQuery(ProcessId id) override;
     [[nodiscard]] std::optional<std::wstring> ImagePath(ProcessHandle handle) const override;
-    [[nodiscard]] bool StartHidden(const std::wstring& commandLine) override;
+    [[nodiscard]] bool StartHidden(const std::wstring& program,
+                                   const std::wstring& commandLine) override;
 
 private:
     std::vector<UniqueHandle> opened_;

@@ -1,8 +1,11 @@
 #include "platform/modFile.h"
 
+#include <optional>
+
 #include "platform/kit/AnsiText.h"
 #include "platform/kit/ComError.h"
 #include "platform/kit/Handles.h"
+#include "platform/kit/OwnPlace.h"
 #include "util/RecordingCandidate.h"
 #include "util/RuntimeError.h"
 #include "util/Text.h"
@@ -70,12 +73,23 @@ bool modFile::FolderExists(const std::wstring& path) const {
     return Attributes(path, attributes) && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
 
+bool modFile::CopyToNew(const std::wstring& from, const std::wstring& to) {
+    return CopyFileW(from.c_str(), to.c_str(), TRUE) || FileExists(to);
+}
+
 void modFile::AppendToFile(const std::wstring& path, const std::wstring& text) {
+    std::optional<OwnPlace> place;
+    if (path != checkedPath_)
+        place.emplace(path).CheckFolder();
     const UniqueHandle file(CreateFileW(path.c_str(), FILE_APPEND_DATA,
                                         FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_ALWAYS,
                                         FILE_ATTRIBUTE_NORMAL, nullptr));
     if (!file)
         ThrowLastError();
+    if (place) {
+        place->CheckFile(file.get());
+        checkedPath_ = path;
+    }
     const std::string ansi = AnsiFromText(text);
     const AppendTurn turn;
     DWORD written = 0;

@@ -20,6 +20,8 @@ public:
     [[nodiscard]] virtual bool FolderExists(const std::wstring& path) const = 0;
     // Creates one folder level; true when the folder is there afterwards.
     virtual bool MakeFolder(const std::wstring& path) = 0;
+    // Copies a file to where nothing stands yet; true when a file is there afterwards.
+    virtual bool CopyToNew(const std::wstring& from, const std::wstring& to) = 0;
     // Appends the text as given; creates the file when missing. Raises run-time errors.
     virtual void AppendToFile(const std::wstring& path, const std::wstring& text) = 0;
     // The most recently modified file that matches; a folder that cannot be listed has none.

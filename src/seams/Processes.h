@@ -35,9 +35,10 @@ public:
     // given to another.
     [[nodiscard]] virtual SystemResult<ProcessHandle> OpenForQuery(ProcessId id) = 0;
     [[nodiscard]] virtual std::optional<std::wstring> ImagePath(ProcessHandle handle) const = 0;
-    // Starts a command line with its window hidden, without waiting for its end. False when no
-    // process was created.
-    [[nodiscard]] virtual bool StartHidden(const std::wstring& commandLine) = 0;
+    // Starts this program, looked for nowhere else, on a command line with its window hidden,
+    // without waiting for its end. False when no process was created.
+    [[nodiscard]] virtual bool StartHidden(const std::wstring& program,
+                                           const std::wstring& commandLine) = 0;
 };
 
 }  // namespace corvane

@@ -84,36 +84,6 @@ std::wstring NameOf(ITypeLib* library, INT index) {
     return std::wstring(name.view());
 }
 
-std::wstring TextOf(const GUID& id) {
-    wchar_t text[39];
-    const int length = StringFromGUID2(id, text, static_cast<int>(std::size(text)));
-    return std::wstring(text, static_cast<std::size_t>(length - 1));
-}
-
-struct ClassKey {
-    std::wstring path;
-    std::wstring text;
-};
-
-std::vector<ClassKey> ClassKeys(const TypeLibrary& types) {
-    const std::wstring classId = TextOf(types.classId);
-    const std::wstring classKey = L"CLSID\\" + classId;
-    return {
-        {classKey, L"Practice GoldMine user interface"},
-        {classKey + L"\\LocalServer32", L"\"" + ProgramPath() + L"\""},
-        {classKey + L"\\ProgID", types.programId},
-        {classKey + L"\\TypeLib", TextOf(types.libraryId)},
-        {types.programId, L"Practice GoldMine user interface"},
-        {types.programId + L"\\CLSID", classId},
-    };
-}
-
-HRESULT WriteKey(const ClassKey& key) {
-    const auto size = static_cast<DWORD>((key.text.size() + 1) * sizeof(wchar_t));
-    return HRESULT_FROM_WIN32(static_cast<DWORD>(RegSetKeyValueW(
-        HKEY_CLASSES_ROOT, key.path.c_str(), nullptr, REG_SZ, key.text.c_str(), size)));
-}
-
 }  // namespace
 
 HRESULT ReadTypeLibrary(TypeLibrary& result) {
@@ -146,41 +116,6 @@ HRESULT ReadTypeLibrary(TypeLibrary& result) {
     result.programId = NameOf(result.library.Get(), -1) + L"." + result.className;
     outcome = result.library->GetTypeInfoOfGuid(userInterfaceId, &result.interfaceInfo);
     return FAILED(outcome) ? outcome : ReadCommandMember(result);
-}
-
-HRESULT RegisterServer() {
-    TypeLibrary types;
-    HRESULT outcome = ReadTypeLibrary(types);
-    if (SUCCEEDED(outcome)) {
-        ComPtr<ITypeLib> registered;
-        outcome = LoadTypeLibEx(ProgramPath().c_str(), REGKIND_REGISTER, &registered);
-    }
-    if (SUCCEEDED(outcome)) {
-        for (const ClassKey& key : ClassKeys(types)) {
-            if (SUCCEEDED(outcome))
-                outcome = WriteKey(key);
-        }
-    }
-    return outcome;
-}
-
-HRESULT UnregisterServer() {
-    TypeLibrary types;
-    HRESULT outcome = ReadTypeLibrary(types);
-    if (FAILED(outcome))
-        return outcome;
-    BString registeredPath;
-    if (SUCCEEDED(QueryPathOfRegTypeLib(types.libraryId, types.majorVersion, types.minorVersion,
-                                        types.locale, registeredPath.put()))) {
-        outcome = UnRegisterTypeLib(types.libraryId, types.majorVersion, types.minorVersion,
-                                    types.locale, types.system);
-    }
-    for (const std::wstring& key : {L"CLSID\\" + TextOf(types.classId), types.programId}) {
-        const LSTATUS deleted = RegDeleteTreeW(HKEY_CLASSES_ROOT, key.c_str());
-        if (deleted != ERROR_SUCCESS && deleted != ERROR_FILE_NOT_FOUND)
-            outcome = HRESULT_FROM_WIN32(static_cast<DWORD>(deleted));
-    }
-    return outcome;
 }
 
 }  // namespace practice

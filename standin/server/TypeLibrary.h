@@ -35,8 +35,4 @@ struct TypeLibrary {
 // Reads the type library in the program file. Answers an HRESULT that tells whether that went well.
 HRESULT ReadTypeLibrary(TypeLibrary& result);
 
-// Writes what COM needs to start this program, and removes all of it.
-HRESULT RegisterServer();
-HRESULT UnregisterServer();
-
 }  // namespace practice

@@ -241,6 +241,7 @@ TEST_F(IniSetupTest, AFileWithoutTheSectionGetsItAndKeepsTheRest) {
         {.log = RunLog(call, "7", processed), .commands = startUpCommands, .boxes = allQuestions});
 
     EXPECT_EQ(ReadFileText(userIni), others + "[Modem]\r\n" + allSet);
+    EXPECT_EQ(ReadFileText(userIni + L".bak-CorvaneTo3CX"), others);
 }
 
 TEST_F(IniSetupTest, ARefusedQuestionEndsASettingsRunBeforeItsWindow) {

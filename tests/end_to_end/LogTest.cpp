@@ -114,6 +114,23 @@ TEST_F(LogTest, ALockedLogLosesItsLinesButTheRunGoesOn) {
     EXPECT_EQ(OwnValue("PreviousStatus"), "18");
 }
 
+// The folder of the log belongs to all users.
+TEST_F(LogTest, ALogThatIsALinkToAnotherFileIsNotWrittenToAndTheRunGoesOn) {
+    const std::wstring target = std::wstring(dataFolder) + L"precious.txt";
+    WriteFileText(target, "precious");
+    MakeFolder(logFile());
+    DeleteFileWhenFree(logFile());
+    ASSERT_TRUE(CreateHardLinkW(logFile().c_str(), target.c_str(), nullptr));
+
+    ProgramRun run(Wide(programPath), "/N:S /I:7");
+    run.Finish();
+
+    EXPECT_EQ(run.boxes(), Boxes());
+    EXPECT_EQ(OwnValue("PreviousStatus"), "18");
+    EXPECT_EQ(ReadFileText(target), "precious");
+    DeleteFileWhenFree(logFile());
+}
+
 TEST_F(LogTest, SeveralRunsAtOnceWriteWholeLines) {
     constexpr int runs = 6;
     DeleteFileW(logFile().c_str());

@@ -3,9 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <stdexcept>
 #include <utility>
 
 #include "support/windows/Encoding.h"
+#include "support/windows/Wine.h"
 
 namespace end_to_end {
 
@@ -13,6 +15,7 @@ using namespace test_support;
 
 namespace {
 
+constexpr char keyExisted[] = "the key existed";
 constexpr size_t longestValue = 40'000;  // characters that any test stores
 
 // Closes a key.
@@ -77,22 +80,42 @@ void SetAccess(HKEY root, const std::wstring& path, REGSAM denied) {
 
 }  // namespace
 
+void RefuseOutsideWine(HMODULE ntdll) {
+    if (!InWine(ntdll))
+        throw std::runtime_error("these tests clear registry keys, so they run in Wine only");
+}
+
 ClearedKey::ClearedKey(HKEY root, std::wstring path)
     : root_(root),
       path_(std::move(path)),
-      backup_(L"Software\\Halvorn end-to-end tests\\" + path_),
-      existed_(RegistryKeyExists(root_, path_)) {
-    if (existed_)
-        CopyKey(root_, path_, HKEY_CURRENT_USER, backup_);
+      backup_(L"Software\\Halvorn end-to-end tests\\" + path_) {
+    RefuseOutsideWine();
+    Restore();
+    BackUp();
     Clear();
 }
 
 ClearedKey::~ClearedKey() {
+    Restore();
+}
+
+void ClearedKey::BackUp() const {
+    RegDeleteTreeW(HKEY_CURRENT_USER, backup_.c_str());
+    const bool exists = RegistryKeyExists(root_, path_);
+    if (exists)
+        CopyKey(root_, path_, HKEY_CURRENT_USER, backup_ + L"\\content");
+    // The last step: a backup without it was not finished, and the key is as it was.
+    SetRegistryText(HKEY_CURRENT_USER, backup_, keyExisted, exists ? "yes" : "no");
+}
+
+void ClearedKey::Restore() {
+    const auto existed = RegistryText(HKEY_CURRENT_USER, backup_, keyExisted);
+    if (!existed)
+        return;
     Clear();
-    if (existed_) {
-        CopyKey(HKEY_CURRENT_USER, backup_, root_, path_);
-        RegDeleteTreeW(HKEY_CURRENT_USER, backup_.c_str());
-    }
+    if (existed == "yes")
+        CopyKey(HKEY_CURRENT_USER, backup_ + L"\\content", root_, path_);
+    RegDeleteTreeW(HKEY_CURRENT_USER, backup_.c_str());
 }
 
 void ClearedKey::Clear() {

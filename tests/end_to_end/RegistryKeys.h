@@ -8,7 +8,12 @@
 
 namespace end_to_end {
 
-// Clears a registry key for its lifetime and puts back afterwards what stood in it.
+// Throws outside Wine: the tests would delete what 3CX, GoldMine and the program itself have stored
+// on somebody's computer.
+void RefuseOutsideWine(HMODULE ntdll = GetModuleHandleW(L"ntdll.dll"));
+
+// Clears a registry key for its lifetime and puts back afterwards what stood in it. What a test
+// that was killed has left is put back before. Only in Wine.
 class ClearedKey {
 public:
     ClearedKey(HKEY root, std::wstring path);
@@ -20,10 +25,13 @@ public:
     void Clear();
 
 private:
+    void BackUp() const;
+    // Puts back what a backup that was finished holds, and forgets it.
+    void Restore();
+
     HKEY root_;
     std::wstring path_;
     std::wstring backup_;
-    bool existed_ = false;
 };
 
 // Nobody may do this to the key for its lifetime, whoever he is: KEY_SET_VALUE, say.

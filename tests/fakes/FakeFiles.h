@@ -29,6 +29,9 @@ public:
         folders.insert(path);
         return true;
     }
+    bool CopyToNew(const std::wstring& from, const std::wstring& to) override {
+        return !copyFails && (files.contains(to) || files.emplace(to, files.at(from)).second);
+    }
     void AppendToFile(const std::wstring& path, const std::wstring& text) override {
         if (appendError)
             throw *appendError;
@@ -55,6 +58,7 @@ public:
     std::map<std::wstring, std::wstring> files;
     std::set<std::wstring> folders;
     std::set<std::wstring> forbiddenFolders;
+    bool copyFails = false;
     NewestFile newest;
     std::optional<RuntimeError> appendError;
     std::optional<RuntimeError> searchError;

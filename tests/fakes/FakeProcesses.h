@@ -29,7 +29,9 @@ public:
             return std::nullopt;
         return path->second;
     }
-    [[nodiscard]] bool StartHidden(const std::wstring& commandLine) override {
+    [[nodiscard]] bool StartHidden(const std::wstring& program,
+                                   const std::wstring& commandLine) override {
+        startedPrograms.push_back(program);
         started.push_back(commandLine);
         return startSucceeds;
     }
@@ -52,7 +54,8 @@ public:
     std::map<ProcessId, std::wstring> paths;
     std::uint32_t openError = 0;
     bool startSucceeds = true;
-    std::vector<std::wstring> started;
+    std::vector<std::wstring> startedPrograms;
+    std::vector<std::wstring> started;  // their command lines
 };
 
 }  // namespace corvane::test

@@ -8,14 +8,54 @@ using Microsoft::WRL::ComPtr;
 
 const std::wstring interfaceKey = L"Interface\\{75B14699-B5F4-47F6-98DC-2E7B98F7E46D}";
 
-// The default or a named value under HKEY_CLASSES_ROOT, "<none>" when it is not there.
-std::wstring ClassValue(const std::wstring& key, const wchar_t* name = nullptr) {
+// The default or a named value, "<none>" when it is not there.
+std::wstring Value(HKEY root, const std::wstring& key, const wchar_t* name = nullptr) {
     wchar_t text[512];
     DWORD size = sizeof text;
-    return RegGetValueW(HKEY_CLASSES_ROOT, key.c_str(), name, RRF_RT_REG_SZ, nullptr, text,
-                        &size) == ERROR_SUCCESS
+    return RegGetValueW(root, key.c_str(), name, RRF_RT_REG_SZ, nullptr, text, &size) ==
+                   ERROR_SUCCESS
                ? text
                : L"<none>";
+}
+
+std::wstring ClassValue(const std::wstring& key, const wchar_t* name = nullptr) {
+    return Value(HKEY_CLASSES_ROOT, key, name);
+}
+
+std::wstring UserClassValue(const std::wstring& key) {
+    return Value(HKEY_CURRENT_USER, L"Software\\Classes\\" + key);
+}
+
+void SetClassValue(const std::wstring& key, const wchar_t* name, const std::wstring& text) {
+    ASSERT_EQ(RegSetKeyValueW(HKEY_CLASSES_ROOT, key.c_str(), name, REG_SZ, text.c_str(),
+                              static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t))),
+              ERROR_SUCCESS);
+}
+
+// Every key below, and every value with its type and bytes.
+std::vector<std::wstring> AllBelow(HKEY root, const std::wstring& path) {
+    std::vector<std::wstring> all;
+    HKEY key = nullptr;
+    if (RegOpenKeyExW(root, path.c_str(), 0, KEY_READ, &key) != ERROR_SUCCESS)
+        return all;
+    all.push_back(path);
+    wchar_t name[256];
+    DWORD length = 256;
+    wchar_t data[512];
+    DWORD size = sizeof data;
+    DWORD type = 0;
+    for (DWORD i = 0; RegEnumValueW(key, i, name, &length, nullptr, &type,
+                                    reinterpret_cast<BYTE*>(data), &size) == ERROR_SUCCESS;
+         ++i, length = 256, size = sizeof data) {
+        all.push_back(path + L" " + name + L"=" + std::to_wstring(type) + L":" +
+                      std::wstring(data, size / sizeof(wchar_t)));
+    }
+    for (DWORD i = 0; RegEnumKeyW(key, i, name, 256) == ERROR_SUCCESS; ++i) {
+        for (const std::wstring& each : AllBelow(root, path + L"\\" + name))
+            all.push_back(each);
+    }
+    RegCloseKey(key);
+    return all;
 }
 
 class ServerTest : public PracticeGoldMineTest, public testing::WithParamInterface<const Flavour*> {
@@ -58,6 +98,38 @@ TEST_P(ServerTest, RegistrationIsCompleteAndUndone) {
         if (opened)
             RegCloseKey(opened);
     }
+}
+
+TEST_P(ServerTest, TheUsersOwnClassesAreAfterwardsAsTheyWereBefore) {
+    const std::string program = GetParam()->program;
+    UnregisterGoldMine(program);
+    const std::vector<std::wstring> before = AllBelow(HKEY_CURRENT_USER, L"Software\\Classes");
+
+    RegisterGoldMine(program);
+    EXPECT_EQ(UserClassValue(std::wstring(GetParam()->programId) + L"\\CLSID"),
+              ClassValue(std::wstring(GetParam()->programId) + L"\\CLSID"));
+    EXPECT_EQ(UserClassValue(interfaceKey + L"\\TypeLib"), GetParam()->libraryId);
+    UnregisterGoldMine(program);
+
+    EXPECT_EQ(AllBelow(HKEY_CURRENT_USER, L"Software\\Classes"), before);
+}
+
+TEST_P(ServerTest, ARealGoldMineKeepsItsInterface) {
+    const std::string program = GetParam()->program;
+    UnregisterGoldMine(program);
+    const std::wstring library = L"{0DDBA115-0000-4000-8000-000000000001}";
+    SetClassValue(interfaceKey + L"\\TypeLib", nullptr, library);
+    SetClassValue(interfaceKey + L"\\TypeLib", L"Version", L"1.0");
+    SetClassValue(L"TypeLib\\" + library + L"\\1.0", nullptr, L"GoldMine");
+    const std::vector<std::wstring> before = AllBelow(HKEY_CLASSES_ROOT, interfaceKey);
+
+    EXPECT_EQ(RunToEnd(StandinFile(program), L"/Hidden /RegServer"), 1u);
+    EXPECT_EQ(ClassValue(std::wstring(GetParam()->programId) + L"\\CLSID"), L"<none>");
+    UnregisterGoldMine(program);
+
+    EXPECT_EQ(AllBelow(HKEY_CLASSES_ROOT, interfaceKey), before);
+    EXPECT_EQ(RegDeleteTreeW(HKEY_CLASSES_ROOT, interfaceKey.c_str()), ERROR_SUCCESS);
+    EXPECT_EQ(RegDeleteTreeW(HKEY_CLASSES_ROOT, (L"TypeLib\\" + library).c_str()), ERROR_SUCCESS);
 }
 
 TEST_P(ServerTest, ClientsConnectSendAndHearEvents) {

@@ -48,6 +48,7 @@ TEST_P(DialRequestTest, TheCleanedNumberIsHandedTo3CX) {
     EXPECT_TRUE(Dial(GetParam().received));
 
     EXPECT_EQ(form.txtOutboundPhoneAsDialed.text(), GetParam().dialed);
+    EXPECT_EQ(processes.startedPrograms, Lines{L"C:\\Program Files\\3CX\\CallTriggerCmd.exe"});
     EXPECT_EQ(processes.started,
               Lines{L"\"C:\\Program Files\\3CX\\CallTriggerCmd.exe\" -cmd makecall:" +
                     GetParam().dialed});

@@ -7,6 +7,7 @@ namespace corvane::test {
 namespace {
 
 const std::wstring userIni = L"C:\\GM\\ANN.INI";
+const std::wstring userIniCopy = L"C:\\GM\\ANN.INI.bak-CorvaneTo3CX";
 const std::wstring gmIni = L"C:\\GM\\GM.INI";
 const std::wstring expectedDial = L"&Dial,,C:\\Corvane\\CorvaneTo3CX.exe %s";
 
@@ -197,6 +198,26 @@ TEST_P(DueStepTest, YesWritesTheValueAndAsksForARestart) {
     EXPECT_EQ(Stored(), GetParam().written);
 }
 
+TEST_P(DueStepTest, TheFileIsCopiedBeforeItIsChanged) {
+    files.files[userIni] = L"as GoldMine wrote it";
+    AnswerQuestions({BoxAnswer::No, BoxAnswer::Yes});
+    EXPECT_FALSE(setup.Run());
+    EXPECT_FALSE(files.FileExists(userIniCopy));
+
+    EXPECT_TRUE(setup.Run());
+
+    EXPECT_EQ(files.files[userIniCopy], L"as GoldMine wrote it");
+}
+
+TEST_P(DueStepTest, AFileThatCannotBeCopiedIsChangedAllTheSame) {
+    files.copyFails = true;
+    AnswerQuestions({BoxAnswer::Yes});
+    EXPECT_TRUE(setup.Run());
+    EXPECT_EQ(Stored(), GetParam().written);
+    EXPECT_EQ(status.lines, Lines{L"Could not copy C:\\GM\\ANN.INI to " + userIniCopy + L"."});
+    static_cast<void>(boxes.Take());
+}
+
 TEST_P(DueStepTest, ASecondRunFindsNothingToDo) {
     AnswerQuestions({BoxAnswer::Yes});
     EXPECT_TRUE(setup.Run());
@@ -258,6 +279,16 @@ TEST_F(GoldMineIniSetupTest, AllThreeStepsRunInOrderAndTheRestartIsAskedForOnce)
                                         Question(tapiQuestion), Notice(restartNotice)}));
     EXPECT_EQ(iniFiles.writes,
               (Lines{L"DeviceID=0", L"DDEDial=" + expectedDial, L"TAPITranslation=0"}));
+}
+
+TEST_F(GoldMineIniSetupTest, TheCopyOfTheFirstChangeStays) {
+    ForgetModem();
+    files.files[userIniCopy] = L"years ago";
+    AnswerQuestions({BoxAnswer::Yes, BoxAnswer::Yes, BoxAnswer::Yes});
+    EXPECT_TRUE(setup.Run());
+    EXPECT_EQ(files.files[userIniCopy], L"years ago");
+    EXPECT_EQ(status.lines, Lines{});
+    static_cast<void>(boxes.Take());
 }
 
 TEST_F(GoldMineIniSetupTest, WithoutGmIniTheQuestionsAreStillAsked) {

@@ -2,9 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 
+#include "platform/kit/Bstr.h"
 #include "platform/kit/ComApartment.h"
+#include "platform/kit/XmlDocument.h"
+#include "support/windows/TemporaryFolder.h"
 #include "util/RuntimeError.h"
 
 namespace corvane::test {
@@ -156,6 +160,44 @@ TEST_F(MsxmlXPathReaderTest, ReplyOfAMegabyteIsRead) {
     EXPECT_EQ(Text(L"<GMAPI><data name=\"Notes\">" + text + L"</data></GMAPI>",
                    L"/GMAPI/data[@name=\"Notes\"]"),
               text);
+}
+
+// A reply that names a file is not to bring its content into the program.
+TEST_F(MsxmlXPathReaderTest, NothingExternalIsRead) {
+    const test_support::TemporaryFolder folder;
+    const std::wstring secret = folder.Write(L"secret.txt", "secret");
+    std::wstring address = L"file:///" + secret;
+    std::replace(address.begin(), address.end(), L'\\', L'/');
+    const std::wstring reply = L"<!DOCTYPE GMAPI [<!ENTITY there SYSTEM \"" + address +
+                               L"\">]><GMAPI><status>&there;</status></GMAPI>";
+    EXPECT_EQ(Text(reply, L"/GMAPI/status").find(L"secret"), std::wstring::npos);
+
+    for (const CLSID& version : {xmlDocument3, xmlDocument6}) {
+        const auto document = NewXmlDocument(version);
+        VARIANT_BOOL loaded = VARIANT_FALSE;
+        EXPECT_GE(document->loadXML(Bstr(reply).get(), &loaded), S_OK);
+        Bstr xml;
+        EXPECT_GE(document->get_xml(xml.put()), S_OK);
+        EXPECT_EQ(xml.text().find(L">secret"), std::wstring::npos) << "read";
+    }
+}
+
+// Not every system's MSXML fetches by itself; what does is told not to.
+TEST_F(MsxmlXPathReaderTest, ADocumentThatWouldFetchIsToldNotTo) {
+    for (const CLSID& version : {xmlDocument3, xmlDocument6}) {
+        const auto document = NewXmlDocument(version);
+        ASSERT_EQ(document->put_resolveExternals(VARIANT_TRUE), S_OK);
+        ASSERT_EQ(document->put_validateOnParse(VARIANT_TRUE), S_OK);
+
+        FetchNothing(*document.Get());
+
+        VARIANT_BOOL resolves = VARIANT_TRUE;
+        VARIANT_BOOL validates = VARIANT_TRUE;
+        EXPECT_EQ(document->get_resolveExternals(&resolves), S_OK);
+        EXPECT_EQ(document->get_validateOnParse(&validates), S_OK);
+        EXPECT_EQ(resolves, VARIANT_FALSE);
+        EXPECT_EQ(validates, VARIANT_FALSE);
+    }
 }
 
 TEST_F(MsxmlXPathReaderTest, WrongExpressionRaises) {

@@ -145,8 +145,8 @@ TEST(WindowsProcessesTest, ProgramIsStartedHiddenAndNotWaitedFor) {
         RunningProgramInfo(0, 0, 0).folder + L"\\windows_tests_started.exe";
 
     // It waits to be let go: a call that waits for its end would not come back.
-    EXPECT_TRUE(processes.StartHidden(L"\"" + program + L"\" \"" + answer + L"\" " + letGo.name() +
-                                      L" cmd:12345"));
+    EXPECT_TRUE(processes.StartHidden(
+        program, L"\"" + program + L"\" \"" + answer + L"\" " + letGo.name() + L" cmd:12345"));
 
     ASSERT_TRUE(WaitUntil([&] { return FileIsThere(answer); }));
     const std::string bytes = ReadFileText(answer).value_or("");
@@ -157,8 +157,17 @@ TEST(WindowsProcessesTest, ProgramIsStartedHiddenAndNotWaitedFor) {
 
 TEST(WindowsProcessesTest, MissingProgramIsNotStarted) {
     WindowsProcesses processes;
-    EXPECT_FALSE(processes.StartHidden(L"\"C:\\no such folder\\no such program.exe\" -cmd"));
-    EXPECT_FALSE(processes.StartHidden(L""));
+    EXPECT_FALSE(processes.StartHidden(L"C:\\no such folder\\no such program.exe",
+                                       L"\"C:\\no such folder\\no such program.exe\" -cmd"));
+    EXPECT_FALSE(processes.StartHidden(L"", L""));
+}
+
+// The command line alone would have the system look in its folders and on the PATH.
+TEST(WindowsProcessesTest, NoOtherProgramIsLookedFor) {
+    WindowsProcesses processes;
+    EXPECT_FALSE(processes.StartHidden(L"windows_tests_started.exe", L"windows_tests_started.exe"));
+    EXPECT_FALSE(processes.StartHidden(L"", L"\"windows_tests_started.exe\" -cmd"));
+    EXPECT_FALSE(processes.StartHidden(L"C:\\no such folder\\cmd.exe", L"\"cmd.exe\" /c exit"));
 }
 
 }  // namespace

@@ -11,6 +11,7 @@
 #include "platform/RunningProgram.h"
 #include "seams/Clock.h"
 #include "support/windows/Files.h"
+#include "support/windows/Folders.h"
 #include "support/windows/TemporaryFolder.h"
 #include "unit/TestErrors.h"
 
@@ -21,6 +22,7 @@ namespace {
 
 using test_support::HoldFileAlone;
 using test_support::KernelHandle;
+using test_support::LinkedFolder;
 using test_support::OpenExisting;
 using test_support::ReadFileText;
 using test_support::TemporaryFolder;
@@ -178,6 +180,63 @@ TEST_F(modFileTest, AppendingInAMissingFolderIsPathNotFound) {
 
     EXPECT_EQ(error.number, 76);
     EXPECT_EQ(error.description, L"Path not found");
+}
+
+// The log's folder belongs to all users: each may make something else of it than the program would.
+class StrangeLogTest : public modFileTest {
+protected:
+    static constexpr const wchar_t* log = L"maker\\program\\the.log";
+
+    void ExpectRefused() {
+        const RuntimeError error = ErrorOf([&] { files.AppendToFile(folder.file(log), L"line"); });
+        EXPECT_EQ(error.number, 70);
+        EXPECT_EQ(error.description, L"Permission denied (it leads to another place)");
+    }
+};
+
+TEST_F(StrangeLogTest, AHardLinkToAnotherFileIsNotWrittenTo) {
+    MakeFolder(L"maker");
+    MakeFolder(L"maker\\program");
+    const std::wstring target = folder.Write(L"target.txt", "precious");
+    ASSERT_TRUE(CreateHardLinkW(folder.file(log).c_str(), target.c_str(), nullptr));
+    ExpectRefused();
+    ExpectRefused();
+    EXPECT_EQ(ReadFileText(target), "precious");
+}
+
+TEST_F(StrangeLogTest, AFolderThatLeadsElsewhereGetsNoLog) {
+    MakeFolder(L"target");
+    MakeFolder(L"target\\program");
+    {
+        const LinkedFolder maker(folder.file(L"maker"), folder.file(L"target"));
+        ExpectRefused();
+    }
+    EXPECT_FALSE(files.FileExists(folder.file(L"target\\program\\the.log")));
+
+    MakeFolder(L"maker");
+    const LinkedFolder program(folder.file(L"maker\\program"), folder.file(L"target"));
+    ExpectRefused();
+    EXPECT_FALSE(files.FileExists(folder.file(L"target\\the.log")));
+}
+
+TEST_F(StrangeLogTest, AFolderAboveMayHaveBeenMoved) {
+    MakeFolder(L"moved");
+    MakeFolder(L"moved\\maker");
+    MakeFolder(L"moved\\maker\\program");
+    const LinkedFolder data(folder.file(L"data"), folder.file(L"moved"));
+    files.AppendToFile(folder.file(L"data\\maker\\PROGRAM\\the.log"), L"line");
+    EXPECT_EQ(ReadFileText(folder.file(L"moved\\maker\\program\\the.log")), "line");
+}
+
+TEST_F(modFileTest, AFileIsCopiedToWhereNothingStands) {
+    const std::wstring from = folder.Write(L"a.ini", "old");
+    const std::wstring copy = folder.file(L"a.ini.bak");
+    EXPECT_TRUE(files.CopyToNew(from, copy));
+    folder.Write(L"a.ini", "new");
+    EXPECT_TRUE(files.CopyToNew(from, copy));
+    EXPECT_EQ(ReadFileText(copy), "old");
+    EXPECT_FALSE(files.CopyToNew(from, folder.file(L"absent\\a.ini.bak")));
+    EXPECT_FALSE(files.CopyToNew(folder.file(L"absent.ini"), folder.file(L"b.ini.bak")));
 }
 
 TEST_F(modFileTest, EmptyFolderHasNoNewestFile) {

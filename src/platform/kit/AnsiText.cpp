@@ -4,12 +4,21 @@
 
 namespace corvane {
 
-std::string AnsiFromText(std::wstring_view text) {
+std::string AnsiFromText(std::wstring_view text, unsigned codePage) {
     const int length = static_cast<int>(text.size());
-    const int size =
-        WideCharToMultiByte(CP_ACP, 0, text.data(), length, nullptr, 0, nullptr, nullptr);
+    // A character that only looks alike is another one: a full-width backslash is none in a path.
+    DWORD how = WC_NO_BEST_FIT_CHARS;
+    const auto convert = [&](char* ansi, int size) {
+        return WideCharToMultiByte(codePage, how, text.data(), length, ansi, size, nullptr,
+                                   nullptr);
+    };
+    int size = convert(nullptr, 0);
+    if (size == 0 && GetLastError() == ERROR_INVALID_FLAGS) {
+        how = 0;  // UTF-8 has every character
+        size = convert(nullptr, 0);
+    }
     std::string ansi(static_cast<std::size_t>(size), '\0');
-    WideCharToMultiByte(CP_ACP, 0, text.data(), length, ansi.data(), size, nullptr, nullptr);
+    convert(ansi.data(), size);
     return ansi;
 }
 

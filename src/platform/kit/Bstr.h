@@ -1,20 +1,25 @@
 #pragma once
 
+#include <concepts>
 #include <string>
 #include <string_view>
 
 #include "platform/kit/Handles.h"
+#include "util/RuntimeError.h"
 
 #include <oleauto.h>
 
 namespace corvane {
 
-// Owns a BSTR, the text type of OLE Automation.
+// Owns a BSTR, the text type of OLE Automation. One that cannot be had raises error 7.
 class Bstr : public Unique<BSTR, &SysFreeString> {
 public:
     Bstr() = default;
     explicit Bstr(std::wstring_view text)
-        : Unique(SysAllocStringLen(text.data(), static_cast<UINT>(text.size()))) {}
+        : Unique(SysAllocStringLen(text.data(), static_cast<UINT>(text.size()))) {
+        if (!*this)
+            throw MakeRuntimeError(ErrorNumber::OutOfMemory);
+    }
 
     // An absent BSTR is an empty text.
     [[nodiscard]] static std::wstring TextOf(BSTR text) {
@@ -30,6 +35,11 @@ public:
     explicit Variant(std::wstring_view text) : Variant() {
         value_.vt = VT_BSTR;
         value_.bstrVal = Bstr(text).release();
+    }
+    // Nothing but a bool: every pointer would turn into one.
+    explicit Variant(std::same_as<bool> auto truth) : Variant() {
+        value_.vt = VT_BOOL;
+        value_.boolVal = truth ? VARIANT_TRUE : VARIANT_FALSE;
     }
     explicit Variant(double number) : Variant() {
         value_.vt = VT_R8;

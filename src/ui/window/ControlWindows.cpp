@@ -3,13 +3,13 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/kit/SystemLibraries.h"
 #include "ui/form/AccessibleName.h"
 #include "ui/window/Dpi.h"
 #include "ui/window/PasteLimit.h"
 
 #include <commctrl.h>
 #include <oleacc.h>
-#include <uxtheme.h>
 #include <wrl/client.h>
 
 namespace corvane {
@@ -61,14 +61,21 @@ bool HasBorder(const ControlSpec& spec) {
     return spec.kind == ControlKind::Frame && !spec.has(ControlTrait::plain);
 }
 
+// Not linked in: unlike the other DLLs this one would be looked for beside the program first.
+bool IsThemed() {
+    using Function = BOOL(WINAPI*)();
+    static const auto isAppThemed = SystemFunction<Function>(L"uxtheme.dll", "IsAppThemed");
+    return isAppThemed && isAppThemed();
+}
+
 // The page of a themed tab strip is drawn in the window colour.
 HBRUSH PageBrush() {
-    return GetSysColorBrush(IsAppThemed() ? COLOR_WINDOW : COLOR_BTNFACE);
+    return GetSysColorBrush(IsThemed() ? COLOR_WINDOW : COLOR_BTNFACE);
 }
 
 // What the system writes upon it, which is no black in every theme.
 COLORREF PageTextColour() {
-    return GetSysColor(IsAppThemed() ? COLOR_WINDOWTEXT : COLOR_BTNTEXT);
+    return GetSysColor(IsThemed() ? COLOR_WINDOWTEXT : COLOR_BTNTEXT);
 }
 
 bool IsTextBox(HWND control) {

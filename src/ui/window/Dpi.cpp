@@ -1,18 +1,12 @@
 #include "ui/window/Dpi.h"
 
+#include "platform/kit/SystemLibraries.h"
+
 namespace corvane {
 
 namespace {
 
 constexpr int twipsPerInch = 1440;
-
-// Functions of Windows 10 that older ones do not have.
-template <class Function>
-Function FromUser32(const char* name) {
-    const HMODULE user32 = GetModuleHandleW(L"user32.dll");
-    const FARPROC address = user32 ? GetProcAddress(user32, name) : nullptr;
-    return reinterpret_cast<Function>(reinterpret_cast<void*>(address));
-}
 
 UINT SystemDpi() {
     const UniqueScreen screen(GetDC(nullptr));
@@ -23,7 +17,8 @@ UINT SystemDpi() {
 
 UINT DpiOfWindow(HWND window) {
     using Function = UINT(WINAPI*)(HWND);
-    static const auto getDpiForWindow = FromUser32<Function>("GetDpiForWindow");
+    // Windows 10 has it, older ones do not.
+    static const auto getDpiForWindow = SystemFunction<Function>(L"user32.dll", "GetDpiForWindow");
     const UINT dpi = getDpiForWindow ? getDpiForWindow(window) : 0;
     return dpi ? dpi : SystemDpi();
 }
