@@ -1,5 +1,7 @@
 #include "server/Registration.h"
 
+#include <algorithm>
+#include <array>
 #include <iterator>
 #include <string>
 #include <vector>
@@ -10,7 +12,8 @@
 namespace practice {
 namespace {
 
-const std::wstring ownName = L"Practice GoldMine";
+constexpr wchar_t ownName[] = L"Practice GoldMine";
+constexpr wchar_t ownClass[] = L"Practice GoldMine user interface";
 
 std::wstring TextOf(const GUID& id) {
     wchar_t text[39];
@@ -59,17 +62,16 @@ std::wstring Text(const Classes& place, const std::wstring& key, REGSAM view = 0
 
 // Another maker's library under the interface; programs of either word length may have one.
 bool BelongsToAnother(const TypeLibrary& types) {
-    const Classes all{HKEY_CLASSES_ROOT, {}};
-    for (const REGSAM view : {REGSAM{0}, REGSAM{KEY_WOW64_32KEY}, REGSAM{KEY_WOW64_64KEY}}) {
+    constexpr std::array<REGSAM, 3> views{0, KEY_WOW64_32KEY, KEY_WOW64_64KEY};
+    return std::ranges::any_of(views, [&types](REGSAM view) {
+        const Classes all{HKEY_CLASSES_ROOT, {}};
         const std::wstring key = InterfaceKey(userInterfaceId) + L"\\TypeLib";
         const std::wstring library = Text(all, key, view);
-        if (library.empty() || library == TextOf(types.libraryId))
-            continue;
-        const std::wstring version = Text(all, key, view, L"Version");
-        if (!Text(all, L"TypeLib\\" + library + L"\\" + version, view).starts_with(ownName))
-            return true;
-    }
-    return false;
+        std::wstring libraryKey = L"TypeLib\\" + library;
+        libraryKey.append(L"\\").append(Text(all, key, view, L"Version"));
+        return !library.empty() && library != TextOf(types.libraryId) &&
+               !Text(all, libraryKey, view).starts_with(ownName);
+    });
 }
 
 struct Entry {
@@ -88,11 +90,11 @@ std::vector<Entry> EntriesOf(const TypeLibrary& types) {
     const std::wstring libraryId = TextOf(types.libraryId);
     const std::wstring libraryKey = L"TypeLib\\" + libraryId + L"\\" + VersionOf(types);
     std::vector<Entry> entries = {
-        {classKey, ownName + L" user interface"},
+        {classKey, ownClass},
         {classKey + L"\\LocalServer32", L"\"" + program + L"\""},
         {classKey + L"\\ProgID", types.programId},
         {classKey + L"\\TypeLib", libraryId},
-        {types.programId, ownName + L" user interface"},
+        {types.programId, ownClass},
         {types.programId + L"\\CLSID", classId},
         {libraryKey, ownName},
         {libraryKey + L"\\0\\" + system, program},

@@ -12,8 +12,15 @@ constexpr wchar_t path[] = L"Software\\Halvorn test of the tests";
 
 class ClearedKeyTest : public testing::Test {
 protected:
-    ~ClearedKeyTest() override { RegDeleteTreeW(HKEY_CURRENT_USER, path); }
+    ClearedKeyTest() { Forget(); }
+    ~ClearedKeyTest() override { Forget(); }
 
+    // The key, and what this test itself may have left when it was killed.
+    static void Forget() {
+        RegDeleteTreeW(HKEY_CURRENT_USER, path);
+        RegDeleteTreeW(HKEY_CURRENT_USER,
+                       (std::wstring(L"Software\\Halvorn end-to-end tests\\") + path).c_str());
+    }
     // A test that was killed while it had the key.
     static void LeaveAKilledTest() {
         static_cast<void>(std::make_unique<ClearedKey>(HKEY_CURRENT_USER, path).release());
