@@ -1,8 +1,10 @@
 #!/usr/bin/env bash
 # The long form of what ./test.sh does for seconds only:
 #   soak.sh fuzz [minutes]   the fuzz targets, 60 minutes in all unless told otherwise
+#   soak.sh events [runs]    call events in a row, with another client between any two; 1000
+#   soak.sh locale [name]    the end-to-end tests where another language is spoken; de_DE
 #
-# Works in build/soak/<subcommand>; fails when something was found.
+# The fuzz targets work in build/soak/fuzz. Fails when something was found.
 set -euo pipefail
 # shellcheck source=scripts/common.sh
 . "$(dirname "$0")/common.sh"
@@ -95,7 +97,30 @@ fuzz_with_mutations() {
     cd "$top"
 }
 
+# end_to_end <filter>: those of the 64-bit end-to-end tests.
+end_to_end() {
+    scripts/setup.sh test || fail "the set-up failed"
+    cmake --preset x64-release >/dev/null
+    cmake --build --preset x64-release -j "$(nproc)" --target end_to_end_tests
+    scripts/with-desktop.sh x64 scripts/wine-x64.sh \
+        build/x64-release/tests/end_to_end_tests.exe "--gtest_filter=$1"
+}
+
+events() {
+    local runs=${1:-1000}
+    [[ $runs =~ ^[0-9]+$ ]] || usage
+    CORVANE_RUNS=$runs end_to_end 'ManyRunsTest.*'
+}
+
+locale() {
+    local name=${1:-de_DE}
+    mkdir -p build/locales
+    [ -d "build/locales/$name.UTF-8" ] ||
+        localedef --no-archive -i "$name" -f UTF-8 "build/locales/$name.UTF-8"
+    LOCPATH=$PWD/build/locales CORVANE_LOCALE=$name.UTF-8 end_to_end '*'
+}
+
 case ${1:-} in
-fuzz) "$@" ;;
+fuzz | events | locale) "$@" ;;
 *) usage ;;
 esac
