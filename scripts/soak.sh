@@ -114,6 +114,7 @@ events() {
 
 locale() {
     local name=${1:-de_DE}
+    scripts/setup.sh test || fail "the set-up failed"
     mkdir -p build/locales
     [ -d "build/locales/$name.UTF-8" ] ||
         localedef --no-archive -i "$name" -f UTF-8 "build/locales/$name.UTF-8"
