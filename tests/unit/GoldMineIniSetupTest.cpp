@@ -207,6 +207,7 @@ TEST_P(DueStepTest, TheFileIsCopiedBeforeItIsChanged) {
     EXPECT_TRUE(setup.Run());
 
     EXPECT_EQ(files.files[userIniCopy], L"as GoldMine wrote it");
+    static_cast<void>(boxes.Take());
 }
 
 TEST_P(DueStepTest, AFileThatCannotBeCopiedIsChangedAllTheSame) {
