@@ -18,7 +18,7 @@ namespace {
 const std::map<std::string, const char*> windows7 = {
     {"advapi32.dll",
      R"(CryptAcquireContextA CryptGenRandom CryptReleaseContext RegCloseKey RegCreateKeyExA
-         RegDeleteKeyA RegDeleteValueA RegOpenKeyExA RegOpenKeyExW RegQueryValueExA
+         RegDeleteKeyA RegDeleteValueA RegEnumKeyExW RegOpenKeyExA RegOpenKeyExW RegQueryValueExA
          RegQueryValueExW RegSetValueExA)"},
     {"comctl32.dll",
      R"(DefSubclassProc InitCommonControlsEx RemoveWindowSubclass SetWindowSubclass)"},
@@ -58,7 +58,8 @@ const std::map<std::string, const char*> windows7 = {
          strchr strcmp _strdup strerror strlen strncmp towupper _ultoa vfprintf _wcmdln wcslen
          wcstoul __wgetmainargs __winitenv _write)"},
     {"ole32.dll",
-     R"(CLSIDFromString CoCreateInstance CoInitializeEx CoRegisterMessageFilter CoUninitialize
+     R"(CLSIDFromString CoCreateInstance CoDisconnectObject CoInitializeEx
+         CoRegisterMessageFilter CoUninitialize
          CoWaitForMultipleHandles StringFromGUID2)"},
     {"oleaut32.dll",
      R"(LoadRegTypeLib SysAllocStringLen SysFreeString SysStringLen SystemTimeToVariantTime
