@@ -363,31 +363,46 @@ TEST_F(MainWindowTest, TipsStandForHalfAMinute) {
     EXPECT_EQ(SendMessageW(TooltipsOf(window->handle()), TTM_GETDELAYTIME, TTDT_AUTOPOP, 0), 30000);
 }
 
-// Rests the mouse upon a control that Windows gives no mouse, and tells the window beneath so.
+// Tells a window that the mouse moved over a control that lies in it and is given no mouse.
 void MouseOverDisabled(HWND control, HWND beneath) {
     RECT place{};
     GetWindowRect(control, &place);
-    POINT mouse{(place.left + place.right) / 2, (place.top + place.bottom) / 2};
-    SetCursorPos(mouse.x, mouse.y);
-    ScreenToClient(beneath, &mouse);
-    SendMessageW(beneath, WM_MOUSEMOVE, 0, MAKELPARAM(mouse.x, mouse.y));
+    MapWindowPoints(nullptr, beneath, reinterpret_cast<POINT*>(&place), 2);
+    SendMessageW(beneath, WM_MOUSEMOVE, 0,
+                 MAKELPARAM((place.left + place.right) / 2, (place.top + place.bottom) / 2));
 }
 
-// The text of the tip that comes then.
+// The message that the tooltips heard of last.
+MSG relayed{};
+
+LRESULT CALLBACK KeepRelayed(HWND tooltips, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                             DWORD_PTR) {
+    if (message == TTM_RELAYEVENT)
+        relayed = *reinterpret_cast<const MSG*>(lParam);
+    return DefSubclassProc(tooltips, message, wParam, lParam);
+}
+
+// The text of the tip that then stands ready at the control's place, and hears of the mouse.
 std::wstring TipOverDisabled(HWND control, HWND beneath) {
     const HWND tooltips = TooltipsOf(GetAncestor(beneath, GA_ROOT));
-    SendMessageW(tooltips, TTM_SETDELAYTIME, TTDT_INITIAL, 10);
+    relayed = {};
+    SetWindowSubclass(tooltips, &KeepRelayed, 1, 0);
     MouseOverDisabled(control, beneath);
+    RemoveWindowSubclass(tooltips, &KeepRelayed, 1);
+    EXPECT_EQ(relayed.hwnd, beneath);
+    EXPECT_EQ(relayed.message, UINT{WM_MOUSEMOVE});
     constexpr WPARAM longest = 1000;
     wchar_t text[longest] = {};
     TTTOOLINFOW tool{};
     tool.cbSize = sizeof(tool);
+    tool.hwnd = beneath;
+    if (!SendMessageW(tooltips, TTM_GETTOOLINFOW, 0, reinterpret_cast<LPARAM>(&tool)))
+        return L"none";
+    RECT place{};
+    GetWindowRect(control, &place);
+    MapWindowPoints(nullptr, beneath, reinterpret_cast<POINT*>(&place), 2);
+    EXPECT_TRUE(EqualRect(&tool.rect, &place));
     tool.lpszText = text;
-    EXPECT_TRUE(PumpUntil([&] {
-        return IsWindowVisible(tooltips) &&
-               SendMessageW(tooltips, TTM_GETCURRENTTOOLW, 0, reinterpret_cast<LPARAM>(&tool)) != 0;
-    }));
-    EXPECT_EQ(tool.hwnd, beneath);
     SendMessageW(tooltips, TTM_GETTEXTW, longest, reinterpret_cast<LPARAM>(&tool));
     return text;
 }
