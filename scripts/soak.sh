@@ -59,8 +59,8 @@ fuzz() {
         "fuzz_with_$engine" "$build/tests/fuzz_$target" "$PWD/tests/fuzz/corpus/$target" \
             "$work/$target" "$seconds" >"$work/$target/log" 2>&1 ||
             { found+=("$target"); tail -n 40 "$work/$target/log" >&2; }
-        grep -E 'stat::number_of_executed_units|BINGO|MERGE-OUTER:.*files|mutations$' \
-            "$work/$target/log" | tail -n 3 >&2 || true
+        awk '/stat::number_of_executed_units|BINGO|MERGE-OUTER:.*files|mutations$/' \
+            "$work/$target/log" | tail -n 3 >&2
     done
     [ "${#found[@]}" -eq 0 ] || fail "found something: ${found[*]} (see build/soak/fuzz)"
     say "nothing found"
@@ -77,7 +77,8 @@ fuzz_with_libFuzzer() {
             continue
         fi
         nice "$program" -minimize_crash=1 -max_total_time=30 \
-            -exact_artifact_path="$work/found/reduced-${find##*/}" "$find" || true
+            -exact_artifact_path="$work/found/reduced-${find##*/}" "$find" ||
+            say "${find##*/} could not be made smaller"
     done
     rm -rf "$work/merged"
     cp -r "$kept" "$work/merged"

@@ -61,8 +61,8 @@ void Run(HINSTANCE instance) {
 }  // namespace
 
 int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR, int) {
-    LoadFromSystemFolderOnly();
     try {
+        LoadFromSystemFolderOnly();
         Run(instance);
     } catch (...) {
         // Before there is a status writer: COM, memory or the program's own path could not be had.
