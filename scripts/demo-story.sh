@@ -2,41 +2,22 @@
 # The story that ./demo.sh tells, on the desktop that it has set up: demo-story.sh <x86|x64>
 # It ends with exit code 1 as soon as something does not go as told.
 set -euo pipefail
-# shellcheck source=scripts/common.sh
-. "$(dirname "$0")/common.sh"
 
 architecture=$1
-built=$top/build/$architecture-release
+# shellcheck source=scripts/practice.sh
+. "$(dirname "$0")/practice.sh"
+
 pictures=$top/build/demo
-drive=$CORVANE_WINEPREFIX/drive_c
-goldmine=$drive/GoldMine
-log="$drive/ProgramData/Halvorn Systems/CorvaneTo3CX/CorvaneTo3CX.log"
-journal=$goldmine/journal.txt
-user_ini=$goldmine/MASTER.INI
 call_trigger_log=$drive/3CXPhone/CallTriggerCmd.log
-program='C:\CorvaneTo3CX\CorvaneTo3CX.exe'
 title='Halvorn Corvane to 3CX'
 pictures_taken=0
-goldmine_process=
 
 # No event takes longer than this; one that does waits in a message box that nobody answers.
 longest_run=60
 
-wine() { "$top/scripts/wine-$architecture.sh" "$@"; }
-
 chapter() { printf '\n=== %s\n' "$*"; }
 tell() { printf '\n  %s\n' "$*"; }
 indented() { sed 's/\r$//; s/^/    /'; }
-
-# wait_until <what> <command...>: polls, and gives up after 30 seconds.
-wait_until() {
-    local what=$1 deadline=$((SECONDS + 30))
-    shift
-    until "$@"; do
-        [ "$SECONDS" -lt "$deadline" ] || fail "waited in vain until $what"
-        sleep 0.1
-    done
-}
 
 # picture <name> <what it shows>: takes the desktop once it has stopped changing.
 picture() {
@@ -53,17 +34,6 @@ picture() {
     done
     tell "(screenshot ${file#"$top"/}: $2)"
 }
-
-line_count() { if [ -f "$1" ]; then wc -l <"$1"; else echo 0; fi; }
-lines_after() { if [ -f "$1" ]; then tail -n "+$(($2 + 1))" "$1"; fi; }
-
-# mark: what is written from here on is new to the functions below.
-mark() {
-    logged=$(line_count "$log")
-    asked=$(line_count "$journal")
-}
-new_log() { lines_after "$log" "$logged" | tr -d '\r'; }
-new_journal() { lines_after "$journal" "$asked"; }
 
 # said <text>: the program has written a log line that ends so, since the mark. A pipe that ends
 # early would fail, hence the whole text.
@@ -114,57 +84,6 @@ newest_history() {
 must_be() { [ "$2" = "$3" ] || fail "$1 should be: $2"$'\n'"but is: $3"; }
 # A value of the database on lines of its own, as it was before it was put on one line.
 unescaped() { sed 's/\\r\\n/\n/g; s/\\\\/\\/g'; }
-
-# use_settings <line...>: lines of the program's key, as a registry file has them.
-use_settings() {
-    {
-        printf 'REGEDIT4\r\n\r\n[HKEY_CURRENT_USER\\SOFTWARE\\Halvorn Systems\\CorvaneTo3CX]\r\n'
-        printf '%s\r\n' "$@"
-    } >"$drive/settings.reg"
-    wine regedit.exe /S 'C:\settings.reg' </dev/null
-}
-
-set_the_stage() {
-    rm -rf "$goldmine" "$drive/CorvaneTo3CX" "$drive/3CXPhone" "$drive/Recordings" \
-        "$drive/ProgramData/Halvorn Systems"
-    mkdir -p "$goldmine" "$drive/CorvaneTo3CX" "$drive/3CXPhone" "$drive/Recordings"
-    cp "$built/CorvaneTo3CX.exe" "$drive/CorvaneTo3CX/"
-    cp "$built/standin/gmw.exe" "$goldmine/"
-    cp "$built/standin/CallTriggerCmd.exe" "$built/standin/ring.exe" "$built/standin/answer.exe" \
-        "$drive/3CXPhone/"
-    : >"$drive/3CXPhone/CommandLineAPIPlugin.dll"
-
-    # What the installers of 3CX and of this program leave in the registry.
-    sed 's/$/\r/' >"$drive/settings.reg" <<'REG'
-REGEDIT4
-
-[-HKEY_CURRENT_USER\SOFTWARE\Halvorn Systems]
-
-[HKEY_LOCAL_MACHINE\SOFTWARE\FrontRange Solutions\GoldMine]
-"InstallDir"="C:\\GoldMine\\"
-
-[HKEY_LOCAL_MACHINE\SOFTWARE\3CX\3CXPhone for Windows]
-"Path"="C:\\3CXPhone\\"
-
-[HKEY_LOCAL_MACHINE\SOFTWARE\3CX\CRM]
-"CallNotifierPath"="C:\\CorvaneTo3CX\\CorvaneTo3CX.exe"
-REG
-    wine regedit.exe /S 'C:\settings.reg' </dev/null
-    wine 'C:\GoldMine\gmw.exe' /RegServer
-}
-
-goldmine_takes_clients() { grep -qx '# clients can connect' <<<"$(new_journal)"; }
-start_goldmine() {
-    mark
-    wine 'C:\GoldMine\gmw.exe' "$@" '/Data:C:\GoldMine' </dev/null &
-    goldmine_process=$!
-    wait_until "GoldMine takes clients" goldmine_takes_clients
-}
-# close_program <process> <exe>: as by the close button of its window.
-close_program() {
-    wine taskkill.exe /IM "$2" >/dev/null
-    wait "$1" || fail "$2 ended with exit code $?"
-}
 
 # shellcheck disable=SC2317  # Called by the trap.
 keep_log() { if [ -f "$log" ]; then cp "$log" "$pictures/"; fi; }
