@@ -28,13 +28,13 @@ namespace {
 using namespace corvane;
 
 void Run(HINSTANCE instance) {
-    const ComApartment apartment;
+    ComWhenNeeded com;
     const std::wstring commandLine = RawCommandLine();
-    MainWindow window(instance);
+    MainWindow window(instance, com);
     SystemMessageBoxes boxes(
         TrimBlanks(commandLine).empty() ? StartedBy::Hand : StartedBy::OtherProgram, &window);
     SystemClock clock(&window);
-    GoldMineAutomation goldMine;
+    GoldMineAutomation goldMine(com);
     const MsxmlXPathReader xpath;
     cRegistry registry;
     modIniFile iniFiles;
@@ -65,7 +65,7 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR, int) {
         LoadFromSystemFolderOnly();
         Run(instance);
     } catch (...) {
-        // Before there is a status writer: COM, memory or the program's own path could not be had.
+        // Before there is a status writer: memory or the program's own path could not be had.
         SystemMessageBoxes boxes(StartedBy::OtherProgram);
         ErrorReport::ShowCurrentError(boxes);
     }

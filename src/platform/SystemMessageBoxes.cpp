@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "platform/kit/SystemLibraries.h"
 #include "util/Text.h"
 
 namespace corvane {
@@ -46,6 +47,7 @@ BoxAnswer SystemMessageBoxes::Show(std::wstring_view text, BoxButtons buttons, B
     // topmost place.
     const bool byHand = startedBy_ == StartedBy::Hand;
     const UINT place = MB_SETFOREGROUND | (byHand ? 0U : MB_TOPMOST);
+    LoadWhatControlsBind();
     if (!byHand)
         RemoveTypedKeys();
     const UINT style = StyleOf(buttons) | StyleOf(icon) | place;

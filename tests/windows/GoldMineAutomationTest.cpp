@@ -43,6 +43,7 @@ protected:
     }
 
     ComApartment apartment;
+    ComWhenNeeded com;
     LibraryRegistration registration{LibraryFlavour::Complete};
     std::function<Answer(const std::wstring&)> answer = [](const std::wstring& command) {
         return Answer{.reply = command + L" done"};
@@ -50,7 +51,7 @@ protected:
     AutomationServer server{[this](const std::wstring& command) { return answer(command); }};
     std::vector<SeenEvent> events;
     std::function<void()> onEvent;
-    GoldMineAutomation goldMine;
+    GoldMineAutomation goldMine{com};
 };
 
 TEST_F(GoldMineAutomationTest, CommandGoesToTheFirstMethodAndItsReplyComesBack) {
@@ -323,8 +324,9 @@ TEST_F(GoldMineAutomationTest, SendingWithoutConnectionRaises) {
 
 TEST(GoldMineAutomationAloneTest, ClassThatNobodyServesCannotBeCreated) {
     const ComApartment apartment;
+    ComWhenNeeded com;
     const LibraryRegistration registration(LibraryFlavour::Complete);
-    GoldMineAutomation goldMine;
+    GoldMineAutomation goldMine(com);
 
     const RuntimeError error = ErrorOf([&] { goldMine.Connect(); });
 
@@ -335,7 +337,8 @@ TEST(GoldMineAutomationAloneTest, ClassThatNobodyServesCannotBeCreated) {
 
 TEST(GoldMineAutomationAloneTest, MissingRegistrationIsNoticedAndForgotten) {
     const ComApartment apartment;
-    GoldMineAutomation goldMine;
+    ComWhenNeeded com;
+    GoldMineAutomation goldMine(com);
     {
         const RegistrySandbox empty(HKEY_CLASSES_ROOT);
         EXPECT_EQ(ErrorOf([&] { goldMine.Connect(); }).number, 429);
@@ -350,9 +353,10 @@ TEST(GoldMineAutomationAloneTest, MissingRegistrationIsNoticedAndForgotten) {
 
 TEST(GoldMineAutomationAloneTest, ObjectWithoutEventsTakesCommands) {
     const ComApartment apartment;
+    ComWhenNeeded com;
     const LibraryRegistration registration(LibraryFlavour::WithoutEvents);
     AutomationServer server([](const std::wstring&) { return Answer{.reply = L"quiet"}; });
-    GoldMineAutomation goldMine;
+    GoldMineAutomation goldMine(com);
 
     goldMine.Connect();
 
@@ -363,9 +367,10 @@ TEST(GoldMineAutomationAloneTest, ObjectWithoutEventsTakesCommands) {
 
 TEST(GoldMineAutomationAloneTest, InterfaceWithoutProxyIsSpokenToByDispatch) {
     const ComApartment apartment;
+    ComWhenNeeded com;
     const LibraryRegistration registration(LibraryFlavour::Complete, {.withProxy = false});
     AutomationServer server([](const std::wstring&) { return Answer{.reply = L"here"}; });
-    GoldMineAutomation goldMine;
+    GoldMineAutomation goldMine(com);
 
     goldMine.Connect();
 

@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/kit/ComApartment.h"
 #include "support/windows/NativeWindow.h"
 #include "support/windows/Waiting.h"
 #include "ui/form/Form.h"
@@ -137,7 +138,9 @@ protected:
     }
     static LRESULT CheckState(HWND window) { return SendMessageW(window, BM_GETCHECK, 0, 0); }
 
-    std::unique_ptr<MainWindow> window = std::make_unique<MainWindow>(GetModuleHandleW(nullptr));
+    ComWhenNeeded com;
+    std::unique_ptr<MainWindow> window =
+        std::make_unique<MainWindow>(GetModuleHandleW(nullptr), com);
     Form form{window.get()};
     RecordedActions actions;
 

@@ -23,11 +23,11 @@ TEST(SystemLibrariesTest, ADllBesideTheProgramIsNotFoundByItsNameAnyMore) {
 }
 
 TEST(SystemLibrariesTest, AFunctionThatThisWindowsLacksIsNone) {
-    EXPECT_NE(FindSystemFunction(L"kernel32.dll", "GetTickCount64"), nullptr);
-    EXPECT_EQ(FindSystemFunction(L"kernel32.dll", "GetTickCount65"), nullptr);
-    EXPECT_EQ(FindSystemFunction(L"no such.dll", "GetTickCount64"), nullptr);
+    EXPECT_NE(SystemFunction<FARPROC>(L"kernel32.dll", "GetTickCount64"), nullptr);
+    EXPECT_EQ(SystemFunction<FARPROC>(L"kernel32.dll", "GetTickCount65"), nullptr);
+    EXPECT_EQ(SystemFunction<FARPROC>(L"no such.dll", "GetTickCount64"), nullptr);
     // Of the system folder only.
-    EXPECT_EQ(FindSystemFunction(L"unready_html_engine.dll", "DllGetClassObject"), nullptr);
+    EXPECT_EQ(SystemFunction<FARPROC>(L"unready_html_engine.dll", "DllGetClassObject"), nullptr);
 }
 
 }  // namespace

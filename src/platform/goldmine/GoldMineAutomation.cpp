@@ -1,6 +1,7 @@
 #include "platform/goldmine/GoldMineAutomation.h"
 
 #include "platform/kit/Bstr.h"
+#include "platform/kit/ComApartment.h"
 #include "platform/kit/ComError.h"
 #include "platform/kit/Dispatch.h"
 #include "platform/kit/Handles.h"
@@ -38,6 +39,7 @@ GoldMineAutomation::~GoldMineAutomation() {
 }
 
 void GoldMineAutomation::Connect() {
+    com_.Enter();
     if (!identifiers_)
         identifiers_ = ReadGoldMineTypeLibrary();
     ComPtr<IDispatch> object;

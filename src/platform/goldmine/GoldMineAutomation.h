@@ -11,10 +11,12 @@
 
 namespace corvane {
 
-// GoldMine's automation object in its own process. Needs the thread's apartment.
+class ComWhenNeeded;
+
+// GoldMine's automation object in its own process. To connect enters COM.
 class GoldMineAutomation final : public GoldMine, private WindowUpDownListener {
 public:
-    GoldMineAutomation() = default;
+    explicit GoldMineAutomation(ComWhenNeeded& com) : com_(com) {}
     ~GoldMineAutomation() override;
     GoldMineAutomation(const GoldMineAutomation&) = delete;
     GoldMineAutomation& operator=(const GoldMineAutomation&) = delete;
@@ -32,6 +34,7 @@ private:
             listener_->moGMUI_WindowUpDown(windowName, up, windowHandle);
     }
 
+    ComWhenNeeded& com_;
     std::optional<GoldMineIdentifiers> identifiers_;  // read once per run
     Microsoft::WRL::ComPtr<IDispatch> object_;
     std::unique_ptr<WindowUpDownSubscription> subscription_;

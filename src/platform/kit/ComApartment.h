@@ -2,8 +2,9 @@
 
 #include "platform/kit/Windows.h"
 
+#include <optional>
+
 #include <objidl.h>
-#include <wrl/client.h>
 
 namespace corvane {
 
@@ -16,6 +17,20 @@ public:
     ~ComApartment();
     ComApartment(const ComApartment&) = delete;
     ComApartment& operator=(const ComApartment&) = delete;
+};
+
+// The apartment of a run that may end without COM: most do, and to make one takes as long as all
+// else that they do.
+class ComWhenNeeded {
+public:
+    // The first call makes the apartment, which stays. Raises when COM cannot be had.
+    void Enter() {
+        if (!apartment_)
+            apartment_.emplace();
+    }
+
+private:
+    std::optional<ComApartment> apartment_;
 };
 
 }  // namespace corvane

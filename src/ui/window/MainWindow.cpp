@@ -2,12 +2,12 @@
 
 #include <utility>
 
+#include "platform/kit/ComApartment.h"
 #include "resources/ResourceIds.h"
 #include "ui/form/FormActions.h"
+#include "ui/window/CommonControls.h"
 #include "ui/window/Dpi.h"
 #include "util/RuntimeError.h"
-
-#include <commctrl.h>
 
 namespace corvane {
 
@@ -33,12 +33,13 @@ void MainWindow::Detach() {
 }
 
 void MainWindow::Create() {
+    com_.Enter();
     controls_.emplace(*form_, instance_);
     visit_.emplace(*form_, *actions_, *controls_);
     keyboard_.emplace(*form_, *actions_, *controls_, *visit_);
     const INITCOMMONCONTROLSEX classes{sizeof(INITCOMMONCONTROLSEX),
                                        ICC_STANDARD_CLASSES | ICC_TAB_CLASSES};
-    InitCommonControlsEx(&classes);
+    TheCommonControls().InitCommonControlsEx(&classes);
     WNDCLASSEXW mainClass{};
     mainClass.cbSize = sizeof(mainClass);
     mainClass.lpfnWndProc = &MainWindow::WindowProcedure;

@@ -10,13 +10,14 @@
 
 namespace corvane {
 
+class ComWhenNeeded;
 class FormActions;
 
 // The form in a native window. It is created when the form is shown for the first time, so that a
 // run for 3CX pays for no window.
 class MainWindow final : public FormView, public ProgramWindow {
 public:
-    explicit MainWindow(HINSTANCE instance) : instance_(instance) {}
+    MainWindow(HINSTANCE instance, ComWhenNeeded& com) : instance_(instance), com_(com) {}
     ~MainWindow() override;
     MainWindow(const MainWindow&) = delete;
     MainWindow& operator=(const MainWindow&) = delete;
@@ -52,6 +53,7 @@ private:
     void CentreOnMonitor();
 
     HINSTANCE instance_;
+    ComWhenNeeded& com_;  // is entered for names that screen readers read, and for the shell
     Form* form_ = nullptr;
     FormActions* actions_ = nullptr;
     HWND window_ = nullptr;

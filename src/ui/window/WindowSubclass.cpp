@@ -1,11 +1,11 @@
 #include "ui/window/WindowSubclass.h"
 
-#include <commctrl.h>
+#include "ui/window/CommonControls.h"
 
 namespace corvane {
 
 WindowSubclass::WindowSubclass(HWND window) : window_(window) {
-    SetWindowSubclass(window, &Procedure, reinterpret_cast<UINT_PTR>(this), 0);
+    TheCommonControls().SetWindowSubclass(window, &Procedure, reinterpret_cast<UINT_PTR>(this), 0);
 }
 
 WindowSubclass::~WindowSubclass() {
@@ -14,11 +14,11 @@ WindowSubclass::~WindowSubclass() {
 
 // A second time finds nothing.
 void WindowSubclass::Remove() const {
-    RemoveWindowSubclass(window_, &Procedure, reinterpret_cast<UINT_PTR>(this));
+    TheCommonControls().RemoveWindowSubclass(window_, &Procedure, reinterpret_cast<UINT_PTR>(this));
 }
 
 LRESULT WindowSubclass::PassOn(UINT message, WPARAM wParam, LPARAM lParam) const {
-    return DefSubclassProc(window_, message, wParam, lParam);
+    return TheCommonControls().DefSubclassProc(window_, message, wParam, lParam);
 }
 
 LRESULT CALLBACK WindowSubclass::Procedure(HWND, UINT message, WPARAM wParam, LPARAM lParam,
