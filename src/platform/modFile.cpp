@@ -28,20 +28,13 @@ namespace {
 // for the end first and write second, and then two runs at once would write over each other. The
 // turn is a matter of the program's own instances; the file itself is locked for nobody, and an
 // instance that hangs keeps the others waiting for a moment only.
-class AppendTurn {
-public:
-    AppendTurn() {
-        constexpr DWORD longestWaitMilliseconds = 100;
-        // Fails where there is no mutex: a line out of turn is better than none.
-        const DWORD answer = WaitForSingleObject(mutex_.get(), longestWaitMilliseconds);
-        if (answer == WAIT_OBJECT_0 || answer == WAIT_ABANDONED)
-            hold_ = UniqueMutexHold(mutex_.get());
-    }
-
-private:
-    UniqueHandle mutex_{CreateMutexW(nullptr, FALSE, L"Local\\CorvaneTo3CX.AppendToFile")};
-    UniqueMutexHold hold_;  // ends before the mutex is closed
-};
+UniqueMutexHold TakeAppendTurn(HANDLE mutex) {
+    constexpr DWORD longestWaitMilliseconds = 100;
+    // Fails where there is no mutex: a line out of turn is better than none.
+    const DWORD answer = WaitForSingleObject(mutex, longestWaitMilliseconds);
+    return answer == WAIT_OBJECT_0 || answer == WAIT_ABANDONED ? UniqueMutexHold(mutex)
+                                                               : UniqueMutexHold();
+}
 
 bool Attributes(const std::wstring& path, DWORD& attributes) {
     attributes = GetFileAttributesW(path.c_str());
@@ -91,7 +84,10 @@ void modFile::AppendToFile(const std::wstring& path, const std::wstring& text) {
         checkedPath_ = path;
     }
     const std::string ansi = AnsiFromText(text);
-    const AppendTurn turn;
+    if (!appendMutex_)
+        appendMutex_ =
+            UniqueHandle(CreateMutexW(nullptr, FALSE, L"Local\\CorvaneTo3CX.AppendToFile"));
+    const UniqueMutexHold turn = TakeAppendTurn(appendMutex_.get());
     DWORD written = 0;
     if (!WriteFile(file.get(), ansi.data(), static_cast<DWORD>(ansi.size()), &written, nullptr))
         ThrowLastError();

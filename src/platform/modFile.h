@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <string>
 
+#include "platform/kit/Handles.h"
 #include "seams/FileSystem.h"
 
 namespace corvane {
@@ -25,6 +26,7 @@ public:
 
 private:
     std::wstring checkedPath_;  // of the last file that was appended to
+    UniqueHandle appendMutex_;
 };
 
 }  // namespace corvane
