@@ -1,6 +1,7 @@
 #include "gmapi/GMUI.h"
 
 #include "gmapi/Envelope.h"
+#include "gmapi/PlainReply.h"
 #include "seams/Clock.h"
 #include "seams/Conversions.h"
 #include "seams/MessageBoxes.h"
@@ -87,7 +88,8 @@ std::optional<std::wstring> GMUI::SelectNodeAsItStands(const std::wstring& reply
 }
 
 std::wstring GMUI::StatusValue(const std::wstring& reply) const {
-    return Unescape(SelectNode(reply, L"/GMAPI/status"));
+    const auto plain = PlainStatus(reply);
+    return plain ? std::wstring(*plain) : Unescape(SelectNode(reply, L"/GMAPI/status"));
 }
 
 void GMUI::Release() noexcept {
