@@ -33,31 +33,19 @@ scripts/setup.sh test $needs_x86 || fail "the set-up failed"
 mkdir -p build/test
 
 # build <preset> <log>: shows each step on a terminal; elsewhere, where a failure must be easy to
-# find, only what a failed build printed.
+# find, how far it is now and then, and what a failed build printed.
 build() {
     local command=(cmake --build --preset "$1" -j "$(nproc)")
     if [ -t 1 ]; then
         "${command[@]}"
     else
-        "${command[@]}" >"$2" 2>&1 || { cat "$2" >&2; return 1; }
+        "${command[@]}" 2>&1 | tee "$2" | awk '
+            /^\[[0-9]+\/[0-9]+\]/ && systime() - told >= 20 {
+                told = systime()
+                print "   built " $1
+                fflush()
+            }' || { cat "$2" >&2; return 1; }
     fi
-}
-
-# Of what GoogleTest prints, the tests that failed or did not end; of all else, everything.
-without_passed_tests() {
-    awk '
-        /^\[ RUN / { test = $0; running = 1; next }
-        running {
-            test = test ORS $0
-            if (/^\[ +OK \]/ || /^\[  FAILED  \]/) {
-                running = 0
-                if (/FAILED/) print test
-            }
-            next
-        }
-        /^\[-+\]/ { next }
-        { print; fflush() }
-        END { if (running) print test }'
 }
 
 # run_kind <native|x64|x86> [ctest args]: configures, builds and tests; ctest's end goes into a file.
@@ -76,8 +64,8 @@ run_kind() {
         { cat "build/test/$kind.configure.log" >&2; return 1; }
     build "$preset" "build/test/$kind.build.log" || return 1
     say "$preset: tests ($((SECONDS - began)) s so far)"
-    "${desktop[@]}" ctest --preset "$preset" -j "$(nproc)" "$@" 2>&1 |
-        tee "build/test/$kind.log" | without_passed_tests
+    "${desktop[@]}" ctest --preset "$preset" -V -j "$(nproc)" "$@" 2>&1 |
+        tee "build/test/$kind.log" | awk -f scripts/test-output.awk
 }
 
 failed=()

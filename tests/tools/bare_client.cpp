@@ -1,12 +1,14 @@
 // The least that a client of the practice GoldMine can be: connects, listens to its events, sends
 // the commands of its command line, and ends. Fails with what COM answered.
-//   bare_client.exe <command>...
+//   bare_client.exe <command>... [/Start:<command line>]
+// What is to be started is started after them, and not waited for.
 #include <windows.h>
 
 #include <oaidl.h>
 #include <ocidl.h>
 #include <shellapi.h>
 
+#include <cwchar>
 #include <initializer_list>
 
 namespace {
@@ -61,6 +63,27 @@ HRESULT Send(IDispatch& goldMine, const wchar_t* command) {
     return result;
 }
 
+HRESULT Start(wchar_t* commandLine) {
+    STARTUPINFOW startup{};
+    startup.cb = sizeof(startup);
+    PROCESS_INFORMATION process{};
+    if (!CreateProcessW(nullptr, commandLine, nullptr, nullptr, FALSE, CREATE_NO_WINDOW, nullptr,
+                        nullptr, &startup, &process)) {
+        return HRESULT_FROM_WIN32(GetLastError());
+    }
+    CloseHandle(process.hThread);
+    CloseHandle(process.hProcess);
+    return S_OK;
+}
+
+// A command, or what is to be started.
+HRESULT Do(IDispatch& goldMine, wchar_t* argument) {
+    constexpr wchar_t start[] = L"/Start:";
+    constexpr size_t length = ARRAYSIZE(start) - 1;
+    return wcsncmp(argument, start, length) == 0 ? Start(argument + length)
+                                                 : Send(goldMine, argument);
+}
+
 HRESULT Run(int count, wchar_t** commands) {
     static Sink sink;
     IDispatch* goldMine = nullptr;
@@ -78,7 +101,7 @@ HRESULT Run(int count, wchar_t** commands) {
     if (SUCCEEDED(result))
         result = events->Advise(&sink, &cookie);
     for (int command = 0; command < count && SUCCEEDED(result); ++command)
-        result = Send(*goldMine, commands[command]);
+        result = Do(*goldMine, commands[command]);
     if (cookie != 0)
         events->Unadvise(cookie);
     for (IUnknown* object : {static_cast<IUnknown*>(events), static_cast<IUnknown*>(container),
