@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "fakes/Said.h"
 #include "seams/FileSystem.h"
 #include "seams/IniFiles.h"
 #include "seams/Shell.h"
@@ -36,6 +37,7 @@ public:
         if (appendError)
             throw *appendError;
         files[path] += text;
+        WriteDown("line", std::wstring_view(text).substr(text.rfind(L'\t') + 1));
     }
     [[nodiscard]] NewestFile GetNewestFileInFolder(const std::wstring& folder,
                                                    const std::wstring& pattern,

@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "fakes/Said.h"
 #include "ui/form/Form.h"
 #include "ui/form/FormActions.h"
 
@@ -16,6 +17,7 @@ public:
     void Attach(Form& form, FormActions& actions) override {
         form_ = &form;
         actions_ = &actions;
+        statusLength_ = form.txtStatus.text().size();
     }
     void Detach() override {
         form_ = nullptr;
@@ -23,6 +25,8 @@ public:
     }
     void OnControlChanged(const Control& control, ControlAspect aspect) override {
         changes.push_back({control.name(), aspect});
+        if (form_ && &control == &form_->txtStatus)
+            WriteDownStatus(aspect);
         if (onChange)
             onChange(control);
     }
@@ -64,6 +68,16 @@ public:
     bool closed = false;
 
 private:
+    // Of a longer text what was appended.
+    void WriteDownStatus(ControlAspect aspect) {
+        if (aspect != ControlAspect::Text && aspect != ControlAspect::Appended)
+            return;
+        const std::wstring_view status = form_->txtStatus.text();
+        WriteDown("line", status.substr(aspect == ControlAspect::Appended ? statusLength_ : 0));
+        statusLength_ = status.size();
+    }
+
+    std::size_t statusLength_ = 0;
     Form* form_ = nullptr;
     FormActions* actions_ = nullptr;
 };

@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "fakes/Said.h"
 #include "seams/GoldMine.h"
 #include "util/RuntimeError.h"
 
@@ -27,17 +28,14 @@ public:
     }
     [[nodiscard]] std::wstring Send(const std::wstring& command) override {
         commands.push_back(command);
+        WriteDown("command", command);
         if (onSend)
             onSend(command);
         if (sendError)
             throw *std::exchange(sendError, std::nullopt);
-        if (answerAll)
-            return answerAll(command);
-        const auto answer = answers.find(command);
-        if (answer != answers.end())
-            return answer->second;
-        ADD_FAILURE() << "unexpected command: " << std::string(command.begin(), command.end());
-        return {};
+        std::wstring reply = Answer(command);
+        WriteDown("reply", reply);
+        return reply;
     }
     void Release() noexcept override {
         ++releases;
@@ -59,6 +57,16 @@ public:
     int releases = 0;
 
 private:
+    std::wstring Answer(const std::wstring& command) {
+        if (answerAll)
+            return answerAll(command);
+        const auto answer = answers.find(command);
+        if (answer != answers.end())
+            return answer->second;
+        ADD_FAILURE() << "unexpected command: " << std::string(command.begin(), command.end());
+        return {};
+    }
+
     bool connected_ = false;
     WindowUpDownListener* listener_ = nullptr;
 };

@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "fakes/Said.h"
 #include "seams/MessageBoxes.h"
 
 namespace corvane::test {
@@ -47,6 +48,7 @@ public:
     // A question takes the next of the answers; one without an answer is a failure.
     BoxAnswer Show(std::wstring_view text, BoxButtons buttons, BoxIcon icon) override {
         shown_.push_back({std::wstring(text), buttons, icon});
+        WriteDown("box", text);
         if (onShow)
             onShow();
         if (buttons == BoxButtons::Ok)

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "fakes/Said.h"
 #include "seams/StatusWriter.h"
 
 namespace corvane::test {
@@ -15,6 +16,7 @@ public:
     void WriteStatus(std::wstring_view message, LogMode mode) override {
         if (onWrite)
             onWrite();
+        WriteDown("line", message);
         lines.emplace_back(message);
         modes.push_back(mode);
     }

@@ -52,12 +52,12 @@ TEST_F(StatusTest, WithTheLogOffOnlyForcedLinesReachIt) {
     Status& status = SetUpLog();
 
     status.WriteStatus(L"quiet");
-    status.WriteStatus(L"quiet too", LogMode::AsConfigured);
+    status.WriteStatus(L"quieter", LogMode::AsConfigured);
     EXPECT_EQ(Log(), L"");
 
     status.WriteStatus(L"loud", LogMode::Forced);
     EXPECT_EQ(Log(), L"0\t20240311.120000.000\t[]:\tloud\r\n");
-    EXPECT_EQ(program().form.txtStatus.text(), L"quiet\r\nquiet too\r\nloud");
+    EXPECT_EQ(program().form.txtStatus.text(), L"quiet\r\nquieter\r\nloud");
 }
 
 TEST_F(StatusTest, ALogLineHasItsFourFields) {
