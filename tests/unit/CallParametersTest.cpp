@@ -64,7 +64,7 @@ TEST_F(CallParametersTest, TheSeparatorIsSkippedWhateverItIs) {
     for (const wchar_t* token : {L"/N:S", L"/N=S", L"/NxS"}) {
         Parse(std::wstring(token) + L" /T:O");
         EXPECT_EQ(form().txtNotifType.text(), L"S");
-        EXPECT_EQ(form().txtCallType.text(), L"O");
+        EXPECT_EQ(form().txtCallType.text(), L"I");
     }
 }
 
@@ -156,10 +156,10 @@ TEST_F(CallParametersTest, LogLinesCarryTheCallIdentifierOnceItWasRead) {
 TEST_F(CallParametersTest, LeavingTheLetterBoxesMakesThemUpperCase) {
     Make();
     form().txtNotifType.setText(L"s");
-    form().txtCallType.setText(L"o");
+    form().txtCallType.setText(L"i");
     program().parameters.LeaveParameterBox(form().txtNotifType, true);
     EXPECT_EQ(form().txtNotifType.text(), L"S");
-    EXPECT_EQ(form().txtCallType.text(), L"o") << "only the box that is left";
+    EXPECT_EQ(form().txtCallType.text(), L"i") << "only the box that is left";
     program().parameters.LeaveParameterBox(form().txtCallType, true);
     EXPECT_EQ(form().txtCallType.text(), L"O");
 }
