@@ -64,7 +64,7 @@ TEST_F(CallParametersTest, TheSeparatorIsSkippedWhateverItIs) {
     for (const wchar_t* token : {L"/N:S", L"/N=S", L"/NxS"}) {
         Parse(std::wstring(token) + L" /T:O");
         EXPECT_EQ(form().txtNotifType.text(), L"S");
-        EXPECT_EQ(form().txtCallType.text(), L"I");
+        EXPECT_EQ(form().txtCallType.text(), L"O");
     }
 }
 
@@ -161,7 +161,7 @@ TEST_F(CallParametersTest, LeavingTheLetterBoxesMakesThemUpperCase) {
     EXPECT_EQ(form().txtNotifType.text(), L"S");
     EXPECT_EQ(form().txtCallType.text(), L"i") << "only the box that is left";
     program().parameters.LeaveParameterBox(form().txtCallType, true);
-    EXPECT_EQ(form().txtCallType.text(), L"O");
+    EXPECT_EQ(form().txtCallType.text(), L"I");
 }
 
 TEST_F(CallParametersTest, ProcessCallFollowsTheParameterBoxes) {
