@@ -98,6 +98,7 @@ TEST_F(LocaleTest, SettingsAreReadWhereNumbersAreWrittenInAnotherWay) {
 }
 
 TEST_F(LocaleTest, NamesOfTheCodePageSurvive) {
+    ASSERT_TRUE(names.contains(GetACP())) << "no name for code page " << GetACP();
     const std::string& name = names.at(GetACP());
     const std::wstring folder = recordingsFolder + Wide(name);
     MakeFolder(folder + L"\\");
