@@ -52,9 +52,13 @@ Answer CommandRouter::Run(std::wstring_view text, Client& client) {
     Sleep(plan.delayMilliseconds);
     for (const RaisedEvent& event : plan.raises)
         events_.RaiseToAll(event);
-    if (plan.die)
+    if (plan.death && !plan.death->done)
         onDie();
     Answer answer = plan.answer ? *plan.answer : Perform(command, plan, client);
+    if (plan.death)
+        onDie();
+    if (!plan.answer)
+        plan.Alter(answer.reply);
     switch (answer.kind) {
         case Answer::Kind::Reply:
             journal_.Reply(answer.reply);
@@ -67,6 +71,14 @@ Answer CommandRouter::Run(std::wstring_view text, Client& client) {
             break;
     }
     return answer;
+}
+
+HRESULT CommandRouter::Listen() {
+    Command advise;
+    advise.call = adviseCall;
+    const FaultPlan plan = faults_.For(advise);
+    Sleep(plan.delayMilliseconds);
+    return plan.answer ? plan.answer->result : S_OK;
 }
 
 Answer CommandRouter::Perform(const Command& command, const FaultPlan& plan, Client& client) {

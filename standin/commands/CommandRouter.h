@@ -26,6 +26,8 @@ public:
 
     // Never throws; whatever goes wrong becomes a failure reply.
     Answer Run(std::wstring_view text, Client& client);
+    // Whether a client may hear events; fails when a fault wants that.
+    HRESULT Listen();
 
 private:
     Answer Perform(const Command& command, const FaultPlan& plan, Client& client);

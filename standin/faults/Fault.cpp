@@ -57,8 +57,20 @@ Action ReadIds(const std::wstring& argument) {
     return argument == L"numeric" ? Action(NumericIds()) : std::nullopt;
 }
 
-Action ReadDie(const std::wstring&) {
-    return Die();
+Action ReadDie(const std::wstring& argument) {
+    const bool done = argument == L"done";
+    return done || argument.empty() ? Action(Die{done}) : std::nullopt;
+}
+
+Action ReadCall(const std::wstring& argument) {
+    return argument.empty() ? std::nullopt : Action(RenamedReply{argument});
+}
+
+Action ReadPadded(const std::wstring& argument) {
+    const long letters = ToNumber(argument, 0);
+    if (letters < 1)
+        return std::nullopt;
+    return Padding{static_cast<std::size_t>(letters)};
 }
 
 Action ReadStatus(const std::wstring& argument) {
@@ -118,6 +130,8 @@ Action ReadAction(const std::wstring& text) {
         {L"event", ReadTiming},
         {L"ids", ReadIds},
         {L"die", ReadDie},
+        {L"call", ReadCall},
+        {L"padded", ReadPadded},
         {L"status", ReadStatus},
         {L"value", ReadValue},
         {L"reply", ReadReply},
@@ -137,7 +151,7 @@ Action ReadAction(const std::wstring& text) {
 }  // namespace
 
 bool Fault::Matches(const Command& command) const {
-    if (call != L"*" && call != command.call)
+    if (call != command.call && (call != L"*" || command.call == adviseCall))
         return false;
     if (detail.empty())
         return true;

@@ -2,9 +2,11 @@
 
 #include <windows.h>
 
+#include <cstddef>
 #include <limits>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <variant>
 
 #include "envelope/Command.h"
@@ -18,7 +20,20 @@ struct Delay {
 
 struct NumericIds {};
 
-struct Die {};
+// Before it has carried the command out, or behind that and without an answer.
+struct Die {
+    bool done;
+};
+
+// The real reply, under this name of the call.
+struct RenamedReply {
+    std::wstring call;
+};
+
+// So many letters behind the value of the real reply.
+struct Padding {
+    std::size_t letters;
+};
 
 // A status code and its text, whatever the call.
 struct Status {
@@ -32,8 +47,11 @@ struct Busy {
 
 // What a fault does. A RaisedEvent is raised, an EventTiming is that of the dialog's event, and an
 // Answer is given as it is.
-using FaultAction =
-    std::variant<Delay, RaisedEvent, EventTiming, NumericIds, Die, Status, Answer, Busy>;
+using FaultAction = std::variant<Delay, RaisedEvent, EventTiming, NumericIds, Die, RenamedReply,
+                                 Padding, Status, Answer, Busy>;
+
+// A client that wants to hear events, as a call in faults.txt. It is no command.
+inline constexpr std::wstring_view adviseCall = L"Advise";
 
 // A line of faults.txt, understood.
 struct Fault {

@@ -18,7 +18,9 @@ struct Planner {
     void operator()(const RaisedEvent& event) const { plan.raises.push_back(event); }
     void operator()(const EventTiming& timing) const { plan.eventTiming = timing; }
     void operator()(NumericIds) const { plan.numericIds = true; }
-    void operator()(Die) const { plan.die = true; }
+    void operator()(Die death) const { plan.death = death; }
+    void operator()(const RenamedReply& reply) const { plan.replyCall = reply.call; }
+    void operator()(Padding padding) const { plan.padding = padding.letters; }
     void operator()(const Status& status) const {
         (*this)(Reply(command.call, status.digit, status.text));
     }
@@ -30,6 +32,14 @@ struct Planner {
 };
 
 }  // namespace
+
+void FaultPlan::Alter(std::wstring& reply) const {
+    if (!replyCall.empty()) {
+        const std::size_t begin = reply.find(L'"') + 1;
+        reply.replace(begin, reply.find(L'"', begin) - begin, replyCall);
+    }
+    reply.insert(reply.find(L"</status>"), padding, L'x');
+}
 
 Faults::Faults(std::wstring file, Journal& journal) : file_(std::move(file)), journal_(journal) {}
 

@@ -17,8 +17,13 @@ struct FaultPlan {
     std::vector<RaisedEvent> raises;
     EventTiming eventTiming;
     bool numericIds = false;
-    bool die = false;
+    std::optional<Die> death;
     std::optional<Answer> answer;  // given instead of the real one
+    std::wstring replyCall;        // the real one's name of the call, "" to leave it
+    std::size_t padding = 0;       // letters behind the real one's value
+
+    // Makes of the real reply what is answered.
+    void Alter(std::wstring& reply) const;
 };
 
 // faults.txt: one fault a line, "#" begins a comment. Looked at for each command, and understood

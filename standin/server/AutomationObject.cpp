@@ -256,6 +256,8 @@ HRESULT AutomationObject::Events::Advise(IUnknown* sink, DWORD* cookie) {
         FAILED(sink->QueryInterface(IID_IDispatch, &dispatch))) {
         return CONNECT_E_CANNOTCONNECT;
     }
+    if (const HRESULT allowed = owner_.server_.router().Listen(); FAILED(allowed))
+        return allowed;
     sinks[++lastCookie_] = dispatch;
     *cookie = lastCookie_;
     return S_OK;

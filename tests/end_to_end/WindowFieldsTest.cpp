@@ -93,9 +93,9 @@ TEST_F(WindowFieldsTest, LettersOfTheTwoCallBoxesBecomeCapitals) {
 
     for (const char* box : {"txtNotifType", "txtCallType"}) {
         Focus(window, box);
-        Type(window, box, L"s");
+        Type(window, box, L"si");
         Focus(window, "cmdExit");
-        EXPECT_TRUE(TextIs(window, box, "S")) << box;
+        EXPECT_TRUE(TextIs(window, box, "SI")) << box;
     }
     EXPECT_TRUE(ControlEnabled(window, "cmdProcessCall"));
     Close(run, window);  // parameters are no settings

@@ -177,6 +177,12 @@ void Client::Watch(bool on) {
               gmapi::Reply(L"RegisterWindowUpDown", L"1", L"Success"));
 }
 
+HRESULT Client::ListenAgain() {
+    DWORD cookie = 0;
+    const HRESULT result = point_->Advise(recorder_.Get(), &cookie);
+    return FAILED(result) ? result : point_->Unadvise(cookie);
+}
+
 std::wstring Between(const std::wstring& text, const std::wstring& start, const std::wstring& end) {
     const size_t from = text.find(start);
     const size_t to = from == std::wstring::npos ? from : text.find(end, from + start.size());

@@ -112,6 +112,8 @@ public:
     std::wstring Value(const std::wstring& call, const Arguments& arguments);
     std::wstring Macro(const std::wstring& name) { return Value(L"Macro", {{L"Macro", name}}); }
     void Watch(bool on);
+    // Asks for the events once more.
+    HRESULT ListenAgain();
 
 private:
     Microsoft::WRL::ComPtr<IDispatch> object_;

@@ -113,6 +113,45 @@ TEST_F(FaultTest, DyingEndsTheProcessInMidCall) {
     EXPECT_EQ(data_.Journal().back(), "> " + Utf8(askForVersion));
 }
 
+TEST_F(FaultTest, DyingMayWaitUntilTheCommandIsCarriedOut) {
+    for (const std::string death : {"die", "die done"}) {
+        data_.SetFaults("InsHist " + death + "\n");
+        Client client;
+        const std::string countItems = "select count(*) from ContHist where Ref = '" + death + "'";
+
+        EXPECT_TRUE(FAILED(client.TrySend(gmapi::InsHist(L"A0002", L"CI", Wide(death))).result));
+
+        WaitForItsEnd();
+        EXPECT_EQ(Sql(countItems), death == "die" ? "0\n" : "1\n");
+        Start();
+    }
+}
+
+TEST_F(FaultTest, RealRepliesCanBeAltered) {
+    Client client;
+
+    data_.SetFaults("CallerID call Caller\nMacro call mACRO\n");
+    EXPECT_EQ(client.Send(askForVersion), gmapi::Reply(L"mACRO", L"1", L"2014.1"));
+    EXPECT_EQ(client.Send(gmapi::CallerID(L"1", L"0", L"0")),
+              gmapi::Reply(L"Caller", L"0", L"Not found"));
+
+    data_.SetFaults("Macro padded 500000\n");
+    EXPECT_EQ(client.Send(askForVersion),
+              gmapi::Reply(L"Macro", L"1", L"2014.1" + std::wstring(500'000, L'x')));
+}
+
+// Commands are none of it, nor is it one of them.
+TEST_F(FaultTest, ListeningCanBeRefused) {
+    Client client;
+
+    data_.SetFaults("* access-denied\n");
+    EXPECT_EQ(client.ListenAgain(), S_OK);
+
+    data_.SetFaults("Advise hresult 0x80004005\n");
+    EXPECT_EQ(client.ListenAgain(), E_FAIL);
+    EXPECT_EQ(client.Send(askForVersion), version);
+}
+
 TEST_F(FaultTest, AnotherOneCanBeStartedAfterDying) {
     data_.SetFaults("Macro die\n");
     Client before;
@@ -199,7 +238,9 @@ TEST_F(FaultTest, RecordIdsCanBeNumeric) {
 }
 
 TEST_F(FaultTest, LineThatMakesNoSenseIsReportedInTheJournal) {
-    data_.SetFaults("Macro explode\nMacro delay soon\nMacro@0 die\nMacro busy\nMacro hresult 0\n");
+    data_.SetFaults(
+        "Macro explode\nMacro delay soon\nMacro@0 die\nMacro busy\nMacro hresult 0\n"
+        "Macro die soon\nMacro call\nMacro padded\n");
     Client client;
 
     EXPECT_EQ(client.Send(askForVersion), version);
@@ -207,7 +248,7 @@ TEST_F(FaultTest, LineThatMakesNoSenseIsReportedInTheJournal) {
     int reported = 0;
     for (const std::string& line : data_.Journal())
         reported += line.rfind("# fault not understood: ", 0) == 0 ? 1 : 0;
-    EXPECT_EQ(reported, 5);
+    EXPECT_EQ(reported, 8);
 }
 
 }  // namespace

@@ -156,12 +156,12 @@ TEST_F(CallParametersTest, LogLinesCarryTheCallIdentifierOnceItWasRead) {
 TEST_F(CallParametersTest, LeavingTheLetterBoxesMakesThemUpperCase) {
     Make();
     form().txtNotifType.setText(L"s");
-    form().txtCallType.setText(L"o");
+    form().txtCallType.setText(L"i");
     program().parameters.LeaveParameterBox(form().txtNotifType, true);
     EXPECT_EQ(form().txtNotifType.text(), L"S");
-    EXPECT_EQ(form().txtCallType.text(), L"o") << "only the box that is left";
+    EXPECT_EQ(form().txtCallType.text(), L"i") << "only the box that is left";
     program().parameters.LeaveParameterBox(form().txtCallType, true);
-    EXPECT_EQ(form().txtCallType.text(), L"O");
+    EXPECT_EQ(form().txtCallType.text(), L"I");
 }
 
 TEST_F(CallParametersTest, ProcessCallFollowsTheParameterBoxes) {
