@@ -13,8 +13,8 @@ namespace {
 // All that the program may import, of either architecture. Windows 7 is the oldest one that it runs
 // on and has every one of these functions; a name goes in here only when Windows 7 has it. And each
 // of these DLLs is Windows' own wherever the program stands: they are among those that Windows
-// takes from its system folder without looking beside the program (KnownDLLs). None is one that only
-// a shown window needs: those would be bound for every call that shows nothing.
+// takes from its system folder without looking beside the program (KnownDLLs). None is one that
+// only a shown window needs: those would be bound for every call that shows nothing.
 const std::map<std::string, const char*> windows7 = {
     {"advapi32.dll",
      R"(RegCloseKey RegCreateKeyExA RegDeleteKeyA RegDeleteValueA RegEnumKeyExW RegOpenKeyExA

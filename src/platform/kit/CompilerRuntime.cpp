@@ -1,6 +1,6 @@
-// What code that the compiler makes calls upon, in the place of what its libraries bring: their stack
-// protection loads Windows' cryptography for one number at every start, and their last words before a
-// program ends are a tenth of its size, for a console that it does not have.
+// What code that the compiler makes calls upon, in the place of what its libraries bring: their
+// stack protection loads Windows' cryptography for one number at every start, and their last words
+// before a program ends are a tenth of its size, for a console that it does not have.
 
 #include "platform/kit/Windows.h"
 
@@ -42,7 +42,9 @@ namespace {
     GetSystemTimeAsFileTime(&time);
     QueryPerformanceCounter(&count);
     std::uint64_t mixed = static_cast<std::uint64_t>(count.QuadPart) ^
-                          ULARGE_INTEGER{{time.dwLowDateTime, time.dwHighDateTime}}.QuadPart ^
+                          ULARGE_INTEGER {
+                              { time.dwLowDateTime, time.dwHighDateTime }
+                          }.QuadPart ^
                           (std::uint64_t{GetCurrentProcessId()} << 32) ^ GetCurrentThreadId() ^
                           reinterpret_cast<std::uintptr_t>(&mixed);
     mixed *= 0x9E3779B97F4A7C15U;  // every bit reaches the upper ones

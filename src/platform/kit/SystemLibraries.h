@@ -12,8 +12,8 @@ void LoadFromSystemFolderOnly();
 // this one. nullptr where this Windows does not have it.
 HMODULE LoadFromSystemFolder(const wchar_t* library);
 
-// To be called before anything is shown: the common controls, which message boxes use too, bind these
-// at their first need, from wherever they are found.
+// To be called before anything is shown: the common controls, which message boxes use too, bind
+// these at their first need, from wherever they are found.
 void LoadWhatControlsBind();
 
 // nullptr where the library, which may be none, does not have it.
