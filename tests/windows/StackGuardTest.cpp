@@ -16,7 +16,7 @@ TEST(StackGuardTest, GuardIsChosenAndEndsCopiedTexts) {
 }
 
 // This file is compiled with the protection.
-void WriteBeyondABuffer(volatile std::size_t size) {
+void WriteBeyondABuffer(std::size_t size) {
     char buffer[8];
     std::memset(buffer, 'x', size);
 }
