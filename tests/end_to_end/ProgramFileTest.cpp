@@ -35,14 +35,15 @@ const std::map<std::string, const char*> windows7 = {
          GetStartupInfoW GetSystemDirectoryW GetSystemTimeAsFileTime GetThreadContext
          GetThreadPriority GetTickCount64 GetTimeZoneInformation GlobalLock GlobalSize
          GlobalUnlock InitializeCriticalSection IsDBCSLeadByteEx IsDebuggerPresent
-         K32GetMappedFileNameW LeaveCriticalSection LoadLibraryA LoadLibraryExW LoadLibraryW LocalFree MulDiv
-         MultiByteToWideChar OpenProcess OutputDebugStringA Process32FirstW Process32NextW
+         K32GetMappedFileNameW LeaveCriticalSection LoadLibraryA LoadLibraryExW LoadLibraryW
+         LocalFree MulDiv MultiByteToWideChar OpenProcess OutputDebugStringA Process32FirstW Process32NextW
          ProcessIdToSessionId QueryFullProcessImageNameA QueryPerformanceCounter
          QueryPerformanceFrequency RaiseException ReadFile ReleaseMutex ReleaseSemaphore
          RemoveVectoredExceptionHandler ResetEvent ResumeThread RtlCaptureContext
          RtlLookupFunctionEntry RtlUnwindEx RtlVirtualUnwind SetDllDirectoryW SetEvent
          SetLastError SetProcessAffinityMask SetThreadContext SetThreadPriority
-         SetThreadStackGuarantee          SetUnhandledExceptionFilter Sleep SuspendThread SystemTimeToTzSpecificLocalTime TlsAlloc
+         SetThreadStackGuarantee SetUnhandledExceptionFilter Sleep SuspendThread
+         SystemTimeToTzSpecificLocalTime TlsAlloc
          TlsGetValue TlsSetValue TryEnterCriticalSection VirtualProtect VirtualQuery
          WaitForMultipleObjects WaitForSingleObject WideCharToMultiByte WriteFile
          WritePrivateProfileStringA)"},
