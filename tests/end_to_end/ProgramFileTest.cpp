@@ -36,8 +36,8 @@ const std::map<std::string, const char*> windows7 = {
          GetThreadPriority GetTickCount64 GetTimeZoneInformation GlobalLock GlobalSize
          GlobalUnlock InitializeCriticalSection IsDBCSLeadByteEx IsDebuggerPresent
          K32GetMappedFileNameW LeaveCriticalSection LoadLibraryA LoadLibraryExW LoadLibraryW
-         LocalFree MulDiv MultiByteToWideChar OpenProcess OutputDebugStringA Process32FirstW Process32NextW
-         ProcessIdToSessionId QueryFullProcessImageNameA QueryPerformanceCounter
+         LocalFree MulDiv MultiByteToWideChar OpenProcess OutputDebugStringA Process32FirstW
+         Process32NextW ProcessIdToSessionId QueryFullProcessImageNameA QueryPerformanceCounter
          QueryPerformanceFrequency RaiseException ReadFile ReleaseMutex ReleaseSemaphore
          RemoveVectoredExceptionHandler ResetEvent ResumeThread RtlCaptureContext
          RtlLookupFunctionEntry RtlUnwindEx RtlVirtualUnwind SetDllDirectoryW SetEvent
