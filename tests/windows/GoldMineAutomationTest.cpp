@@ -367,9 +367,10 @@ TEST(GoldMineAutomationAloneTest, ObjectWithoutEventsTakesCommands) {
 
 TEST(GoldMineAutomationAloneTest, DispatchInterfaceTakesCommandsAndIsListenedTo) {
     const ComApartment apartment;
+    ComWhenNeeded com;
     const LibraryRegistration registration(LibraryFlavour::DispatchOnly);
     AutomationServer server([](const std::wstring&) { return Answer{.reply = L"here"}; });
-    GoldMineAutomation goldMine;
+    GoldMineAutomation goldMine(com);
 
     goldMine.Connect();
 
