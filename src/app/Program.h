@@ -47,7 +47,8 @@ struct Program {
     Surroundings around;
 
     Form form{&around.view};
-    Status status{form, around.info, around.registry, around.files, around.shell, around.clock};
+    Status status{form,         around.info,  around.registry, around.files,
+                  around.shell, around.clock, around.crashLine};
     ErrorReport errors{status, around.boxes};
     Settings settings{form, around.registry, status, around.boxes};
     SettingQuestions questions{form, settings, around.boxes};

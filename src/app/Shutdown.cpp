@@ -51,7 +51,10 @@ bool Shutdown::SaveBeforeExit() {
 }
 
 void Shutdown::FinishCallDialog() {
-    if (parts_.dialog.WaitUntilFilledIn() && parts_.goldMineProcess.FindGoldMineExecutable())
+    // What goes wrong with the waiting leaves no registration behind.
+    bool registered = true;
+    parts_.errors.Guard([&] { registered = parts_.dialog.WaitUntilFilledIn(); });
+    if (registered && parts_.goldMineProcess.FindGoldMineExecutable())
         parts_.dialog.Withdraw();
 }
 

@@ -5,6 +5,7 @@
 
 #include "seams/Clock.h"
 #include "seams/Conversions.h"
+#include "seams/CrashLine.h"
 #include "seams/FileSystem.h"
 #include "seams/Shell.h"
 #include "settings/cSimuIniFile.h"
@@ -33,13 +34,14 @@ std::wstring TimeStamp(const LocalTimeMs& time) {
 }  // namespace
 
 Status::Status(Form& form, const ProgramInfo& program, Registry& registry, FileSystem& files,
-               const Shell& shell, Clock& clock)
+               const Shell& shell, Clock& clock, CrashLine& crashLine)
     : form_(form),
       program_(program),
       registry_(registry),
       files_(files),
       shell_(shell),
-      clock_(clock) {}
+      clock_(clock),
+      crashLine_(crashLine) {}
 
 void Status::SetUpLog() {
     NamedProcedure(L"SetUpLog", [this] { PrepareLog(); });
@@ -50,8 +52,10 @@ void Status::PrepareLog() {
     form_.txtLogPath.setText(path);
     form_.txtLogPath.setTooltip(path);
     form_.chkWriteLog.setTooltip(Join(L"Write Status messages to log file ", Quoted(path)));
+    PrepareCrashLine();
     LoadWriteLog();
     TakeRunNumber();
+    PrepareCrashLine();
     if (form_.chkWriteLog.checked())
         WriteLogLine(Join(std::wstring(68, L'-'), L" ", GeneralDateText(clock_.Now())));
 }
@@ -100,6 +104,23 @@ void Status::ResetRunNumber() {
     OwnSettingsStore(registry_).WriteProfileString(runNumberValue, L"0");
 }
 
+void Status::setCallIdentifier(std::wstring_view identifier) {
+    callIdentifier_ = identifier;
+    PrepareCrashLine();
+}
+
+std::wstring Status::BeforeTime() const {
+    return Join(std::to_wstring(runNumber_), L"\t");
+}
+
+std::wstring Status::BeforeMessage() const {
+    return Join(L"\t[", callIdentifier_, L"]:\t");
+}
+
+void Status::PrepareCrashLine() {
+    crashLine_.Prepare(form_.txtLogPath.text(), BeforeTime(), BeforeMessage());
+}
+
 void Status::WriteStatus(std::wstring_view message, LogMode mode) {
     const std::wstring line = ReplaceAll(message, std::wstring_view(L"\0", 1), L" ");
     Show(line);
@@ -124,10 +145,9 @@ void Status::WriteLogLine(std::wstring_view message) noexcept {
 
 void Status::AppendToLog(std::wstring_view message) {
     try {
-        files_.AppendToFile(
-            form_.txtLogPath.text(),
-            Join(std::to_wstring(runNumber_), L"\t", TimeStamp(clock_.GetLocalTimeMs()), L"\t[",
-                 callIdentifier_, L"]:\t", message, lineBreak));
+        files_.AppendToFile(form_.txtLogPath.text(),
+                            Join(BeforeTime(), TimeStamp(clock_.GetLocalTimeMs()), BeforeMessage(),
+                                 message, lineBreak));
     } catch (const RuntimeError& error) {
         // Logging never stops the program; who looks at the window is told once.
         if (form_.visible() && !std::exchange(failureShown_, true)) {

@@ -8,6 +8,7 @@
 namespace corvane {
 
 class Clock;
+class CrashLine;
 class FileSystem;
 class Form;
 class Registry;
@@ -19,7 +20,7 @@ struct ProgramInfo;
 class Status final : public StatusWriter {
 public:
     Status(Form& form, const ProgramInfo& program, Registry& registry, FileSystem& files,
-           const Shell& shell, Clock& clock);
+           const Shell& shell, Clock& clock, CrashLine& crashLine);
 
     // Before the other settings are loaded: log path, chkWriteLog, run number, separator line.
     // Raises when chkWriteLog's stored text does not convert or the registry refuses.
@@ -32,7 +33,7 @@ public:
     void ResetRunNumber();
 
     // What stands between brackets on every log line: empty until the /I switch was read.
-    void setCallIdentifier(std::wstring_view identifier) { callIdentifier_ = identifier; }
+    void setCallIdentifier(std::wstring_view identifier);
 
 private:
     void PrepareLog();
@@ -40,6 +41,9 @@ private:
     void LoadWriteLog();
     void TakeRunNumber();
     void Show(std::wstring_view message);
+    [[nodiscard]] std::wstring BeforeTime() const;
+    [[nodiscard]] std::wstring BeforeMessage() const;
+    void PrepareCrashLine();
     // A line that cannot be written is lost; the run goes on.
     void WriteLogLine(std::wstring_view message) noexcept;
     void AppendToLog(std::wstring_view message);
@@ -50,6 +54,7 @@ private:
     FileSystem& files_;
     const Shell& shell_;
     Clock& clock_;
+    CrashLine& crashLine_;
     std::int32_t runNumber_ = 0;
     std::wstring callIdentifier_;
     bool failureShown_ = false;  // that the log cannot be written

@@ -9,6 +9,7 @@
 namespace corvane {
 
 class Clock;
+class CrashLine;
 class FileSystem;
 class FormView;
 class GoldMine;
@@ -32,6 +33,7 @@ struct Surroundings {
     Processes& processes;
     Shell& shell;
     Clock& clock;
+    CrashLine& crashLine;
     MessageBoxes& boxes;
     std::function<std::unique_ptr<HtmlDocument>()> newHtmlDocument;
     FormView& view;

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "app/Program.h"
+#include "platform/CrashHandler.h"
 #include "platform/cRegistry.h"
 #include "platform/goldmine/GoldMineAutomation.h"
 #include "platform/kit/ComApartment.h"
@@ -27,7 +28,7 @@ namespace {
 
 using namespace corvane;
 
-void Run(HINSTANCE instance) {
+void Run(HINSTANCE instance, CrashLine& crashLine) {
     ComWhenNeeded com;
     const std::wstring commandLine = RawCommandLine();
     MainWindow window(instance, com);
@@ -51,6 +52,7 @@ void Run(HINSTANCE instance) {
                      .processes = processes,
                      .shell = shell,
                      .clock = clock,
+                     .crashLine = crashLine,
                      .boxes = boxes,
                      .newHtmlDocument = &NewHtmlDocument,
                      .view = window});
@@ -61,9 +63,10 @@ void Run(HINSTANCE instance) {
 }  // namespace
 
 int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR, int) {
+    CrashHandler crashHandler;
     try {
         LoadFromSystemFolderOnly();
-        Run(instance);
+        Run(instance, crashHandler);
     } catch (...) {
         // Before there is a status writer: memory or the program's own path could not be had.
         SystemMessageBoxes boxes(StartedBy::OtherProgram);

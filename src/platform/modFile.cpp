@@ -1,11 +1,9 @@
 #include "platform/modFile.h"
 
-#include <optional>
-
 #include "platform/kit/AnsiText.h"
+#include "platform/kit/AppendBytes.h"
 #include "platform/kit/ComError.h"
 #include "platform/kit/Handles.h"
-#include "platform/kit/OwnPlace.h"
 #include "util/RecordingCandidate.h"
 #include "util/RuntimeError.h"
 #include "util/Text.h"
@@ -16,24 +14,15 @@ namespace corvane {
 
 namespace {
 
-[[noreturn]] void ThrowLastError() {
-    const DWORD code = GetLastError();
+[[noreturn]] void ThrowAppendError(DWORD code) {
     // A file that somebody else keeps to himself is a refused one.
-    if (code == ERROR_SHARING_VIOLATION || code == ERROR_LOCK_VIOLATION)
-        throw MakeRuntimeError(ErrorNumber::PermissionDenied);
+    if (code == ERROR_SHARING_VIOLATION || code == ERROR_LOCK_VIOLATION || code == leadsElsewhere) {
+        RuntimeError error = MakeRuntimeError(ErrorNumber::PermissionDenied);
+        if (code == leadsElsewhere)
+            error.description += L" (it leads to another place)";
+        throw error;
+    }
     throw ErrorFromHResult(HRESULT_FROM_WIN32(code));
-}
-
-// One writer at a time: Windows appends whole texts by itself, but Wine and some file servers look
-// for the end first and write second, and then two runs at once would write over each other. The
-// turn is a matter of the program's own instances; the file itself is locked for nobody, and an
-// instance that hangs keeps the others waiting for a moment only.
-UniqueMutexHold TakeAppendTurn(HANDLE mutex) {
-    constexpr DWORD longestWaitMilliseconds = 100;
-    // Fails where there is no mutex: a line out of turn is better than none.
-    const DWORD answer = WaitForSingleObject(mutex, longestWaitMilliseconds);
-    return answer == WAIT_OBJECT_0 || answer == WAIT_ABANDONED ? UniqueMutexHold(mutex)
-                                                               : UniqueMutexHold();
 }
 
 bool Attributes(const std::wstring& path, DWORD& attributes) {
@@ -71,26 +60,12 @@ bool modFile::CopyToNew(const std::wstring& from, const std::wstring& to) {
 }
 
 void modFile::AppendToFile(const std::wstring& path, const std::wstring& text) {
-    std::optional<OwnPlace> place;
-    if (path != checkedPath_)
-        place.emplace(path).CheckFolder();
-    const UniqueHandle file(CreateFileW(path.c_str(), FILE_APPEND_DATA,
-                                        FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_ALWAYS,
-                                        FILE_ATTRIBUTE_NORMAL, nullptr));
-    if (!file)
-        ThrowLastError();
-    if (place) {
-        place->CheckFile(file.get());
-        checkedPath_ = path;
+    const CheckPlace check = path == checkedPath_ ? CheckPlace::No : CheckPlace::Yes;
+    if (const DWORD code = AppendBytes(path.c_str(), AnsiFromText(text), check, appendMutex_);
+        code != ERROR_SUCCESS) {
+        ThrowAppendError(code);
     }
-    const std::string ansi = AnsiFromText(text);
-    if (!appendMutex_)
-        appendMutex_ =
-            UniqueHandle(CreateMutexW(nullptr, FALSE, L"Local\\CorvaneTo3CX.AppendToFile"));
-    const UniqueMutexHold turn = TakeAppendTurn(appendMutex_.get());
-    DWORD written = 0;
-    if (!WriteFile(file.get(), ansi.data(), static_cast<DWORD>(ansi.size()), &written, nullptr))
-        ThrowLastError();
+    checkedPath_ = path;
 }
 
 NewestFile modFile::GetNewestFileInFolder(const std::wstring& folder, const std::wstring& pattern,

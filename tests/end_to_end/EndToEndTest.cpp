@@ -108,12 +108,15 @@ ProgramRun EndToEndTest::Start(const std::string& commandLine) {
     return ProgramRun(Wide(programPath), commandLine);
 }
 
-Outcome EndToEndTest::Finish(ProgramRun& run, const std::vector<std::string>& answers) {
-    run.Finish(answers);
+Outcome EndToEndTest::Finish(ProgramRun& run, const std::vector<std::string>& answers,
+                             DWORD exitCode) {
+    run.Finish(answers, exitCode);
     Outcome outcome;
     outcome.boxes = run.boxes();
     outcome.window = run.windowShown();
     outcome.commands = Commands();
+    if (exitCode == 0 && TheGoldMine().server && TheGoldMine().server->running())
+        ExpectWithdrawn(outcome.commands);
     std::string lastTime = startTime_;
     for (const LogLine& line : ParseLog(LogText())) {
         EXPECT_EQ(line.runNumber, runNumber_) << line.message;
@@ -123,6 +126,15 @@ Outcome EndToEndTest::Finish(ProgramRun& run, const std::vector<std::string>& an
     }
     EXPECT_LE(lastTime, TimeStampNow());
     return outcome;
+}
+
+void EndToEndTest::ExpectWithdrawn(const Lines& commands) {
+    bool registered = false;
+    for (const std::string& command : commands) {
+        if (command == gmapi::Register("1") || command == gmapi::Register("0"))
+            registered = command == gmapi::Register("1");
+    }
+    EXPECT_FALSE(registered) << "for GoldMine's dialog";
 }
 
 Outcome EndToEndTest::Run(const std::string& commandLine, const std::vector<std::string>& answers) {

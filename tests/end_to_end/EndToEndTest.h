@@ -69,7 +69,8 @@ protected:
     Outcome Run(const std::string& commandLine, const std::vector<std::string>& answers = {});
     // The same in steps: what is done in between is the test's.
     ProgramRun Start(const std::string& commandLine);
-    Outcome Finish(ProgramRun& run, const std::vector<std::string>& answers = {});
+    Outcome Finish(ProgramRun& run, const std::vector<std::string>& answers = {},
+                   DWORD exitCode = 0);
 
     // The commands since the last Start.
     Lines Commands() const;
@@ -80,6 +81,9 @@ protected:
     static std::wstring logFile();
 
 private:
+    // Nothing of a run that ended by itself stays with GoldMine.
+    static void ExpectWithdrawn(const Lines& commands);
+
     std::string runNumber_;  // that the run's lines have to show
     std::optional<std::string> expectedRunNumber_;
     std::string startTime_;

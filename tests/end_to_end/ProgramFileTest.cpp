@@ -35,14 +35,15 @@ const std::map<std::string, const char*> windows7 = {
          GetStartupInfoW GetSystemDirectoryW GetSystemTimeAsFileTime GetThreadContext
          GetThreadPriority GetTickCount64 GetTimeZoneInformation GlobalLock GlobalSize
          GlobalUnlock InitializeCriticalSection IsDBCSLeadByteEx IsDebuggerPresent
-         LeaveCriticalSection LoadLibraryA LoadLibraryExW LoadLibraryW LocalFree MulDiv
-         MultiByteToWideChar OpenProcess OutputDebugStringA Process32FirstW Process32NextW
-         ProcessIdToSessionId QueryFullProcessImageNameA QueryPerformanceCounter
-         QueryPerformanceFrequency RaiseException ReleaseMutex ReleaseSemaphore
+         K32GetMappedFileNameW LeaveCriticalSection LoadLibraryA LoadLibraryExW LoadLibraryW
+         LocalFree MulDiv MultiByteToWideChar OpenProcess OutputDebugStringA Process32FirstW
+         Process32NextW ProcessIdToSessionId QueryFullProcessImageNameA QueryPerformanceCounter
+         QueryPerformanceFrequency RaiseException ReadFile ReleaseMutex ReleaseSemaphore
          RemoveVectoredExceptionHandler ResetEvent ResumeThread RtlCaptureContext
          RtlLookupFunctionEntry RtlUnwindEx RtlVirtualUnwind SetDllDirectoryW SetEvent
          SetLastError SetProcessAffinityMask SetThreadContext SetThreadPriority
-         SetUnhandledExceptionFilter Sleep SuspendThread SystemTimeToTzSpecificLocalTime TlsAlloc
+         SetThreadStackGuarantee SetUnhandledExceptionFilter Sleep SuspendThread
+         SystemTimeToTzSpecificLocalTime TlsAlloc
          TlsGetValue TlsSetValue TryEnterCriticalSection VirtualProtect VirtualQuery
          WaitForMultipleObjects WaitForSingleObject WideCharToMultiByte WriteFile
          WritePrivateProfileStringA)"},
@@ -55,11 +56,11 @@ const std::map<std::string, const char*> windows7 = {
          strchr strcmp _strdup strerror strlen strncmp towupper _ultoa vfprintf _wcmdln wcslen
          wcstoul __wgetmainargs __winitenv _write)"},
     {"ole32.dll",
-     R"(CLSIDFromString CoCreateInstance CoDisconnectObject CoInitializeEx
+     R"(CoCreateInstance CoDisconnectObject CoInitializeEx
          CoRegisterMessageFilter CoUninitialize
          CoWaitForMultipleHandles StringFromGUID2)"},
     {"oleaut32.dll",
-     R"(LoadRegTypeLib SysAllocStringLen SysFreeString SysStringLen SystemTimeToVariantTime
+     R"(LoadTypeLibEx SysAllocStringLen SysFreeString SysStringLen SystemTimeToVariantTime
          VarBoolFromStr VarBstrFromDate VarBstrFromR8 VarFormat VarI2FromStr VarI4FromStr
          VarI8FromStr VariantChangeType VariantClear VariantInit VarR8FromStr)"},
     {"shell32.dll", R"(ShellExecuteA SHGetSpecialFolderPathA)"},

@@ -66,7 +66,7 @@ void ProgramRun::Answer(const std::string& answer) {
     AnswerBox(box, answer);
 }
 
-void ProgramRun::Finish(const std::vector<std::string>& answers) {
+void ProgramRun::Finish(const std::vector<std::string>& answers, DWORD exitCode) {
     const size_t before = boxes_.size();
     const bool ended = WaitUntil([&] {
         Watch();
@@ -85,7 +85,22 @@ void ProgramRun::Finish(const std::vector<std::string>& answers) {
         process_.Terminate();
         return;
     }
-    EXPECT_EQ(process_.exitCode(), 0u);
+    EXPECT_EQ(process_.exitCode(), exitCode);
+    ExpectNoWindow();
+}
+
+void ProgramRun::Kill() {
+    EXPECT_TRUE(process_.running());
+    process_.Terminate();
+    ExpectNoWindow();
+}
+
+void ProgramRun::ExpectNoWindow() const {
+    EXPECT_TRUE(WaitUntil([this] {
+        bool none = true;
+        ForEachWindow(process_.id(), [&](HWND) { return none = false; });
+        return none;
+    }));
 }
 
 HWND ControlNamed(HWND mainWindow, const std::string& name) {

@@ -20,7 +20,9 @@ public:
     void Answer(const std::string& answer);
     // Answers the boxes that come with these answers in turn; a box too many is closed by its first
     // button. Waits for the program's end; one that does not end fails the test.
-    void Finish(const std::vector<std::string>& answers = {});
+    void Finish(const std::vector<std::string>& answers = {}, DWORD exitCode = 0);
+    // Ends it from outside, in whatever it is doing.
+    void Kill();
 
     const Boxes& boxes() const { return boxes_; }
     bool windowShown() const { return windowShown_; }
@@ -28,6 +30,7 @@ public:
 private:
     HWND FindMainWindow() const;
     void Watch();
+    void ExpectNoWindow() const;
 
     test_support::Process process_;
     Boxes boxes_;

@@ -125,6 +125,24 @@ TEST_F(RecordingTest, AMissingFolderIsToldAndTheHistoryStaysWithoutLink) {
     EXPECT_EQ(goldMine.NewestHistory("Notes"), "");
 }
 
+TEST_F(RecordingTest, AShareThatHasGoneIsToldAndTheHistoryStaysWithoutLink) {
+    PracticeGoldMine& goldMine = GoldMine();
+    Set("txtLinkedItemPath", "\\\\no-server.invalid\\recordings");
+
+    const Outcome run = Run(ended);
+
+    Check(run,
+          {.log = Log({"Could not access recordings folder \"\\\\no-server.invalid\\recordings\". "
+                       "Link to recording not saved.",
+                       "Created incoming call history."}),
+           .commands = Joined(
+               {startUpCommands, search, {accountNo, gmapi::InsHist("A0002", "CI", reference)}}),
+           .boxes = {{"Could not access recordings folder:\r\n\r\n"
+                      "\\\\no-server.invalid\\recordings"
+                      "\r\n\r\nLink to recording will not be saved."}}});
+    EXPECT_EQ(goldMine.NewestHistory("Notes"), "");
+}
+
 TEST_F(RecordingTest, AnEmptyFolderHasNoRecording) {
     GoldMine();
 

@@ -179,6 +179,41 @@ TEST_F(WindowRulesTest, AdditionalContactsAreSearchedOnlyAfterYes) {
     CloseAndDiscard(run, window, {contactsQuestion, contactsQuestion});
 }
 
+// A box takes the window's activation and gives it back; neither is a matter of the call.
+TEST_F(WindowRulesTest, ABoxThatOpensAndClosesLeavesProcessCallAsItWas) {
+    Set("chkAlwaysShowForm", "1");
+    Set("chkAutoProcess", "0");
+    for (const bool withCall : {true, false}) {
+        GoldMine();
+        ProgramRun run = Start(withCall ? "/N:S /C:5551234567 /T:I /I:7" : "");
+        const HWND window = run.WaitForWindow();
+        const auto staysSo = [&] {
+            EXPECT_TRUE(WaitUntil([&] { return IsWindowEnabled(window); }));
+            EXPECT_EQ(ControlEnabled(window, "cmdProcessCall"), withCall);
+        };
+        const auto answers = [&](const std::string& control, const std::string& answer) {
+            PressControl(window, control);
+            EXPECT_TRUE(WaitUntil([&] { return FindBox(run.processId()) != nullptr; }));
+            EXPECT_EQ(ControlEnabled(window, "cmdProcessCall"), withCall) << "behind the box";
+            run.Answer(answer);
+            staysSo();
+        };
+        EXPECT_TRUE(WaitUntil([&] {
+            return ControlText(window, "txtStatus").find("2014.1 detected") != std::string::npos;
+        }));
+        staysSo();
+        answers("chkSearchInAddlContacts", "No");
+        answers("chkSearchInAddlContacts", "No");
+        if (withCall) {
+            CloseGoldMine();
+            answers("cmdProcessCall", "OK");
+            answers("cmdProcessCall", "OK");
+        }
+        PostMessageW(window, WM_CLOSE, 0, 0);
+        EXPECT_EQ(Finish(run).boxes.size(), withCall ? 4u : 2u);
+    }
+}
+
 TEST_F(WindowRulesTest, RestoringDefaultsSparesTheMasterSwitchAndSavesNothing) {
     CloseGoldMine();
     SetAll({{"txtOutboundMaxLength", "7"},

@@ -11,6 +11,7 @@
 #include "app/CallParameters.h"
 #include "app/Status.h"
 #include "fakes/FakeClock.h"
+#include "fakes/FakeCrashLine.h"
 #include "fakes/FakeFiles.h"
 #include "fakes/FakeRegistry.h"
 #include "fuzz/Input.h"
@@ -64,7 +65,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     FakeFileSystem files;
     const FakeShell shell;
     FakeClock clock;
-    Status status(form, info, registry, files, shell, clock);
+    FakeCrashLine crashLine;
+    Status status(form, info, registry, files, shell, clock, crashLine);
     form.chkWriteLog.setChecked(true);
     form.txtLogPath.setText(L"log");
     CallParameters parameters(form, status, info.VersionText(), arguments);

@@ -9,6 +9,7 @@
 
 #include "app/Program.h"
 #include "fakes/FakeClock.h"
+#include "fakes/FakeCrashLine.h"
 #include "fakes/FakeFiles.h"
 #include "fakes/FakeFormView.h"
 #include "fakes/FakeGoldMine.h"
@@ -72,6 +73,7 @@ struct FakeSurroundings {
                 .processes = processes,
                 .shell = shell,
                 .clock = clock,
+                .crashLine = crashLine,
                 .boxes = otherBoxes,
                 .newHtmlDocument = [this] { return std::make_unique<FakeHtmlDocument>(html); },
                 .view = view};
@@ -85,6 +87,7 @@ struct FakeSurroundings {
     FakeShell shell;
     FakeProcesses processes;
     FakeClock clock;
+    FakeCrashLine crashLine;
     FakeMessageBoxes boxes;
     TestXPathReader xpath;
     FakeGoldMine goldMine;

@@ -228,6 +228,17 @@ TEST_F(ShutdownTest, AfterCancelTheWindowCanBeClosedAgain) {
     EXPECT_EQ(around.boxes.Take().size(), 2u);
 }
 
+TEST_F(ShutdownTest, AWaitThatFailsIsToldAndTheReportIsWithdrawnAllTheSame) {
+    Program& made = Make();
+    around.RunGoldMine();
+    AwaitDialog();
+    around.clock.onPump = [] { throw MakeRuntimeError(ErrorNumber::OutOfMemory); };
+    EXPECT_TRUE(made.shutdown.Unload());
+    EXPECT_EQ(around.boxes.Take().size(), 1u);
+    EXPECT_EQ(around.goldMine.commands, Strings{unwatch});
+    EXPECT_EQ(Lines().back(), finished);
+}
+
 TEST_F(ShutdownTest, WhenGoldMineIsGoneNothingIsWithdrawn) {
     Program& made = Make();
     AwaitDialog();

@@ -292,6 +292,27 @@ TEST_F(StartUpTest, ARegistryThatCannotBeOpenedStopsTheStartWithOneBox) {
     EXPECT_EQ(lines[2], finished);
 }
 
+TEST_F(StartUpTest, ARegistryThatCannotBeWrittenStopsTheStartWithOneBox) {
+    around.registry.readOnlyKeys.insert(FakeRegistry::ownKey);
+    EXPECT_EQ(Run(call), RunOutcome::End);
+    EXPECT_EQ(around.boxes.Take(), std::vector<ShownBox>{configurationError});
+    EXPECT_EQ(around.goldMine.commands, Strings{});
+    const Strings lines = Lines();
+    ASSERT_EQ(lines.size(), 3u);
+    EXPECT_TRUE(lines[0].starts_with(L"Run-time error '-2147191503'")) << "counting the run";
+    EXPECT_TRUE(lines[1].starts_with(L"Run-time error '-2147191503'")) << "resetting the number";
+    EXPECT_EQ(lines[2], finished);
+}
+
+TEST_F(StartUpTest, ALogThatTakesNoLineChangesNothingElse) {
+    around.RunGoldMine();
+    around.StoreOption(L"chkWriteLog", L"1");
+    around.files.appendError = MakeRuntimeError(ErrorNumber::PermissionDenied);
+    EXPECT_EQ(Run(call), RunOutcome::End);
+    EXPECT_EQ(around.boxes.Take(), std::vector<ShownBox>{});
+    EXPECT_EQ(Lines(), Joined({echo, detected}, processed, {finished}));
+}
+
 TEST_F(StartUpTest, AMinimumLengthThatIsNoNumberIsARunTimeErrorOfTheCall) {
     around.RunGoldMine();
     around.StoreOption(L"chkIgnoreShortCallerID", L"1");

@@ -94,6 +94,23 @@ TEST_F(StatusTest, TheLogIsAppendedToAndNeverCut) {
     EXPECT_TRUE(Log().starts_with(L"old\r\n17\t"));
 }
 
+TEST_F(StatusTest, ACrashWouldLeaveALineOfTheRunEvenWithTheLogOff) {
+    HaveRunBefore(L"17", L"0");
+    Status& status = SetUpLog();
+    EXPECT_EQ(around.crashLine.path, logPath);
+    EXPECT_EQ(around.crashLine.line, L"17\t<time>\t[]:\t<message>");
+
+    status.setCallIdentifier(L"00042");
+    EXPECT_EQ(around.crashLine.line, L"17\t<time>\t[00042]:\t<message>");
+}
+
+TEST_F(StatusTest, ACrashBeforeTheRunNumberIsKnownWouldLeaveALineToo) {
+    HaveRunBefore(L"17", L"no number");
+    EXPECT_ANY_THROW(SetUpLog());
+    EXPECT_EQ(around.crashLine.path, logPath);
+    EXPECT_EQ(around.crashLine.line, L"0\t<time>\t[]:\t<message>");
+}
+
 TEST_F(StatusTest, ALineThatCannotBeWrittenIsLostAndTheRunGoesOn) {
     HaveRunBefore();
     Status& status = SetUpLog();

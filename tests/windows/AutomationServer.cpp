@@ -25,9 +25,6 @@ using test_support::WaitUntil;
 constexpr UINT runTask = WM_APP + 1;  // wParam: a std::function<void()> that the thread deletes
 
 const std::wstring libraryId = L"{B7C1F0A0-5E1D-4B7A-8C55-0A1D6E2F4001}";
-const std::wstring libraryKey = L"TypeLib\\" + libraryId;
-const std::wstring interfaceKey = L"Interface\\{75B14699-B5F4-47F6-98DC-2E7B98F7E46D}";
-const std::wstring eventsKey = L"Interface\\{B7C1F0A4-5E1D-4B7A-8C55-0A1D6E2F4001}";
 // OLE Automation's marshallers: of dual interfaces and of dispatch interfaces.
 const std::wstring dualMarshaller = L"{00020424-0000-0000-C000-000000000046}";
 const std::wstring dispatchMarshaller = L"{00020420-0000-0000-C000-000000000046}";
@@ -50,30 +47,34 @@ void SetClassesText(const std::wstring& key, const std::wstring& value, const st
 
 }  // namespace
 
-LibraryRegistration::LibraryRegistration(LibraryFlavour flavour, const RegisteredAs& as) {
+LibraryRegistration::LibraryRegistration(LibraryFlavour flavour, const RegisteredAs& as)
+    : libraryKey_(as.view + L"TypeLib\\" + libraryId),
+      interfaceKey_(as.view + L"Interface\\{75B14699-B5F4-47F6-98DC-2E7B98F7E46D}"),
+      eventsKey_(as.view + L"Interface\\{B7C1F0A4-5E1D-4B7A-8C55-0A1D6E2F4001}") {
     Add(flavour, as.version, as.language);
-    Set(interfaceKey + L"\\TypeLib", L"", libraryId);
+    Set(interfaceKey_ + L"\\TypeLib", L"", libraryId);
     if (as.statedVersion)
-        Set(interfaceKey + L"\\TypeLib", L"Version", *as.statedVersion);
+        Set(interfaceKey_ + L"\\TypeLib", L"Version", *as.statedVersion);
     else
-        Remove(interfaceKey + L"\\TypeLib", L"Version");
+        Remove(interfaceKey_ + L"\\TypeLib", L"Version");
     if (as.withProxy)
-        Set(interfaceKey + L"\\ProxyStubClsid32", L"", dualMarshaller);
+        Set(interfaceKey_ + L"\\ProxyStubClsid32", L"",
+            flavour == LibraryFlavour::DispatchOnly ? dispatchMarshaller : dualMarshaller);
     else
-        Remove(interfaceKey + L"\\ProxyStubClsid32", L"");
-    Set(eventsKey + L"\\ProxyStubClsid32", L"", dispatchMarshaller);
+        Remove(interfaceKey_ + L"\\ProxyStubClsid32", L"");
+    Set(eventsKey_ + L"\\ProxyStubClsid32", L"", dispatchMarshaller);
 }
 
 LibraryRegistration::~LibraryRegistration() {
-    RegDeleteTreeW(HKEY_CLASSES_ROOT, libraryKey.c_str());
-    RegDeleteTreeW(HKEY_CLASSES_ROOT, eventsKey.c_str());
+    RegDeleteTreeW(HKEY_CLASSES_ROOT, libraryKey_.c_str());
+    RegDeleteTreeW(HKEY_CLASSES_ROOT, eventsKey_.c_str());
     bool stoodBefore = false;
     for (const Before& each : before_)
-        stoodBefore = stoodBefore || (each.key.starts_with(interfaceKey) && each.text);
+        stoodBefore = stoodBefore || (each.key.starts_with(interfaceKey_) && each.text);
     if (!stoodBefore)
-        RegDeleteTreeW(HKEY_CLASSES_ROOT, interfaceKey.c_str());
+        RegDeleteTreeW(HKEY_CLASSES_ROOT, interfaceKey_.c_str());
     for (const Before& each : before_) {
-        if (each.key.starts_with(interfaceKey) && each.text)
+        if (each.key.starts_with(interfaceKey_) && each.text)
             SetClassesText(each.key, each.value, *each.text);
     }
 }
@@ -81,9 +82,13 @@ LibraryRegistration::~LibraryRegistration() {
 void LibraryRegistration::Add(std::optional<LibraryFlavour> flavour, const std::wstring& version,
                               const std::wstring& language) {
     const std::wstring number = flavour ? std::to_wstring(static_cast<int>(*flavour)) : L"none";
+    AddPath(test_support::OwnProgram() + L"\\" + number, version, language);
+}
+
+void LibraryRegistration::AddPath(const std::wstring& path, const std::wstring& version,
+                                  const std::wstring& language) {
     const std::wstring platform = sizeof(void*) == 8 ? L"win64" : L"win32";
-    Set(libraryKey + L"\\" + version + L"\\" + language + L"\\" + platform, L"",
-        test_support::OwnProgram() + L"\\" + number);
+    Set(libraryKey_ + L"\\" + version + L"\\" + language + L"\\" + platform, L"", path);
 }
 
 void LibraryRegistration::Remove(const std::wstring& key, const std::wstring& value) {

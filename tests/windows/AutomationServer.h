@@ -18,7 +18,13 @@
 namespace corvane::test {
 
 // The type libraries in this program's resources; the numbers are those of AutomationServer.rc.
-enum class LibraryFlavour { Complete = 1, WithoutClass = 2, WithoutEvents = 3, OlderVersion = 4 };
+enum class LibraryFlavour {
+    Complete = 1,
+    WithoutClass = 2,
+    WithoutEvents = 3,
+    OlderVersion = 4,
+    DispatchOnly = 5,
+};
 
 // The ids of AutomationServer.idl.
 inline constexpr CLSID askedClass = {
@@ -36,6 +42,7 @@ struct RegisteredAs {
     std::wstring language = L"0";
     std::optional<std::wstring> statedVersion = L"2.a";  // with the interface
     bool withProxy = true;                               // for the interface
+    std::wstring view = {};  // in front of the keys; the ordinary one when empty
 };
 
 // Registers one of the libraries for GoldMine's interface for its life; what stood there before
@@ -50,6 +57,9 @@ public:
     // One version and language more; a library that is not there when it has no flavour.
     void Add(std::optional<LibraryFlavour> flavour, const std::wstring& version,
              const std::wstring& language);
+    // The same with whatever stands in the place of the library's path.
+    void AddPath(const std::wstring& path, const std::wstring& version,
+                 const std::wstring& language);
 
 private:
     struct Before {
@@ -60,6 +70,7 @@ private:
     void Set(const std::wstring& key, const std::wstring& value, const std::wstring& text);
     void Remove(const std::wstring& key, const std::wstring& value);
 
+    std::wstring libraryKey_, interfaceKey_, eventsKey_;
     std::vector<Before> before_;
 };
 

@@ -365,6 +365,20 @@ TEST(GoldMineAutomationAloneTest, ObjectWithoutEventsTakesCommands) {
     goldMine.Release();
 }
 
+TEST(GoldMineAutomationAloneTest, DispatchInterfaceTakesCommandsAndIsListenedTo) {
+    const ComApartment apartment;
+    ComWhenNeeded com;
+    const LibraryRegistration registration(LibraryFlavour::DispatchOnly);
+    AutomationServer server([](const std::wstring&) { return Answer{.reply = L"here"}; });
+    GoldMineAutomation goldMine(com);
+
+    goldMine.Connect();
+
+    EXPECT_EQ(goldMine.Send(L"x"), L"here");
+    EXPECT_EQ(server.sinks(), 1);
+    goldMine.Release();
+}
+
 TEST(GoldMineAutomationAloneTest, InterfaceWithoutProxyIsSpokenToByDispatch) {
     const ComApartment apartment;
     ComWhenNeeded com;

@@ -2,12 +2,17 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <filesystem>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "platform/kit/ComApartment.h"
 #include "platform/kit/ComObject.h"
 #include "support/windows/BuiltFiles.h"
+#include "support/windows/ReplacedImport.h"
+#include "support/windows/TemporaryFolder.h"
 #include "unit/TestErrors.h"
 #include "windows/AutomationServer.h"
 #include "windows/RegistrySandbox.h"
@@ -16,6 +21,12 @@ namespace corvane::test {
 namespace {
 
 constexpr std::int32_t cannotCreateObject = 429;
+
+std::wstring SystemFile(const wchar_t* name) {
+    std::array<wchar_t, MAX_PATH> folder{};
+    GetSystemDirectoryW(folder.data(), static_cast<UINT>(folder.size()));
+    return std::wstring(folder.data()) + L"\\" + name;
+}
 
 class GoldMineTypeLibraryTest : public testing::Test {
 protected:
@@ -43,6 +54,16 @@ TEST_F(GoldMineTypeLibraryTest, ClassWithoutEventsStillTakesCommands) {
     EXPECT_EQ(found.commandMethod, 77);
     EXPECT_TRUE(IsEqualIID(found.eventInterface, IID_NULL));
     EXPECT_EQ(found.windowUpDown, DISPID_UNKNOWN);
+}
+
+TEST_F(GoldMineTypeLibraryTest, InterfaceMayBeADispatchInterfaceOnly) {
+    const LibraryRegistration registration(LibraryFlavour::DispatchOnly);
+
+    const GoldMineIdentifiers found = ReadGoldMineTypeLibrary();
+
+    EXPECT_TRUE(IsEqualCLSID(found.automationClass, askedClass));
+    EXPECT_EQ(found.commandMethod, 77);
+    EXPECT_EQ(found.windowUpDown, 41);
 }
 
 TEST_F(GoldMineTypeLibraryTest, LibraryWithoutTheClassIsNoRegistration) {
@@ -80,6 +101,87 @@ TEST_F(GoldMineTypeLibraryTest, WhatCannotBeLoadedIsPassedOver) {
     registration.Add(std::nullopt, L"2.a", L"HELPDIR");
 
     EXPECT_TRUE(IsEqualCLSID(ReadGoldMineTypeLibrary().automationClass, askedClass));
+}
+
+#ifdef _WIN64  // the 32-bit Wine of these tests has one view only
+TEST_F(GoldMineTypeLibraryTest, LibraryIsFoundInTheViewOfTheOtherWordLength) {
+    const LibraryRegistration registration(LibraryFlavour::Complete, {.view = L"Wow6432Node\\"});
+
+    EXPECT_TRUE(IsEqualCLSID(ReadGoldMineTypeLibrary().automationClass, askedClass));
+}
+#endif
+
+TEST_F(GoldMineTypeLibraryTest, AnotherLibraryIsPassedOver) {
+    LibraryRegistration registration(LibraryFlavour::Complete, {.statedVersion = L"3.0"});
+    registration.AddPath(SystemFile(L"kernel32.dll"), L"3.0", L"0");
+    registration.AddPath(SystemFile(L"stdole2.tlb"), L"2.b", L"0");
+
+    EXPECT_TRUE(IsEqualCLSID(ReadGoldMineTypeLibrary().automationClass, askedClass));
+}
+
+// Notes what is asked for instead of loading it.
+std::vector<std::wstring> askedFor;
+HRESULT WINAPI NoteOnly(LPCOLESTR path, REGKIND, ITypeLib**) {
+    askedFor.emplace_back(path);
+    return TYPE_E_CANTLOADLIBRARY;
+}
+
+class LibraryFileTest : public GoldMineTypeLibraryTest {
+protected:
+    LibraryFileTest() {
+        askedFor.clear();
+        folder.Write(L"class.sct", "<scriptlet/>");
+        folder.Write(L"empty.tlb", "");
+        CreateDirectoryW(folder.file(L"folder.tlb").c_str(), nullptr);
+        // A relative name leads to it.
+        folder.Write(L"gmw.tlb", "MSFT");
+        SetCurrentDirectoryW(folder.path().c_str());
+    }
+    ~LibraryFileTest() override { SetCurrentDirectoryW(before.c_str()); }
+
+    std::wstring before = std::filesystem::current_path();
+    test_support::TemporaryFolder folder;
+};
+
+class NoLibraryFileTest : public LibraryFileTest,
+                          public testing::WithParamInterface<const wchar_t*> {};
+
+// Windows takes the name of what is no library for that of an object, and makes it.
+TEST_P(NoLibraryFileTest, IsNotAskedFor) {
+    LibraryRegistration registration(LibraryFlavour::Complete);
+    std::wstring name = GetParam();
+    if (const auto place = name.find(L'*'); place != std::wstring::npos)
+        name.replace(place, 1, folder.path());
+    registration.AddPath(name, L"2.a", L"0");
+    const test_support::ReplacedImport noted("LoadTypeLibEx", &NoteOnly);
+
+    EXPECT_EQ(ErrorOf([] { static_cast<void>(ReadGoldMineTypeLibrary()); }).number,
+              cannotCreateObject);
+
+    EXPECT_EQ(askedFor, std::vector<std::wstring>());
+}
+
+// "*" stands for the folder of the test.
+INSTANTIATE_TEST_SUITE_P(Names, NoLibraryFileTest,
+                         testing::Values(L"script:*\\class.sct",
+                                         L"clsid:00024500-0000-0000-C000-000000000046",
+                                         L"*\\class.sct", L"*\\class.sct\\1", L"*\\empty.tlb",
+                                         L"*\\folder.tlb", L"*\\absent.tlb", L"*\\gmw.tlb!item",
+                                         L"gmw.tlb", L".\\gmw.tlb", L"\\gmw.tlb", L"gmw.tlb\\1",
+                                         L"\\", L"1", L""));
+
+TEST_F(LibraryFileTest, AFileWithOneIsAskedForAsItIsRegistered) {
+    LibraryRegistration registration(LibraryFlavour::Complete, {.language = L"409"});
+    registration.AddPath(folder.file(L"gmw.tlb"), L"2.a", L"0");
+    const test_support::ReplacedImport noted("LoadTypeLibEx", &NoteOnly);
+
+    EXPECT_EQ(ErrorOf([] { static_cast<void>(ReadGoldMineTypeLibrary()); }).number,
+              cannotCreateObject);
+
+    ASSERT_GE(askedFor.size(), 2u);
+    askedFor.resize(2);  // the same again in the other views
+    EXPECT_EQ(askedFor, (std::vector<std::wstring>{folder.file(L"gmw.tlb"),
+                                                   test_support::OwnProgram() + L"\\1"}));
 }
 
 TEST_F(GoldMineTypeLibraryTest, StatedVersionComesBeforeHigher) {

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <string>
@@ -12,6 +13,8 @@
 #include "seams/Clock.h"
 #include "support/windows/Files.h"
 #include "support/windows/Folders.h"
+#include "support/windows/ReplacedImport.h"
+#include "support/windows/SystemWords.h"
 #include "support/windows/TemporaryFolder.h"
 #include "unit/TestErrors.h"
 
@@ -25,6 +28,7 @@ using test_support::KernelHandle;
 using test_support::LinkedFolder;
 using test_support::OpenExisting;
 using test_support::ReadFileText;
+using test_support::ReplacedImport;
 using test_support::TemporaryFolder;
 
 constexpr std::uint32_t callersMask = 167;
@@ -45,6 +49,13 @@ void SetLastWriteTime(const std::wstring& path, const SYSTEMTIME& utc) {
     const KernelHandle file =
         OpenExisting(path, FILE_WRITE_ATTRIBUTES, FILE_SHARE_READ | FILE_SHARE_WRITE);
     ASSERT_TRUE(SetFileTime(file.get(), nullptr, nullptr, &time));
+}
+
+// The function itself, whatever stands in its place in this program.
+template <class Function>
+Function InKernel(const char* name) {
+    return reinterpret_cast<Function>(
+        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"kernel32.dll"), name)));
 }
 
 class modFileTest : public testing::Test {
@@ -180,6 +191,77 @@ TEST_F(modFileTest, AppendingInAMissingFolderIsPathNotFound) {
 
     EXPECT_EQ(error.number, 76);
     EXPECT_EQ(error.description, L"Path not found");
+}
+
+// What the system may answer where nothing of it can be staged: a folder in which root may write,
+// too, and a full disk.
+class RefusedAppendTest : public modFileTest {
+protected:
+    RuntimeError Append() {
+        return ErrorOf([&] { files.AppendToFile(folder.file(L"log.txt"), L"a line\r\n"); });
+    }
+    std::string Written() { return ReadFileText(folder.file(L"log.txt")).value_or("<none>"); }
+
+    static HANDLE WINAPI RefuseToOpen(LPCWSTR, DWORD, DWORD, LPSECURITY_ATTRIBUTES, DWORD, DWORD,
+                                      HANDLE) {
+        SetLastError(code);
+        return INVALID_HANDLE_VALUE;
+    }
+    static BOOL WINAPI RefuseToWrite(HANDLE, LPCVOID, DWORD, LPDWORD written, LPOVERLAPPED) {
+        *written = 0;
+        SetLastError(code);
+        return FALSE;
+    }
+    // As much of a text as there is room for; no more is no error by itself.
+    static BOOL WINAPI WriteLess(HANDLE file, LPCVOID bytes, DWORD size, LPDWORD written,
+                                 LPOVERLAPPED) {
+        constexpr DWORD most = 3;
+        const DWORD taken = std::min({size, most, room});
+        room -= taken;
+        return InKernel<decltype(&WriteFile)>("WriteFile")(file, bytes, taken, written, nullptr);
+    }
+
+    static inline DWORD code = ERROR_SUCCESS;
+    static inline DWORD room = 0;
+};
+
+TEST_F(RefusedAppendTest, AFolderThatMayNotBeWrittenToIsPermissionDenied) {
+    const ReplacedImport refused("CreateFileW", &RefuseToOpen);
+    code = ERROR_ACCESS_DENIED;
+    EXPECT_EQ(Append().number, 70);
+}
+
+TEST_F(RefusedAppendTest, OtherRefusalsCarryTheSystemsNumberAndWords) {
+    for (const DWORD each : {ERROR_WRITE_PROTECT, ERROR_DISK_FULL, ERROR_BAD_NETPATH}) {
+        code = each;
+        RuntimeError error;
+        {
+            const ReplacedImport refused("CreateFileW", &RefuseToOpen);
+            error = Append();
+        }
+        EXPECT_EQ(error.number, HRESULT_FROM_WIN32(each));
+        EXPECT_TRUE(test_support::SystemWords(each).starts_with(error.description));
+    }
+}
+
+TEST_F(RefusedAppendTest, AFullDiskIsTold) {
+    const ReplacedImport refused("WriteFile", &RefuseToWrite);
+    code = ERROR_DISK_FULL;
+    EXPECT_EQ(Append().number, HRESULT_FROM_WIN32(ERROR_DISK_FULL));
+}
+
+TEST_F(RefusedAppendTest, ATextThatIsTakenInPartsIsWrittenToItsEnd) {
+    const ReplacedImport less("WriteFile", &WriteLess);
+    room = 100;
+    files.AppendToFile(folder.file(L"log.txt"), L"a line\r\n");
+    EXPECT_EQ(Written(), "a line\r\n");
+}
+
+TEST_F(RefusedAppendTest, ATextOfWhichOnlyAPartIsTakenIsTold) {
+    const ReplacedImport less("WriteFile", &WriteLess);
+    room = 4;
+    EXPECT_EQ(Append().number, HRESULT_FROM_WIN32(ERROR_DISK_FULL));
+    EXPECT_EQ(Written(), "a li");
 }
 
 // The log's folder belongs to all users: each may make something else of it than the program would.
@@ -387,6 +469,37 @@ TEST_F(modFileTest, AFolderThatVanishesBeforeItIsSearchedHasNoNewestFile) {
 
     EXPECT_EQ(newest.name, L"");
     EXPECT_EQ(newest.filesSeen, 0);
+}
+
+// A share that goes away while it is read.
+class BrokenSearchTest : public modFileTest {
+protected:
+    static BOOL WINAPI FindNextBroken(HANDLE search, LPWIN32_FIND_DATAW entry) {
+        if (entriesLeft-- > 0)
+            return InKernel<decltype(&FindNextFileW)>("FindNextFileW")(search, entry);
+        SetLastError(code);
+        return FALSE;
+    }
+
+    static inline int entriesLeft = 0;
+    static inline DWORD code = ERROR_NETNAME_DELETED;
+};
+
+TEST_F(BrokenSearchTest, IsNotComplete) {
+    for (const wchar_t* name : {L"a.wav", L"b.wav", L"c.wav"})
+        Make(name, Utc(2024, 3, 11, 10));
+    EXPECT_TRUE(Search().complete);
+    const ReplacedImport broken("FindNextFileW", &FindNextBroken);
+    for (const int entries : {0, 2, 3}) {
+        entriesLeft = entries;
+        EXPECT_FALSE(Search().complete) << entries;
+    }
+    // That is how it ends by itself.
+    entriesLeft = 3;
+    code = ERROR_NO_MORE_FILES;
+    const NewestFile newest = Search();
+    EXPECT_TRUE(newest.complete);
+    EXPECT_EQ(newest.filesSeen, 2) << "behind the folder and the one above it";
 }
 
 TEST_F(modFileTest, TheLongestNameIsWhole) {

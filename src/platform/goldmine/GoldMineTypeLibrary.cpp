@@ -7,6 +7,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <tuple>
 #include <vector>
 
@@ -40,7 +41,7 @@ std::wstring ClassesText(const std::wstring& path, const wchar_t* value, DWORD v
         ERROR_SUCCESS) {
         return {};
     }
-    std::array<wchar_t, 128> buffer{};
+    std::array<wchar_t, 1024> buffer{};
     auto bytes = static_cast<DWORD>((buffer.size() - 1) * sizeof(wchar_t));
     DWORD type = 0;
     if (RegQueryValueExW(key.get(), value, nullptr, &type, reinterpret_cast<BYTE*>(buffer.data()),
@@ -115,38 +116,76 @@ std::vector<RegisteredVersion> RegisteredVersions(const std::wstring& libraryId,
     return versions;
 }
 
-// In one of the languages that it is registered in; the neutral one has the lowest number. It has
-// to be named: LoadRegTypeLib, which else knows best which file is for this word length, looks for
-// no other than the neutral one by itself.
-ComPtr<ITypeLib> LoadVersion(const GUID& library, const RegisteredVersion& registered, DWORD view) {
-    std::vector<LCID> languages;
-    for (const std::wstring& name : ClassesSubkeys(registered.path, view)) {
-        if (const auto language = FromHex(name))
-            languages.push_back(*language);
-    }
-    std::ranges::sort(languages);
+// Whether a full path names a file that begins as one with a type library does. All else would be
+// taken for the display name of an object, which Windows would make in this process to ask it.
+bool IsLibraryFile(const std::wstring& path) {
+    if (!path.starts_with(L"\\\\") && path.find(L":\\") != 1)
+        return false;
+    const UniqueHandle file(CreateFileW(path.c_str(), GENERIC_READ,
+                                        FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                                        nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+    std::array<char, 4> begin{};
+    DWORD length = 0;
+    if (!file || !ReadFile(file.get(), begin.data(), begin.size(), &length, nullptr))
+        return false;
+    const std::string_view text(begin.data(), length);
+    return text.starts_with("MZ") || text == "MSFT" || text == "SLTG";
+}
+
+// A program may hold several libraries; then a number stands behind its path.
+std::wstring WithoutResourceNumber(const std::wstring& path) {
+    const auto backslash = path.find_last_of(L'\\');
+    const bool isNumber =
+        backslash != std::wstring::npos && backslash + 1 < path.size() &&
+        path.find_first_not_of(L"0123456789", backslash + 1) == std::wstring::npos;
+    return isNumber ? path.substr(0, backslash) : path;
+}
+
+ComPtr<ITypeLib> LoadFile(const std::wstring& path) {
     ComPtr<ITypeLib> loaded;
-    for (const LCID language : languages) {
-        if (SUCCEEDED(LoadRegTypeLib(library, registered.version.majorNumber,
-                                     registered.version.minorNumber, language,
-                                     loaded.ReleaseAndGetAddressOf()))) {
-            break;
-        }
+    if ((IsLibraryFile(path) || IsLibraryFile(WithoutResourceNumber(path))) &&
+        SUCCEEDED(LoadTypeLibEx(path.c_str(), REGKIND_NONE, loaded.GetAddressOf()))) {
+        ComPtr<ITypeInfo> commands;
+        if (FAILED(loaded->GetTypeInfoOfGuid(goldMineInterface, commands.GetAddressOf())))
+            loaded.Reset();
     }
     return loaded;
+}
+
+// In one of the languages that it is registered in; the neutral one has the lowest number. For
+// each, the file for programs of this word length comes first.
+ComPtr<ITypeLib> LoadVersion(const RegisteredVersion& registered, DWORD view) {
+    struct Language {
+        DWORD number;
+        std::wstring path;
+    };
+    std::vector<Language> languages;
+    for (const std::wstring& name : ClassesSubkeys(registered.path, view)) {
+        if (const auto number = FromHex(name))
+            languages.push_back({*number, Join(registered.path, L"\\", name, L"\\")});
+    }
+    std::ranges::sort(languages, {}, &Language::number);
+    constexpr bool is64 = sizeof(void*) == 8;
+    for (const Language& language : languages) {
+        for (const wchar_t* platform : {is64 ? L"win64" : L"win32", is64 ? L"win32" : L"win64"}) {
+            const std::wstring file = ClassesText(language.path + platform, nullptr, view);
+            if (ComPtr<ITypeLib> loaded = LoadFile(file))
+                return loaded;
+        }
+    }
+    return nullptr;
 }
 
 ComPtr<ITypeLib> LoadLibrary() {
     const std::wstring path = Join(L"Interface\\", TextOfGuid(goldMineInterface), L"\\TypeLib");
     // Own view first: then the one of programs of the other word length.
     for (const DWORD view : {DWORD{0}, DWORD{KEY_WOW64_32KEY}, DWORD{KEY_WOW64_64KEY}}) {
-        GUID library{};
         const std::wstring id = ClassesText(path, nullptr, view);
-        if (id.empty() || FAILED(CLSIDFromString(id.c_str(), &library)))
+        if (id.empty())
             continue;
         const std::wstring stated = ClassesText(path, L"Version", view);
         for (const RegisteredVersion& registered : RegisteredVersions(id, stated, view)) {
-            if (ComPtr<ITypeLib> loaded = LoadVersion(library, registered, view))
+            if (ComPtr<ITypeLib> loaded = LoadVersion(registered, view))
                 return loaded;
         }
     }

@@ -19,8 +19,9 @@ struct GoldMineIdentifiers {
     DISPID windowUpDown = DISPID_UNKNOWN;   // window name, up flag, window handle
 };
 
-// Reads the type library that is registered for the interface. Raises error 429 when GoldMine's
-// automation is not registered.
+// Reads the type library that is registered for the interface, if a file with a library stands
+// where it is registered: nothing else that a registration may name is asked. Raises error 429 when
+// GoldMine's automation is not registered.
 [[nodiscard]] GoldMineIdentifiers ReadGoldMineTypeLibrary();
 
 // Reads the library that was found so.

@@ -19,6 +19,20 @@ KernelHandle CreateOutputFile(const std::wstring& path) {
                                     &inheritable, CREATE_ALWAYS, 0, nullptr));
 }
 
+// Of a program's running processes.
+std::vector<PROCESSENTRY32W> EntriesOf(const std::wstring& program) {
+    std::vector<PROCESSENTRY32W> entries;
+    const KernelHandle snapshot(CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0));
+    PROCESSENTRY32W entry{};
+    entry.dwSize = sizeof entry;
+    for (BOOL more = Process32FirstW(snapshot.get(), &entry); more;
+         more = Process32NextW(snapshot.get(), &entry)) {
+        if (program == entry.szExeFile)
+            entries.push_back(entry);
+    }
+    return entries;
+}
+
 }  // namespace
 
 Process::Process(const std::wstring& program, const std::wstring& arguments,
@@ -54,14 +68,10 @@ Process::Process(const std::wstring& program, const std::wstring& arguments,
 }
 
 Process Process::ChildOf(DWORD parent, const std::wstring& program) {
-    const KernelHandle snapshot(CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0));
-    PROCESSENTRY32W entry{};
-    entry.dwSize = sizeof entry;
     Process child;
-    for (BOOL more = Process32FirstW(snapshot.get(), &entry); more && !child.running();
-         more = Process32NextW(snapshot.get(), &entry)) {
+    for (const PROCESSENTRY32W& entry : EntriesOf(program)) {
         // The id of a parent that ended long ago may be another's by now.
-        if (entry.th32ParentProcessID == parent && program == entry.szExeFile) {
+        if (entry.th32ParentProcessID == parent && !child.running()) {
             constexpr DWORD rights = PROCESS_TERMINATE | PROCESS_QUERY_INFORMATION | SYNCHRONIZE;
             child.handle_ = KernelHandle(OpenProcess(rights, FALSE, entry.th32ProcessID));
             child.id_ = entry.th32ProcessID;
@@ -92,6 +102,13 @@ DWORD Process::exitCode() const {
 void Process::Terminate() {
     TerminateProcess(handle_.get(), 99);
     WaitForEnd();
+}
+
+std::vector<DWORD> ProcessesOf(const std::wstring& program) {
+    std::vector<DWORD> ids;
+    for (const PROCESSENTRY32W& entry : EntriesOf(program))
+        ids.push_back(entry.th32ProcessID);
+    return ids;
 }
 
 DWORD RunToEnd(const std::wstring& program, const std::wstring& arguments) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "support/windows/KernelHandle.h"
 #include "support/windows/Waiting.h"
@@ -34,6 +35,9 @@ private:
     KernelHandle handle_;
     DWORD id_ = 0;
 };
+
+// The ids of all processes of the program of this name.
+std::vector<DWORD> ProcessesOf(const std::wstring& program);
 
 // Runs a program to its end and answers its exit code.
 DWORD RunToEnd(const std::wstring& program, const std::wstring& arguments);
