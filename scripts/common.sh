@@ -32,3 +32,6 @@ try_thrice() {
     done
     return 1
 }
+
+# program_version: as the top-level CMakeLists.txt has it.
+program_version() { sed -n 's/^project(CorvaneTo3CX VERSION \([0-9.]*\) .*/\1/p' "$top/CMakeLists.txt"; }

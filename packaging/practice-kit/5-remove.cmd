@@ -1,0 +1,6 @@
+@echo off
+rem What the practice GoldMine and the program left for this user.
+"%~dp0gmw.exe" /UnregServer
+reg delete "HKCU\SOFTWARE\Halvorn Systems\CorvaneTo3CX" /f >nul 2>nul
+echo Done. Go on with 6-remove-as-administrator.cmd.
+pause
