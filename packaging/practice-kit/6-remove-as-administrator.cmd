@@ -1,8 +1,10 @@
 @echo off
 setlocal
 set key=HKLM\SOFTWARE\3CX
-reg query "%key%\CRM" /v CallNotifierPath /reg:32 2>nul | find "%~dp0CorvaneTo3CX.exe" >nul || goto others
-reg delete "%key%" /f /reg:32 >nul || goto refused
+reg query "%key%\CRM" /v CallNotifierPath /reg:32 2>nul | find "%~dp0CorvaneTo3CX.exe" >nul
+if errorlevel 1 goto others
+reg delete "%key%" /f /reg:32 >nul
+if errorlevel 1 goto refused
 echo Done. Now delete the folder.
 pause
 exit /b 0

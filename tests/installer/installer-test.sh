@@ -141,8 +141,9 @@ chapter "install"
 wine reg add "$crm_key" /v CommandLineAPILogLevel /t REG_SZ /d ImportantEvents /f /reg:32 >/dev/null </dev/null
 set_value "$crm_key" CallNotifierPath 'C:\Other\Notifier.exe'
 set_value 'HKLM\SOFTWARE\3CX\3CXPhone for Windows' Path 'C:\3CXPhone\'
-# What the program looks into, it makes.
-for key in 'FrontRange Solutions\GoldMine' '3CX\MyPhone'; do
+# What the program looks into, it makes; and the last one every Windows has.
+for key in 'FrontRange Solutions\GoldMine' '3CX\MyPhone' \
+    'Microsoft\Windows\CurrentVersion\Uninstall'; do
     wine reg add "HKLM\\SOFTWARE\\$key" /f /reg:32 >/dev/null </dev/null
 done
 snapshot >"$work/before"

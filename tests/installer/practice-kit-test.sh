@@ -54,6 +54,8 @@ wait_until "GoldMine takes clients" clients_can_connect 1
 script 0 3-call.cmd &
 call=$!
 press "$title" Yes OK
+# A person is slower than the program, which fills the dialog in.
+wait_until "the dialog is filled in" grep -qs '^< .*SetControlText"><status code="1"' "$kit/journal.txt"
 press 'Complete Call' Complete
 wait "$call" || failed "the call was not handled: $(cat "$work/said")"
 wine 'C:\CorvanePractice\gmw.exe' '/Sql:select Ref from ContHist where AccountNo = '\''A0002'\'' order by rowid desc limit 1' \
@@ -61,7 +63,7 @@ wine 'C:\CorvanePractice\gmw.exe' '/Sql:select Ref from ContHist where AccountNo
 grep -qF '(555)123-4567' "$drive/rows.txt" || failed "the history has no such call: $(cat "$drive/rows.txt")"
 
 wine taskkill.exe /IM gmw.exe >/dev/null
-wait_until "GoldMine has ended" grep -qsx '# ended' "$kit/journal.txt"
+wait_until "GoldMine has ended" grep -qsx '# gmw ended' "$kit/journal.txt"
 script 0 4-restart.cmd
 wait_until "GoldMine takes clients" clients_can_connect 2
 wine 'C:\CorvanePractice\gmw.exe' '/Dial:(555)123-4567'
