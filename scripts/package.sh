@@ -14,7 +14,8 @@ mkdir -p "$1"
 folder=$(cd "$1" && pwd -P)
 version=$(program_version)
 name=CorvaneTo3CX-$version
-export SOURCE_DATE_EPOCH=${SOURCE_DATE_EPOCH:-$(git -C "$top" log -1 --format=%ct)}
+SOURCE_DATE_EPOCH=$(release_time)
+export SOURCE_DATE_EPOCH
 export TZ=UTC LC_ALL=C.UTF-8
 umask 022
 work=$(mktemp -d)

@@ -13,6 +13,8 @@ scripts/setup.sh release || fail "the set-up failed"
 [ -z "$(git status --porcelain)" ] || say "what is not committed goes into this release, too"
 
 mkdir -p build/release
+SOURCE_DATE_EPOCH=$(release_time)
+export SOURCE_DATE_EPOCH
 # build <preset> <target...>
 build() {
     say "building $1"

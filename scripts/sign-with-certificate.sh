@@ -15,7 +15,7 @@ options=(-pkcs12 "$CORVANE_CERTIFICATE" -readpass "$CORVANE_PASSWORD" -h sha256 
 if [ -n "${CORVANE_TIMESTAMP:-}" ]; then
     options+=(-ts "$CORVANE_TIMESTAMP")
 else
-    options+=(-time "${SOURCE_DATE_EPOCH:-$(git -C "$top" log -1 --format=%ct)}")
+    options+=(-time "$(release_time)")
 fi
 for program in "$@"; do
     osslsigncode sign "${options[@]}" -in "$program" -out "$program.signed" >/dev/null ||
