@@ -41,6 +41,8 @@ ManifestDPIAware true
 !define INSTALLED_ELSEWHERE 9
 
 Name "${PRODUCT}"
+Caption "${PRODUCT} Setup"
+UninstallCaption "${PRODUCT} Uninstall"
 OutFile "${OUTPUT}"
 BrandingText "${PRODUCT} ${VERSION}"
 ShowInstDetails show
@@ -269,6 +271,8 @@ The documentation says where it comes from."
 FunctionEnd
 
 Section
+    ; Of the program, which a function puts into its place.
+    AddSize 700
     StrCpy $0 0
     ${If} $Installed == $INSTDIR
         StrCpy $0 1
