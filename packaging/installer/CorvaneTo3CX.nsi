@@ -45,6 +45,7 @@ Caption "${PRODUCT} Setup"
 UninstallCaption "${PRODUCT} Uninstall"
 OutFile "${OUTPUT}"
 BrandingText "${PRODUCT} ${VERSION}"
+AutoCloseWindow false
 ShowInstDetails show
 ShowUninstDetails show
 
@@ -65,16 +66,12 @@ VIAddVersionKey ProductVersion "${VERSION}"
 !define MUI_ICON "${ICON}"
 !define MUI_UNICON "${ICON}"
 !define MUI_ABORTWARNING
-!define MUI_DIRECTORYPAGE_TEXT_TOP "Setup installs ${PRODUCT} for all users of this computer. \
-GoldMine needs a folder without blanks in its path."
-!define MUI_PAGE_CUSTOMFUNCTION_PRE SkipWhenInstalled
+!define MUI_DIRECTORYPAGE_TEXT_TOP "Setup installs ${PRODUCT} for all users of this computer, or brings the installed one up to \
+date. GoldMine and 3CX may stay open. GoldMine needs a folder without blanks in its path."
 !define MUI_PAGE_CUSTOMFUNCTION_LEAVE CheckFolder
 !insertmacro MUI_PAGE_DIRECTORY
 !insertmacro MUI_PAGE_INSTFILES
-!define MUI_FINISHPAGE_NOAUTOCLOSE
-!define MUI_FINISHPAGE_TEXT "${PRODUCT} has been installed and told to 3CX. Restart the 3CX client.$\r$\n$\r$\n\
-Now each user starts it once from the Start menu while GoldMine runs. It asks whether GoldMine may dial through it."
-!insertmacro MUI_PAGE_FINISH
+CompletedText "Done. Restart the 3CX client. Then each user starts the program once from the Start menu."
 !insertmacro MUI_UNPAGE_CONFIRM
 !insertmacro MUI_UNPAGE_INSTFILES
 !insertmacro MUI_LANGUAGE English
@@ -177,18 +174,9 @@ Replace it by the older ${VERSION}?" /SD IDNO IDYES replace
     ${EndIf}
 FunctionEnd
 
-; An installed program stays in its folder.
-Function SkipWhenInstalled
-    ${If} $Installed != ""
-        Call CheckFolder
-        Abort
-    ${EndIf}
-FunctionEnd
-
 ; Refuse <code> <text>: on the page, the person may choose another folder; silently, that is the end.
 !macro Refuse code text
     ${If} ${Silent}
-    ${OrIf} $Installed != ""
         ${Stop} ${code} "${text}"
     ${EndIf}
     ${Tell} "${text}"

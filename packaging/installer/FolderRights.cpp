@@ -68,10 +68,8 @@ bool IsGuarded(PSID owner, PACL rights, ACCESS_MASK harm) {
         if (!GetAce(rights, index, &entry))
             return false;
         auto* allowed = static_cast<ACCESS_ALLOWED_ACE*>(entry);
-        if (allowed->Header.AceType == ACCESS_DENIED_ACE_TYPE ||
-            (allowed->Header.AceFlags & INHERIT_ONLY_ACE) != 0) {
+        if (allowed->Header.AceType == ACCESS_DENIED_ACE_TYPE)
             continue;
-        }
         // Other kinds of entries stand on no folder of a plain system.
         if (allowed->Header.AceType != ACCESS_ALLOWED_ACE_TYPE)
             return false;

@@ -55,6 +55,7 @@ INSTANTIATE_TEST_SUITE_P(
         Case{"GenericWrite", L"O:BAD:P(A;;FA;;;BA)(A;;GW;;;BU)", true, false},
         Case{"GenericAll", L"O:BAD:P(A;;FA;;;BA)(A;;GA;;;AU)", false, false},
         Case{"DeniedToUsers", L"O:BAD:P(D;;FA;;;BU)(A;;FA;;;BA)", true, true},
+        Case{"WhatIsMadeInItIsEverybodys", L"O:BAD:P(A;;FA;;;BA)(A;OICIIO;FA;;;AU)", false, false},
         Case{"NoListOfRights", L"O:BA", false, false}),
     [](const testing::TestParamInfo<Case>& each) { return each.param.name; });
 

@@ -275,4 +275,34 @@ folder_is_gone() { [ ! -e "$folder" ] && [ -z "$(value "$uninstall_key" InstallL
 wait_until "the folder is gone" folder_is_gone
 same_as_before "install and uninstall without 3CX"
 
+chapter "by hand"
+cp "$build/standin/answer.exe" "$drive/"
+# press <button>: on a page or in a box; NSIS puts a blank behind the titles of most pages.
+press() {
+    local deadline=$((SECONDS + 60)) blank
+    while [ "$SECONDS" -lt "$deadline" ]; do
+        for blank in '' ' '; do
+            wine 'C:\answer.exe' "$title Setup$blank" "$1" /Wait:2 >"$work/box" 2>&1 </dev/null && return
+            ! grep -q 'the dialog stays' "$work/box" || return 0 # with its next page
+        done
+    done
+    fail "there is no $1: $(cat "$work/box")"
+}
+wine 'C:\newer.exe' </dev/null &
+setup=$!
+press Install
+is_installed() { [ -n "$(value "$uninstall_key" EstimatedSize)" ]; }
+wait_until "the program is installed" is_installed
+press Close
+wait "$setup" || wrong "the set-up ended with $?"
+there "$folder/CorvaneTo3CX.exe"
+wine 'C:\older.exe' </dev/null &
+setup=$!
+press No
+grep -q "Replace it by the older" "$work/box" || wrong "not asked, but: $(cat "$work/box")"
+press OK
+code=0
+wait "$setup" || code=$?
+is "the exit code of a refused downgrade" 6 "$code"
+
 [ "$failures" -eq 0 ] || fail "$failures checks failed"
