@@ -15,10 +15,12 @@ scripts/setup.sh release || fail "the set-up failed"
 mkdir -p build/release
 SOURCE_DATE_EPOCH=$(release_time)
 export SOURCE_DATE_EPOCH
-# build <preset> <target...>
+# A cache of the compiler may put other paths into symbols than the compiler itself.
+export CCACHE_DISABLE=1
+# build <preset> <target...>, from the beginning
 build() {
     say "building $1"
-    { cmake --preset "$1" && cmake --build --preset "$1" -j "$(nproc)" --target "${@:2}"; } \
+    { cmake --preset "$1" && cmake --build --preset "$1" --clean-first -j "$(nproc)" --target "${@:2}"; } \
         >"build/release/$1.log" 2>&1 || { cat "build/release/$1.log" >&2; fail "$1 does not build"; }
 }
 build x86-release src/all packaging/installer/all standin/all

@@ -141,7 +141,9 @@ FunctionEnd
 Function .onInit
     Call Begin
     InitPluginsDir
+    SetDateSave off ; the library's is the time of the build
     File "/oname=$PLUGINSDIR\CorvaneSetup.dll" "${LIBRARY}"
+    SetDateSave on
     ; A folder that NSIS does not understand would leave the default, unnoticed.
     System::Call 'kernel32::GetCommandLineW() w .r0'
     ${WordFind} $0 '/D=' E+1{ $1
