@@ -253,11 +253,19 @@ FunctionEnd
 
 Function WarnOfMissingPlugin
     ReadRegStr $0 HKLM "SOFTWARE\3CX\3CXPhone for Windows" Path
-    ${If} $0 != ""
-    ${AndIfNot} ${FileExists} "$0CommandLineAPIPlugin.dll"
-        ${Tell} "3CX's plug-in CommandLineAPIPlugin.dll is missing in $0. Without it, 3CX 14 and later report no calls. \
-The documentation says where it comes from."
+    ReadRegStr $1 HKLM "SOFTWARE\3CX\MyPhone" CallNotifier ; of 3CX 10 and 11, which need none
+    ${If} $1 != ""
+        Return
     ${EndIf}
+    ${If} $0 != ""
+        ${If} ${FileExists} "$0CommandLineAPIPlugin.dll"
+            Return
+        ${EndIf}
+    ${Else}
+        StrCpy $0 "the folder of 3CXPhone for Windows, which was not found on this computer"
+    ${EndIf}
+    ${Tell} "3CX's plug-in CommandLineAPIPlugin.dll is missing in $0. Without it, 3CX 14 and later report no calls. \
+The documentation says where it comes from."
 FunctionEnd
 
 Section
