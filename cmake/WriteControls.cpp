@@ -2,6 +2,7 @@
 //   controls   name, control id and kind of each, separated by tabs, for user-interface tests and
 //              support
 //   settings   the page on the stored options, docs/settings.md
+//   reg        a registry file with the defaults, to be edited and given out
 
 #include <cstdio>
 #include <string>
@@ -116,16 +117,61 @@ void WriteSettings() {
         "`PreviousStatus` (the run number) and `LastVersionRun`.");
 }
 
+// A registry file is UTF-16, so that folders may be written into it in every language.
+void WriteUtf16(std::string_view ascii) {
+    for (const char each : ascii) {
+        if (each == '\n')
+            WriteUtf16("\r");
+        std::putchar(each);
+        std::putchar('\0');
+    }
+}
+
+std::string Escaped(std::wstring_view text) {
+    std::string escaped;
+    for (const char each : Narrow(text)) {
+        if (each == '\\' || each == '"')
+            escaped += '\\';
+        escaped += each;
+    }
+    return escaped;
+}
+
+void WriteRegistryEntry(std::size_t row) {
+    const ControlSpec& option = controlCatalogue[row];
+    WriteUtf16("\n; " + Narrow(CaptionOf(row)) + "\n\"" + Narrow(option.name) + "\"=\"" +
+               Escaped(option.tag) + "\"\n");
+}
+
+void WriteRegistryFile() {
+    std::fputs("\xFF\xFE", stdout);
+    WriteUtf16(
+        "Windows Registry Editor Version 5.00\n\n"
+        "; The default settings of Corvane to 3CX. What you do not want to prescribe, take out.\n"
+        "; A backslash is written twice.\n\n"
+        "[HKEY_CURRENT_USER\\SOFTWARE\\Halvorn Systems\\CorvaneTo3CX]\n");
+    for (const std::size_t row : savedOptions)
+        WriteRegistryEntry(row);
+    WriteRegistryEntry(FindControl(L"chkWriteLog"));
+}
+
 }  // namespace
 
+// WriteControls <what> <file>
 int main(int count, char** arguments) {
-    const std::string_view wanted = count == 2 ? arguments[1] : "";
-    if (wanted == "controls") {
-        WriteControls();
-    } else if (wanted == "settings") {
-        WriteSettings();
-    } else {
-        std::fputs("usage: WriteControls controls|settings\n", stderr);
+    const std::string_view wanted = count == 3 ? arguments[1] : "";
+    // The same bytes on every building machine.
+    if (wanted.empty() || !std::freopen(arguments[2], "wb", stdout)) {
+        std::fputs("usage: WriteControls controls|settings|reg <file>\n", stderr);
         return 2;
     }
+    if (wanted == "controls")
+        WriteControls();
+    else if (wanted == "settings")
+        WriteSettings();
+    else if (wanted == "reg")
+        WriteRegistryFile();
+    else
+        return 2;
+    return std::fclose(stdout) == 0 ? 0 : 1;
 }

@@ -11,7 +11,7 @@ export LC_ALL=C.UTF-8
 mapfile -t -d '' texts < <(find . \( -name .git -o -path ./build -o -path ./dist \
     -o -path ./tests/fuzz/corpus -o -name .idea -o -name .vscode \) -prune \
     -o -type f ! -name '*.ico' ! -name '*.png' ! -name '*.tgz' -print0)
-mapfile -t -d '' sources < <(find cmake src standin tests \( -name '*.cpp' -o -name '*.h' \) -print0)
+mapfile -t -d '' sources < <(find cmake packaging src standin tests \( -name '*.cpp' -o -name '*.h' \) -print0)
 [ "${#sources[@]}" -gt 0 ] || fail "there is no C++ file here"
 
 wrong=0

@@ -65,9 +65,9 @@ while IFS=$'\t' read -r file header; do
     esac
 done < <(includes src)
 
-# The practice GoldMine knows itself alone. A test includes what stands beside it and what all tests
-# share (of which the portable part knows no Windows); one that knows the program also the program and
-# all of tests/.
+# The practice GoldMine knows itself alone, the set-up's library what the program has for Windows'
+# handles. A test includes what stands beside it and what all tests share (of which the portable part
+# knows no Windows); one that knows the program also the program and all of tests/.
 while IFS=$'\t' read -r file header; do
     header=${header//\"/}
     beside=$(dirname "$file")/$header
@@ -77,11 +77,13 @@ while IFS=$'\t' read -r file header; do
     tests/support/windows/*:support/*) [ -f "tests/$header" ] ;;
     tests/support/*:support/windows/*) false ;;
     tests/*:support/*) [ -f "tests/$header" ] ;;
+    packaging/*) [ -f "packaging/$header" ] || [[ $header == platform/kit/* ]] ;;
+    tests/installer/*) [ -f "tests/$header" ] || [ -f "packaging/$header" ] ;;
     tests/unit/* | tests/windows/* | tests/fakes/* | tests/fuzz/* | tests/memory/*)
         [ -f "$beside" ] || [ -f "tests/$header" ] || [ -f "src/$header" ]
         ;;
     *) [ -f "$beside" ] ;;
     esac || complain "$file" "$header" "nothing that its folder may know"
-done < <(includes standin tests | grep '"')
+done < <(includes packaging standin tests | grep '"')
 
 exit "$wrong"

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# check-tidy.sh [file or folder ...]: fails when clang-tidy finds something in the program or the
-# practice GoldMine, or in what is named, and then says what; .clang-tidy says what it looks for.
+# check-tidy.sh [file or folder ...]: fails when clang-tidy finds something in the program, its
+# set-up or the practice GoldMine, or in what is named, and then says what; .clang-tidy says what it looks for.
 # Needs no build: the flags stand here, those of MinGW for what talks to Windows.
 #
 # The tests are left out: with GoogleTest's headers, they would take several times as long as all
@@ -25,7 +25,7 @@ tidy() {
     local flags=(-std=c++20 -Wall -Wextra -Wreserved-identifier -Wzero-as-null-pointer-constant
         -fdelayed-template-parsing -Xclang -analyzer-config -Xclang mode=shallow)
     case $1 in
-    src/platform/* | src/ui/window/* | src/app/main.cpp | standin/*)
+    src/platform/* | src/ui/window/* | src/app/main.cpp | standin/* | packaging/*)
         # As in cmake/ProjectOptions.cmake; the extensions are for __uuidof.
         flags+=(--target=x86_64-w64-windows-gnu -fms-extensions -nostdlibinc
             -isystem "$mingw" -isystem "$mingw/x86_64-w64-mingw32"
@@ -36,7 +36,7 @@ tidy() {
     esac
     case $1 in
     standin/*) flags+=(-Istandin -isystem "$sqlite") ;;
-    *) flags+=(-Isrc -I"$work") ;;
+    *) flags+=(-Isrc -Ipackaging -I"$work") ;;
     esac
     local said
     said=$(clang-tidy --quiet "$1" -- "${flags[@]}" 2>&1) || { printf '%s\n' "$said"; return 1; }
@@ -47,7 +47,7 @@ export mingw sqlite work
 # The largest first, so that no core waits long for another at the end. A finding in a header is
 # found by all who include it, and told once.
 if [ $# -eq 0 ]; then
-    set -- cmake src standin
+    set -- cmake packaging src standin
 fi
 find "$@" -name '*.cpp' -printf '%s %p\n' | sort -rn | cut -d' ' -f2 |
     xargs -P "$(nproc)" -I{} bash -c 'tidy {}' |

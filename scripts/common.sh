@@ -32,3 +32,9 @@ try_thrice() {
     done
     return 1
 }
+
+# program_version: as the top-level CMakeLists.txt has it.
+program_version() { sed -n 's/^project(CorvaneTo3CX VERSION \([0-9.]*\) .*/\1/p' "$top/CMakeLists.txt"; }
+
+# release_time: what the files of a release bear, in seconds; that of the last commit when none is set.
+release_time() { echo "${SOURCE_DATE_EPOCH:-$(git -C "$top" log -1 --format=%ct)}"; }

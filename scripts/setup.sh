@@ -3,6 +3,7 @@
 #   setup.sh build        compilers and tools
 #   setup.sh test [x86]   the same, and what runs the tests; x86 adds a 32-bit Wine
 #   setup.sh demo [x86]   the same, and what takes the screenshots
+#   setup.sh release      the first, and what makes and signs the set-up
 #   setup.sh soak         the first, and what drives the fuzz targets for long
 # Made for Debian 12, whose release pins the versions. Installs nothing that is there already.
 set -euo pipefail
@@ -44,15 +45,26 @@ picture_packages=(
     imagemagick
     x11-utils
 )
+release_packages=(
+    cmark-gfm # pages for a browser out of the documentation
+    nsis
+    osslsigncode
+    unzip
+    zip
+)
 
 mode=${1:-}
 wanted=("${build_packages[@]}")
 case $mode in
 build) ;;
-test) wanted+=("${run_packages[@]}" "${picture_packages[@]}" clang-format clang-tidy) ;;
+test)
+    wanted+=("${run_packages[@]}" "${picture_packages[@]}" "${release_packages[@]}"
+        clang-format clang-tidy)
+    ;;
 demo) wanted+=("${run_packages[@]}" "${picture_packages[@]}") ;;
+release) wanted+=("${release_packages[@]}") ;;
 soak) wanted+=(clang libclang-rt-14-dev) ;;
-*) echo "usage: ${0##*/} build|test|demo|soak [x86]" >&2; exit 2 ;;
+*) echo "usage: ${0##*/} build|test|demo|release|soak [x86]" >&2; exit 2 ;;
 esac
 # Node.js of any origin does, as long as it brings npm.
 command -v npm >/dev/null || wanted+=(npm)

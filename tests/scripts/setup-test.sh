@@ -15,9 +15,16 @@ stub dpkg-query 'exit 1'
 # The real one would look for the programs elsewhere.
 stub sudo 'exec "$@"'
 
-PATH=$work:$PATH "$top/scripts/setup.sh" test >"$work/said" 2>&1 || { cat "$work/said" >&2; exit 1; }
-grep -q " install .* cmake " "$work/asked" || { echo "nothing was installed" >&2; exit 1; }
-if grep " install " "$work/asked" | grep -v -e " --no-remove "; then
-    echo "FAILED: packages could be removed" >&2
-    exit 1
-fi
+# A release is made, and tested, with the same packages.
+for mode in release test; do
+    : >"$work/asked"
+    PATH=$work:$PATH "$top/scripts/setup.sh" "$mode" >"$work/said" 2>&1 || { cat "$work/said" >&2; exit 1; }
+    for package in cmake nsis zip osslsigncode cmark-gfm; do
+        grep -qE " install .* $package( |$)" "$work/asked" ||
+            { echo "FAILED: $mode did not install $package" >&2; exit 1; }
+    done
+    if grep " install " "$work/asked" | grep -v -e " --no-remove "; then
+        echo "FAILED: packages could be removed" >&2
+        exit 1
+    fi
+done
