@@ -20,5 +20,8 @@ for script in "$top"/packaging/practice-kit/*.cmd; do
     sed 's/$/\r/' "$script" >"$folder/${script##*/}"
 done
 cp "$top/standin/data/contacts.sql" "$folder/"
+for page in LICENSE NOTICE; do
+    sed 's/$/\r/' "$top/$page" >"$folder/$page.txt"
+done
 cp "$top/standin/README.md" "$work/practice-goldmine.md"
 "$top/scripts/render-pages.sh" "$folder" "$top/packaging/practice-kit/practice.md" "$work/practice-goldmine.md"

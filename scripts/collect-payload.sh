@@ -12,13 +12,15 @@ rm -rf "$folder"
 mkdir -p "$folder/docs/images"
 cp "$build/CorvaneTo3CX.exe" "$build/CorvaneTo3CX-settings.reg" "$folder/"
 sed 's/$/\r/' "$top/packaging/settings/prepare-goldmine-users.js" >"$folder/prepare-goldmine-users.js"
-[ ! -f "$top/LICENSE" ] || sed 's/$/\r/' "$top/LICENSE" >"$folder/LICENSE.txt"
+for page in LICENSE NOTICE; do
+    sed 's/$/\r/' "$top/$page" >"$folder/$page.txt"
+done
 
 # What is written for those who change the program stays with its sources.
 pages=()
 for page in "$top"/docs/*.md; do
     case ${page##*/} in
-    architecture.md | reliability.md | releasing.md | gmapi.md) ;;
+    architecture.md | performance.md | reliability.md | releasing.md | gmapi.md) ;;
     *) pages+=("$page") ;;
     esac
 done

@@ -372,6 +372,7 @@ Function un.RemoveProgram
     Delete "$INSTDIR\${PROGRAM}-settings.reg"
     Delete "$INSTDIR\prepare-goldmine-users.js"
     Delete "$INSTDIR\LICENSE.txt"
+    Delete "$INSTDIR\NOTICE.txt"
     Delete "$INSTDIR\uninstall.exe"
     Delete "$SMPROGRAMS\${PRODUCT}.lnk"
     ${If} ${RebootFlag}
