@@ -10,10 +10,11 @@ namespace {
 
 // Control characters, and those that turn the direction of what follows.
 bool Acts(wchar_t character) {
-    const auto code = static_cast<unsigned>(character);
-    return code < 0x20 || (code >= 0x7F && code < 0xA0) || code == 0x200E || code == 0x200F ||
-           (code >= 0x2028 && code <= 0x202E) || (code >= 0x2066 && code <= 0x2069) ||
-           code == 0xFEFF;
+    const auto within = [&](wchar_t first, wchar_t last) {
+        return character >= first && character <= last;
+    };
+    return character < L' ' || within(L'\x7F', L'\x9F') || within(L'\x200E', L'\x200F') ||
+           within(L'\x2028', L'\x202E') || within(L'\x2066', L'\x2069') || character == L'\xFEFF';
 }
 
 void AppendLine(std::wstring& text, const std::vector<Table::Column>& columns,
