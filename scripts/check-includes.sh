@@ -22,7 +22,7 @@ calls: seams util ui/form gmapi dialing
 environment: seams util ui/form settings gmapi dialing
 app: seams util ui/form settings gmapi dialing calls environment
 app/main.cpp: seams util ui/form settings gmapi dialing calls environment app platform ui/window
-check: seams util ui/form settings gmapi dialing calls environment
+check: seams util ui/form settings gmapi dialing calls environment app
 check/platform: seams util platform check
 check/main.cpp: seams util ui/form settings gmapi dialing calls environment platform check check/platform
 '
