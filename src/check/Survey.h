@@ -12,7 +12,8 @@ namespace corvane {
 class Survey {
 public:
     virtual ~Survey() = default;
-    // Whether a process has an administrator's rights; nothing when it cannot be told.
+    // Whether a process was given an administrator's rights that the user's other programs lack;
+    // nothing when it cannot be told.
     [[nodiscard]] virtual std::optional<bool> Elevated(ProcessId id) const = 0;
     // Whether the user may make a file in the folder.
     [[nodiscard]] virtual bool MayAddTo(const std::wstring& folder) const = 0;

@@ -4,7 +4,7 @@
 
 #include "check/Output.h"
 
-namespace corvane {
+namespace corvane::test {
 
 // Keeps what was written.
 class FakeOutput final : public Output {
@@ -16,4 +16,4 @@ public:
     std::wstring errors;
 };
 
-}  // namespace corvane
+}  // namespace corvane::test

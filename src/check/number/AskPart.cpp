@@ -14,6 +14,7 @@
 #include "gmapi/WindowCommands.h"
 #include "seams/GoldMine.h"
 #include "ui/form/Form.h"
+#include "util/RuntimeError.h"
 #include "util/Text.h"
 
 namespace corvane {
@@ -23,31 +24,43 @@ namespace {
 // Hands macros and queries on to GoldMine and nothing else. What would show something there is
 // answered here; a look-up by somebody else.
 class QuietGoldMine final : public GoldMine {
-public:
-    using LookUp = std::function<bool(const std::wstring& phone, bool allPhones)>;
+    template <class Body>
+    auto Noting(const Body& body) {
+        try {
+            return body();
+        } catch (const RuntimeError& caught) {
+            error = caught;
+            throw;
+        }
+    }
 
-    QuietGoldMine(GoldMine& goldMine, const XPathReader& xpath, LookUp lookUp)
-        : goldMine_(goldMine), reader_(xpath), lookUp_(std::move(lookUp)) {}
+public:
+    QuietGoldMine(GoldMine& goldMine, const XPathReader& xpath)
+        : goldMine_(goldMine), reader_(xpath) {}
 
     [[nodiscard]] bool connected() const override { return goldMine_.connected(); }
-    void Connect() override { goldMine_.Connect(); }
+    void Connect() override {
+        Noting([&] { goldMine_.Connect(); });
+    }
     void Release() noexcept override { goldMine_.Release(); }
     void setListener(WindowUpDownListener*) override {}
     [[nodiscard]] std::wstring Send(const std::wstring& command) override {
         const std::wstring call = reader_.Call(command);
         if (call == L"Macro" || call == L"DataStream")
-            return goldMine_.Send(command);
+            return Noting([&] { return goldMine_.Send(command); });
         if (call == L"CallerID" &&
-            !lookUp_(reader_.Data(command, L"Phone"), reader_.Data(command, L"All") == L"1")) {
+            !lookUp(reader_.Data(command, L"Phone"), reader_.Data(command, L"All") == L"1")) {
             return {};
         }
         return SuccessReply(call, L"1");
     }
 
+    std::function<bool(const std::wstring& phone, bool allPhones)> lookUp;
+    std::optional<RuntimeError> error;  // the last one: later commands may succeed again
+
 private:
     GoldMine& goldMine_;
     CommandReader reader_;
-    LookUp lookUp_;
 };
 
 // In place of GoldMine's own look-up.
@@ -92,13 +105,15 @@ NumberPart AskGoldMine(const std::wstring& text, const CheckSurroundings& around
         return part;
     }
 
-    const auto clientRuns = [&] { return process.RunningClient().has_value(); };
-    GMUI queries(around.goldMine, around.xpath, form, talk, talk, around.clock);
-    queries.ConnectOnlyWhile(clientRuns);
-    DataStream phones(queries, form, talk, talk);
-    const auto lookUp = [&](const std::wstring& phone, bool allPhones) {
+    QuietGoldMine goldMine(around.goldMine, around.xpath);
+    GMUI gmui(goldMine, around.xpath, form, talk, talk, around.clock);
+    gmui.ConnectOnlyWhile([&] { return process.RunningClient().has_value(); });
+    Macro macro(gmui);
+    DataStream dataStream(gmui, form, talk, talk);
+    WindowCommands windows(gmui);
+    goldMine.lookUp = [&](const std::wstring& phone, bool allPhones) {
         const std::wstring query = PhoneQuery(phone, allPhones);
-        const auto rows = phones.RunQuery(query);
+        const auto rows = dataStream.RunQuery(query);
         const std::int32_t count = rows ? rows->rowCount : 0;
         part.rows.emplace_back(L"query", query);
         part.rows.emplace_back(L"matches", std::to_wstring(count));
@@ -106,24 +121,17 @@ NumberPart AskGoldMine(const std::wstring& text, const CheckSurroundings& around
             part.Warn(L"several contacts have this number: GoldMine chooses one of them");
         return count > 0;
     };
-    QuietGoldMine quiet(around.goldMine, around.xpath, lookUp);
-    GMUI gmui(quiet, around.xpath, form, talk, talk, around.clock);
-    gmui.ConnectOnlyWhile(clientRuns);
-    Macro macro(gmui);
-    DataStream dataStream(gmui, form, talk, talk);
-    WindowCommands windows(gmui);
     ContactSearch search(form, macro, dataStream, windows, talk, talk);
-    // What it says is the program's own line in such a case.
     const bool found = search.SearchContact(ShowInGoldMine::No);
-    for (const auto* asker : {&queries, &gmui}) {
-        if (const auto& error = asker->reportedError()) {
-            part.rows.emplace_back(
-                L"GoldMine", Join(L"cannot be asked: ",
-                                  TrimBlanks(ReplaceAll(error->description, lineBreak, L" "))));
-            part.exitCode = ExitCode::broken;
-            return part;
-        }
+    if (goldMine.error) {
+        part.rows.emplace_back(
+            L"GoldMine",
+            Join(L"cannot be asked: ",
+                 TrimBlanks(ReplaceAll(goldMine.error->description, lineBreak, L" "))));
+        part.exitCode = ExitCode::broken;
+        return part;
     }
+    // In the words of the program's log.
     for (const std::wstring& line : talk.lines)
         part.rows.emplace_back(L"result", ReplaceAll(line, lineBreak, L" "));
     part.rows.emplace_back(L"note",

@@ -91,9 +91,10 @@ NumberPart AsNumberToDial(const std::wstring& text, const CheckSurroundings& aro
         return part;
     }
     part.rows.emplace_back(L"dialed", form.txtOutboundPhoneAsDialed.text());
-    part.rows.emplace_back(L"3CX is told", processes.notStarted);
     WarnOfLosses(number, form, part);
-    if (!files.FileExists(form.txt3CXOutboundCallNotifierPath.text()))
+    if (files.FileExists(form.txt3CXOutboundCallNotifierPath.text()))
+        part.rows.emplace_back(L"3CX is told", processes.notStarted);
+    else
         part.Warn(L"3CX's call trigger is not there: see CorvaneCheck wiring");
     if (!form.chkGlobalEnable.checked())
         part.Warn(L"the master switch is off: nothing is dialed");

@@ -16,6 +16,14 @@ namespace {
 
 constexpr DWORD sharedWithAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
+[[noreturn]] void ThrowLastError() {
+    const DWORD code = GetLastError();
+    // Somebody else keeps it to himself.
+    if (code == ERROR_SHARING_VIOLATION)
+        throw MakeRuntimeError(ErrorNumber::PermissionDenied);
+    throw ErrorFromHResult(HRESULT_FROM_WIN32(code));
+}
+
 UniqueHandle Open(const std::wstring& path, DWORD access) {
     return UniqueHandle(CreateFileW(path.c_str(), access, sharedWithAll, nullptr, OPEN_EXISTING,
                                     FILE_FLAG_BACKUP_SEMANTICS, nullptr));
@@ -67,11 +75,12 @@ std::optional<bool> WindowsSurvey::Elevated(ProcessId id) const {
     UniqueHandle token;
     if (!process || !OpenProcessToken(process.get(), TOKEN_QUERY, token.put()))
         return std::nullopt;
-    TOKEN_ELEVATION elevation{};
+    // Where nobody is asked for consent, rights are the same in all programs of a user.
+    TOKEN_ELEVATION_TYPE elevation{};
     DWORD size = 0;
-    if (!GetTokenInformation(token.get(), TokenElevation, &elevation, sizeof(elevation), &size))
+    if (!GetTokenInformation(token.get(), TokenElevationType, &elevation, sizeof(elevation), &size))
         return std::nullopt;
-    return elevation.TokenIsElevated != 0;
+    return elevation == TokenElevationTypeFull;
 }
 
 bool WindowsSurvey::MayAddTo(const std::wstring& folder) const {
@@ -89,7 +98,7 @@ std::wstring WindowsSurvey::WhyNotAppendTo(const std::wstring& file) const {
         if (Exists(file)) {
             const UniqueHandle opened = Open(file, FILE_APPEND_DATA);
             if (!opened)
-                ThrowIfFailed(HRESULT_FROM_WIN32(GetLastError()));
+                ThrowLastError();
             place.CheckFile(opened.get());
             return {};
         }
@@ -99,7 +108,7 @@ std::wstring WindowsSurvey::WhyNotAppendTo(const std::wstring& file) const {
         while (!Exists(folder) && folder.find(L'\\') != std::wstring::npos)
             folder.erase(folder.find_last_of(L'\\'));
         if (!Open(folder, access))
-            ThrowIfFailed(HRESULT_FROM_WIN32(GetLastError()));
+            ThrowLastError();
         return {};
     } catch (const RuntimeError& error) {
         return error.description;

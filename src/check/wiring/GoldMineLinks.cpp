@@ -62,6 +62,12 @@ bool LookAtProcess(const CheckSurroundings& around, GoldMineProcess& process, co
                        L"Start CorvaneCheck as the user who runs GoldMine."});
         return false;
     }
+    if (elevated == true && ownElevated == true) {
+        findings.Tell({LinkState::Ok, Join(form.GoldMineExePath,
+                                           L", as administrator like "
+                                           L"CorvaneCheck")});
+        return true;
+    }
     if (elevated == true) {
         findings.Tell({LinkState::Warning, Join(form.GoldMineExePath, L" runs as administrator"),
                        std::wstring(notAsAdministrator)});

@@ -29,7 +29,7 @@ struct CommandsTest : testing::Test {
         return RunCommand(commands, arguments, output);
     }
 
-    FakeOutput output;
+    test::FakeOutput output;
     std::vector<std::wstring> given;
 };
 
