@@ -79,7 +79,7 @@ TEST_F(CheckNumberTest, WithoutGoldMineNoneIsStarted) {
 }
 
 TEST_F(CheckNumberTest, ItEndsInTimeWhenGoldMineHangs) {
-    GoldMine().SetFaults("Macro:&Phone1 delay 20000\n");
+    GoldMine().SetFaults("Macro:&Phone1 delay 12000\n");
     GoldMineIsSpoilt();
     const Checked checked = Check("number 5551234567 --ask");
     EXPECT_TRUE(checked.text.ends_with("\nIn GoldMine\n  GoldMine  does not answer\n"))
