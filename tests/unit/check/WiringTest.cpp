@@ -525,6 +525,15 @@ TEST(Wiring, JsonSaysTheSame) {
     EXPECT_TRUE(run.text.ends_with(L"}\n  ]\n}\n"));
 }
 
+TEST(Wiring, BehindAnErrorNothingIsLookedAt) {
+    const Printed run = Wiring([](CheckedMachine& machine) {
+        AllIsWell(machine);
+        machine.goldMine.sendError = MakeRuntimeError(ErrorNumber::OutOfMemory);
+    });
+    EXPECT_EQ(LinesAbout(run.text, L"notes"), L"- the link before it ended in an error\n");
+    EXPECT_EQ(LinesAbout(run.text, L"settings"), L"ok all convert\n");
+}
+
 TEST(Wiring, NothingElseIsTaken) {
     FakeOutput output;
     EXPECT_THROW(
