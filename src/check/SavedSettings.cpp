@@ -32,9 +32,7 @@ std::vector<UnfitSetting> LoadSavedSettings(Form& form, Registry& registry) {
         const std::wstring stored = store.ReadProfileString(option.name(), option.tag());
         try {
             LoadOption(option, store);
-        } catch (const RuntimeError& error) {
-            if (error.number == registryErrorNumber)
-                throw;
+        } catch (const RuntimeError&) {
             SetOptionFromText(option, option.tag());
             unfit.push_back({option.name(), stored, false});
             return;

@@ -15,7 +15,7 @@ inline constexpr std::wstring_view numberSummary = L"tells what becomes of a num
 extern const std::wstring_view numberHelp;
 
 // The command "number". GoldMine may take so long to answer.
-[[nodiscard]] int RunNumber(std::span<const std::wstring> arguments, Output& output,
+[[nodiscard]] int RunNumber(std::span<const std::wstring> given, Output& output,
                             const InSurroundings& inSurroundings,
                             std::chrono::milliseconds limit = std::chrono::seconds(8));
 

@@ -18,7 +18,7 @@ extern const std::wstring_view wiringHelp;
 inline constexpr std::chrono::milliseconds wiringTime{8000};
 
 // The command "wiring".
-[[nodiscard]] int RunWiring(std::span<const std::wstring> arguments, Output& output,
+[[nodiscard]] int RunWiring(std::span<const std::wstring> given, Output& output,
                             const InSurroundings& inSurroundings,
                             std::chrono::milliseconds limit = wiringTime);
 
