@@ -1,7 +1,6 @@
 #include "check/Json.h"
 
 #include <cstdint>
-#include <type_traits>
 
 namespace corvane {
 
@@ -20,7 +19,7 @@ std::wstring Escape(std::uint32_t unit) {
 std::wstring JsonText(std::wstring_view text) {
     std::wstring json = L"\"";
     for (const wchar_t character : text) {
-        const std::uint32_t code = static_cast<std::make_unsigned_t<wchar_t>>(character);
+        const std::uint32_t code = std::char_traits<wchar_t>::to_int_type(character);
         if (character == L'"' || character == L'\\') {
             json += L'\\';
             json += character;
