@@ -1,4 +1,5 @@
-# corvane_add_resources(<target>): the icon, the manifest and the version resource of the program.
+# corvane_add_resources(<target> <description>): the icon, the manifest and the version resource of
+# the program.
 set(resources "${PROJECT_SOURCE_DIR}/src/resources")
 set(VERSION_NUMBERS
     "${PROJECT_VERSION_MAJOR},${PROJECT_VERSION_MINOR},${PROJECT_VERSION_PATCH},${PROJECT_VERSION_TWEAK}")
@@ -9,15 +10,14 @@ else()
 endif()
 configure_file("${resources}/CorvaneTo3CX.manifest.in"
                "${PROJECT_BINARY_DIR}/generated/CorvaneTo3CX.manifest" @ONLY NEWLINE_STYLE LF)
-configure_file("${resources}/CorvaneTo3CX.rc.in" "${PROJECT_BINARY_DIR}/generated/CorvaneTo3CX.rc"
-               @ONLY NEWLINE_STYLE LF)
 
-function(corvane_add_resources target)
-    set(rc "${PROJECT_BINARY_DIR}/generated/CorvaneTo3CX.rc")
-    target_sources(${target} PRIVATE "${rc}")
+function(corvane_add_resources PROGRAM_NAME PROGRAM_DESCRIPTION)
+    set(rc "${PROJECT_BINARY_DIR}/generated/${PROGRAM_NAME}.rc")
+    configure_file("${resources}/CorvaneTo3CX.rc.in" "${rc}" @ONLY NEWLINE_STYLE LF)
+    target_sources(${PROGRAM_NAME} PRIVATE "${rc}")
     set_source_files_properties(
         "${rc}"
-        TARGET_DIRECTORY ${target}
+        TARGET_DIRECTORY ${PROGRAM_NAME}
         PROPERTIES
             INCLUDE_DIRECTORIES
             "${PROJECT_SOURCE_DIR}/src/resources;${PROJECT_BINARY_DIR}/generated"

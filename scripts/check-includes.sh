@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Fails when a file includes what its folder may not:
 #   - an include of the program that runs upwards in the house, or against the order on a floor;
-#   - a header of Windows or COM outside of platform/, ui/window/ and app/main.cpp;
+#   - a header of Windows or COM outside of platform/, ui/window/, check/platform/ and the two main.cpp;
 #   - the practice GoldMine and the program sharing a file; a test from outside that knows either.
 set -euo pipefail
 # shellcheck source=scripts/common.sh
@@ -22,13 +22,16 @@ calls: seams util ui/form gmapi dialing
 environment: seams util ui/form settings gmapi dialing
 app: seams util ui/form settings gmapi dialing calls environment
 app/main.cpp: seams util ui/form settings gmapi dialing calls environment app platform ui/window
+check: seams util ui/form settings gmapi dialing calls environment app
+check/platform: seams util platform check
+check/main.cpp: seams util ui/form settings gmapi dialing calls environment platform check check/platform
 '
 
 # room <file below src/>: the folder whose rules it follows.
 room() {
     case $1 in
-    app/main.cpp) echo app/main.cpp ;;
-    ui/*) cut -d/ -f1,2 <<<"$1" ;;
+    app/main.cpp | check/main.cpp) echo "$1" ;;
+    ui/* | check/platform/*) cut -d/ -f1,2 <<<"$1" ;;
     *) cut -d/ -f1 <<<"$1" ;;
     esac
 }
@@ -52,8 +55,8 @@ while IFS=$'\t' read -r file header; do
     case $header in
     '<'*.h*'>')
         # C++ headers have no ending; everything else in angle brackets is the system's.
-        [[ " app/main.cpp platform ui/window " == *" $from "* ]] ||
-            complain "$file" "$header" "only platform/, ui/window/ and app/main.cpp know Windows"
+        [[ " app/main.cpp platform ui/window check/main.cpp check/platform " == *" $from "* ]] ||
+            complain "$file" "$header" "only platform/, ui/window/ and main.cpp know Windows"
         ;;
     '"Version.h"' | '"resources/'*) ;;
     '"'*)

@@ -25,7 +25,8 @@ tidy() {
     local flags=(-std=c++20 -Wall -Wextra -Wreserved-identifier -Wzero-as-null-pointer-constant
         -fdelayed-template-parsing -Xclang -analyzer-config -Xclang mode=shallow)
     case $1 in
-    src/platform/* | src/ui/window/* | src/app/main.cpp | standin/* | packaging/*)
+    src/platform/* | src/ui/window/* | src/app/main.cpp | src/check/platform/* | src/check/main.cpp | \
+        standin/* | packaging/*)
         # As in cmake/ProjectOptions.cmake; the extensions are for __uuidof.
         flags+=(--target=x86_64-w64-windows-gnu -fms-extensions -nostdlibinc
             -isystem "$mingw" -isystem "$mingw/x86_64-w64-mingw32"

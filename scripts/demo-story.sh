@@ -91,6 +91,17 @@ keep_log() { if [ -f "$log" ]; then cp "$log" "$pictures/"; fi; }
 mkdir -p "$pictures"
 rm -f "$pictures"/*.png "$pictures/${log##*/}"
 
+# check <exit code> <argument...>: looks without changing anything.
+check() {
+    local expected=$1 code=0
+    shift
+    printf '\n  > CorvaneCheck.exe %s\n' "$*"
+    wine 'C:\CorvaneTo3CX\CorvaneCheck.exe' "$@" >"$drive/checked.txt" || code=$?
+    indented <"$drive/checked.txt"
+    must_be "the exit code" "$expected" "$code"
+}
+must_have_found() { grep -qF -- "$1" "$drive/checked.txt" || fail "the check did not say: $1"; }
+
 chapter "The practice GoldMine starts"
 set_the_stage
 trap keep_log EXIT
@@ -99,6 +110,10 @@ tell "Its contacts that have to do with this story:"
 sql "select AccountNo, Company, Contact, Phone1 from Contact1 where AccountNo in ('A0001', 'A0002')" |
     indented
 picture goldmine "GoldMine with its first contact"
+
+chapter "What links GoldMine with 3CX is looked at: GoldMine does not dial through the program yet"
+check 2 wiring
+must_have_found 'there is no dialing instruction'
 
 chapter "The program runs for the first time, without parameters: it proposes to be dialed through"
 tell "The user's INI file of GoldMine before:"
@@ -124,6 +139,14 @@ grep -q "^DDEDial=&Dial,,C:\\\\CorvaneTo3CX\\\\CorvaneTo3CX.exe %s"$'\r\\?$' "$u
 tell "GoldMine is closed and started again, as the user was told to do."
 close_program "$goldmine_process" gmw.exe
 start_goldmine
+
+chapter "The links are looked at again, and two numbers before anybody calls"
+check 0 wiring
+must_have_found 'All is well.'
+check 0 number 5551234567 --ask
+must_have_found 'Found (555)123-4567 in a primary contact record.'
+check 1 number '+44 20 7946 0958 x12'
+must_have_found '12 looks like an extension'
 
 chapter "An inbound call: 3CX reports that it rings, is answered and has ended"
 tell "Settings: search while it rings; history with a link to the recording when the call ends."
@@ -192,4 +215,9 @@ must_be "the history item" $'CO\tEnded outgoing call to (555)123-4567\t'"$record
     "$(newest_history 'RecType, Ref, Notes' | unescaped)"
 
 close_program "$goldmine_process" gmw.exe
+chapter "Would it work now? GoldMine is closed, and somebody took the plug-in away"
+rm "$drive/3CXPhone/CommandLineAPIPlugin.dll"
+check 2 wiring
+must_have_found '1 broken, 1 warning.'
+
 chapter "The end. The screenshots and the program's log are in build/demo/."

@@ -44,7 +44,7 @@ set_the_stage() {
     rm -rf "$goldmine" "$drive/CorvaneTo3CX" "$drive/3CXPhone" "$drive/Recordings" \
         "$drive/ProgramData/Halvorn Systems"
     mkdir -p "$goldmine" "$drive/CorvaneTo3CX" "$drive/3CXPhone" "$drive/Recordings"
-    cp "$built/CorvaneTo3CX.exe" "$drive/CorvaneTo3CX/"
+    cp "$built/CorvaneTo3CX.exe" "$built/CorvaneCheck.exe" "$drive/CorvaneTo3CX/"
     cp "$built/standin/gmw.exe" "$goldmine/"
     cp "$built/standin/CallTriggerCmd.exe" "$built/standin/ring.exe" "$built/standin/answer.exe" \
         "$drive/3CXPhone/"

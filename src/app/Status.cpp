@@ -3,13 +3,14 @@
 #include <exception>
 #include <utility>
 
+#include "environment/LogPlace.h"
 #include "seams/Clock.h"
 #include "seams/Conversions.h"
 #include "seams/CrashLine.h"
 #include "seams/FileSystem.h"
 #include "seams/Shell.h"
 #include "settings/cSimuIniFile.h"
-#include "settings/OptionText.h"
+#include "settings/Settings.h"
 #include "ui/form/Form.h"
 #include "util/ProgramInfo.h"
 #include "util/RuntimeError.h"
@@ -19,7 +20,6 @@ namespace corvane {
 
 namespace {
 
-constexpr std::wstring_view maker = L"Halvorn Systems";
 constexpr const wchar_t* runNumberValue = L"PreviousStatus";
 constexpr const wchar_t* lastVersionValue = L"LastVersionRun";
 constexpr std::int32_t greatestRunNumber = 1000000;
@@ -48,7 +48,7 @@ void Status::SetUpLog() {
 }
 
 void Status::PrepareLog() {
-    const std::wstring path = LogPath();
+    const std::wstring path = LogPath(shell_, files_, program_.executableName);
     form_.txtLogPath.setText(path);
     form_.txtLogPath.setTooltip(path);
     form_.chkWriteLog.setTooltip(Join(L"Write Status messages to log file ", Quoted(path)));
@@ -60,24 +60,9 @@ void Status::PrepareLog() {
         WriteLogLine(Join(std::wstring(68, L'-'), L" ", GeneralDateText(clock_.Now())));
 }
 
-std::wstring Status::LogPath() const {
-    std::wstring folder = shell_.FolderPath(SpecialFolder::CommonAppData);
-    if (folder.empty())
-        return {};
-    for (const std::wstring_view level : {maker, std::wstring_view(program_.executableName)}) {
-        folder = AddTrailingBackslash(folder).append(level);
-        if (!files_.MakeFolder(folder))
-            return {};
-    }
-    return Join(folder, L"\\", program_.executableName, L".log");
-}
-
 void Status::LoadWriteLog() {
-    CheckBox& option = form_.chkWriteLog;
-    NamedProcedure(option.name(), [&] {
-        SetOptionFromText(
-            option, OwnSettingsStore(registry_).ReadProfileString(option.name(), option.tag()));
-    });
+    cSimuIniFile store = OwnSettingsStore(registry_);
+    LoadOption(form_.chkWriteLog, store);
 }
 
 void Status::TakeRunNumber() {

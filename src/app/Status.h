@@ -37,7 +37,6 @@ public:
 
 private:
     void PrepareLog();
-    [[nodiscard]] std::wstring LogPath() const;
     void LoadWriteLog();
     void TakeRunNumber();
     void Show(std::wstring_view message);

@@ -27,9 +27,10 @@ public:
     // The user leaves txtLinkedItemPath: false keeps the focus in the box.
     [[nodiscard]] bool MayLeaveFolder();
 
-private:
     // Searches the folder and reports what was seen.
     [[nodiscard]] NewestFile FindNewestFile(const std::wstring& folderText);
+
+private:
     [[nodiscard]] bool PrepareLink(RecordingLinkState& state);
     [[nodiscard]] bool Fail(RecordingLinkState& state, std::wstring reason);
     // Why the file is too old, or nothing.

@@ -68,9 +68,30 @@ void GoldMineIniSetup::LearnWhetherNotesAreHTML(const std::wstring& gmIniPath) {
     form_.NotesAreHTML = iniFiles_.ReadIniValue(L"GoldMine", L"HTML_Cal_Notes", gmIniPath) != L"0";
 }
 
-bool GoldMineIniSetup::DefineDummyModem() {
+bool GoldMineIniSetup::KnowsModem() const {
     const std::wstring deviceId = ReadModem(L"DeviceID");
-    if (!deviceId.empty() && deviceId != L"-1")
+    return !deviceId.empty() && deviceId != L"-1";
+}
+
+bool GoldMineIniSetup::DialsThroughUs() const {
+    return DialingInstruction() == OwnDialingInstruction();
+}
+
+bool GoldMineIniSetup::DialsAsEntered() const {
+    const std::wstring translation = ReadModem(L"TAPITranslation");
+    return !translation.empty() && translation != L"1";
+}
+
+std::wstring GoldMineIniSetup::DialingInstruction() const {
+    return ReadModem(L"DDEDial");
+}
+
+std::wstring GoldMineIniSetup::OwnDialingInstruction() const {
+    return Join(L"&Dial,,", form_.txtAppPath.text(), L" %s");
+}
+
+bool GoldMineIniSetup::DefineDummyModem() {
+    if (KnowsModem())
         return true;
     return WriteModem(
         L"Okay to define a dummy modem in your GoldMine <user>.INI file? This is required for "
@@ -79,8 +100,8 @@ bool GoldMineIniSetup::DefineDummyModem() {
 }
 
 bool GoldMineIniSetup::DefineDialingInstruction() {
-    const std::wstring expected = Join(L"&Dial,,", form_.txtAppPath.text(), L" %s");
-    const std::wstring current = ReadModem(L"DDEDial");
+    const std::wstring expected = OwnDialingInstruction();
+    const std::wstring current = DialingInstruction();
     if (current == expected)
         return true;
     const std::wstring paragraph = Join(lineBreak, lineBreak);
@@ -98,8 +119,7 @@ bool GoldMineIniSetup::DefineDialingInstruction() {
 }
 
 bool GoldMineIniSetup::DialNumbersAsEntered() {
-    const std::wstring translation = ReadModem(L"TAPITranslation");
-    if (!translation.empty() && translation != L"1")
+    if (DialsAsEntered())
         return true;
     return WriteModem(
         L"Okay to set GoldMine to \"Dial numbers as entered\" instead of formatting using TAPI? "

@@ -23,8 +23,19 @@ public:
     // True only when all is set up; a refused or failed step ends it at once.
     [[nodiscard]] bool Run();
 
-private:
+    // Asks GoldMine where its INI files are and for its user, and reads how it keeps notes. False
+    // when the user's file is not found; the user has been told.
     [[nodiscard]] bool FindIniFiles();
+
+    // What the user's file says by now.
+    [[nodiscard]] bool KnowsModem() const;
+    [[nodiscard]] bool DialsThroughUs() const;
+    [[nodiscard]] bool DialsAsEntered() const;
+    [[nodiscard]] std::wstring DialingInstruction() const;
+    // That dials through us.
+    [[nodiscard]] std::wstring OwnDialingInstruction() const;
+
+private:
     void LearnWhetherNotesAreHTML(const std::wstring& gmIniPath);
     [[nodiscard]] bool DefineDummyModem();
     [[nodiscard]] bool DefineDialingInstruction();

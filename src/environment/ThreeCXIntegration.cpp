@@ -62,7 +62,7 @@ ThreeCXIntegration::ThreeCXIntegration(Form& form, const ProgramInfo& program, R
       status_(status),
       boxes_(boxes) {}
 
-void ThreeCXIntegration::Discover() {
+ThreeCXIntegration::Generation ThreeCXIntegration::Discover() {
     ShowProgramLocation();
     ShowGoldMineFolder();
     const Generation generation = DiscoverGeneration();
@@ -70,10 +70,16 @@ void ThreeCXIntegration::Discover() {
         boxes_.Notify(
             L"Please install either 3CXPhone or, for 3CX 11, the 3CX MyPhone Desktop Components "
             L"before running Corvane to 3CX.");
-        return;
+        return generation;
     }
     CheckCrmCallNotifier();
     CheckOutboundNotifier(generation);
+    return generation;
+}
+
+bool ThreeCXIntegration::IsCalledBy(const std::wstring& crmCallNotifier) const {
+    return crmCallNotifier == form_.txtAppPath.text() ||
+           crmCallNotifier == Join(program_.folder, L"\\EchoParams.cmd");
 }
 
 void ThreeCXIntegration::ShowProgramLocation() {
@@ -175,14 +181,12 @@ void ThreeCXIntegration::CheckCrmCallNotifier() {
     Describe(form_.lblParam(ParamLabel::crmCallNotifier),
              L"3CX calls this program to handle inbound and outbound call events:",
              L"HKLM\\Software\\3CX\\CRM\\CallNotifierPath");
-    const std::wstring& own = form_.txtAppPath.text();
-    // EchoParams.cmd is the support staff's stand-in that shows what 3CX passes.
-    if (notifier == own || notifier == Join(program_.folder, L"\\EchoParams.cmd"))
+    if (IsCalledBy(notifier))
         return;
-    boxes_.Notify(Join(L"The 3CX CRM Call Notifier is pointing to:", lineBreak, L"  ",
-                       Quoted(notifier), lineBreak,
-                       L"instead of to the current instance of Corvane to 3CX:", lineBreak, L"  ",
-                       Quoted(own), lineBreak, L"Please re-install Corvane to 3CX."));
+    boxes_.Notify(
+        Join(L"The 3CX CRM Call Notifier is pointing to:", lineBreak, L"  ", Quoted(notifier),
+             lineBreak, L"instead of to the current instance of Corvane to 3CX:", lineBreak, L"  ",
+             Quoted(form_.txtAppPath.text()), lineBreak, L"Please re-install Corvane to 3CX."));
 }
 
 void ThreeCXIntegration::CheckOutboundNotifier(Generation generation) {

@@ -20,15 +20,19 @@ public:
                        const FileSystem& files, const Shell& shell, StatusWriter& status,
                        MessageBoxes& boxes);
 
-    void Discover();
+    enum class Generation { None, MyPhone10Or11, Phone14OrLater };
+
+    Generation Discover();
+
+    // Whether 3CX's CallNotifierPath names this program, or EchoParams.cmd beside it: the support
+    // staff's stand-in that shows what 3CX passes.
+    [[nodiscard]] bool IsCalledBy(const std::wstring& crmCallNotifier) const;
 
     // cmdChangeLogLevel: switches the log level of the Command Line API plug-in. What is read
     // back is shown, so a write that did not take shows the old level.
     void ChangeLogLevel();
 
 private:
-    enum class Generation { None, MyPhone10Or11, Phone14OrLater };
-
     void ShowProgramLocation();
     void ShowGoldMineFolder();
     [[nodiscard]] Generation DiscoverGeneration();

@@ -13,12 +13,6 @@ namespace corvane {
 
 namespace {
 
-void LoadOption(Control& option, cSimuIniFile& store) {
-    NamedProcedure(option.name(), [&] {
-        SetOptionFromText(option, store.ReadProfileString(option.name(), option.tag()));
-    });
-}
-
 // What GoldMine is too old for: of a group, another member is selected instead.
 void SwitchOff(const Form& form, Control& option) {
     if (option.spec().kind == ControlKind::CheckBox) {
@@ -30,6 +24,12 @@ void SwitchOff(const Form& form, Control& option) {
 }
 
 }  // namespace
+
+void LoadOption(Control& option, cSimuIniFile& store) {
+    NamedProcedure(option.name(), [&] {
+        SetOptionFromText(option, store.ReadProfileString(option.name(), option.tag()));
+    });
+}
 
 // The registry keeps texts in the system's code page, which does not hold every character.
 void Settings::SaveOption(const Control& option, cSimuIniFile& store) {

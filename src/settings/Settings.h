@@ -9,6 +9,10 @@ class Registry;
 class StatusWriter;
 class cSimuIniFile;
 
+// Sets an option's control from its stored text or its default. Raises with the option's name
+// before the description when the text does not convert.
+void LoadOption(Control& option, cSimuIniFile& store);
+
 // The user's options between the registry and the form's controls. The call logic reads the
 // controls only.
 class Settings {

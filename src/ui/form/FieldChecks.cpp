@@ -21,14 +21,14 @@ std::optional<std::int32_t> WholeNumber(std::wstring_view text) {
     }
 }
 
+}  // namespace
+
 bool Passes(std::wstring_view text, const NumberCheck& check) {
     if (check.anyNumber)
         return IsNumericText(text);
     const auto number = WholeNumber(text);
     return number && *number >= check.lowest && *number <= check.highest;
 }
-
-}  // namespace
 
 bool FieldChecks::MayLeave(TextBox& field) {
     if (!field.spec().number)

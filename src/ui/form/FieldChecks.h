@@ -1,10 +1,16 @@
 #pragma once
 
+#include <string_view>
+
 namespace corvane {
 
 class Form;
 class MessageBoxes;
 class TextBox;
+struct NumberCheck;
+
+// Whether a box with that check takes the text.
+[[nodiscard]] bool Passes(std::wstring_view text, const NumberCheck& check);
 
 // What happens when the user leaves one of the numeric option fields: its text is trimmed and
 // checked as its row says.
