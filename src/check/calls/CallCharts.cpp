@@ -170,22 +170,24 @@ int TimeX(milliseconds time) {
 }
 
 std::wstring Percentiles(const CallSummary& summary) {
-    std::wstring svg;
+    constexpr int labelWidth = 160;
+    std::wstring lines;
+    std::wstring labels;
     int y = 15;
     for (const int percent : {50, 95, 99}) {
         const milliseconds time = *summary.TimeToPop(percent);
         const int x = TimeX(time);
-        const bool roomBehind = x < (left + right) / 2;
         // The pale line below keeps the dotted one apart from the bars.
         for (const std::wstring_view style : {L"mark below", L"mark"}) {
-            svg += Join(L"<line class=\"", style, L"\" x1=\"", Number(x), L"\" x2=\"", Number(x),
-                        L"\" y1=\"", Number(y - 9), L"\" y2=\"", Number(bottom), L"\"/>");
+            lines += Join(L"<line class=\"", style, L"\" x1=\"", Number(x), L"\" x2=\"", Number(x),
+                          L"\" y1=\"", Number(y - 9), L"\" y2=\"", Number(bottom), L"\"/>");
         }
-        svg += Text(roomBehind ? L"mark" : L"mark before", roomBehind ? x + 6 : x - 6, y,
-                    Join(Number(percent), L" % within ", SecondsText(time)));
+        const bool fitsBehind = x + labelWidth < right;
+        labels += Text(fitsBehind ? L"mark" : L"mark before", fitsBehind ? x + 6 : x - 6, y,
+                       Join(Number(percent), L" % within ", SecondsText(time)));
         y += 17;
     }
-    return svg;
+    return lines + labels;
 }
 
 std::wstring TimeTable(const CallSummary& summary) {

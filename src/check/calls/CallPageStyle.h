@@ -39,14 +39,17 @@ p { margin: 0.25rem 0; max-width: 46rem; }
 }
 .facts dt { color: var(--muted); font-size: 0.8125rem; }
 .facts dd { margin: 0; font-size: 1.375rem; font-weight: 600; font-variant-numeric: tabular-nums; }
-.figures { display: grid; grid-template-columns: repeat(auto-fit, minmax(min(30rem, 100%), 1fr)); gap: 1.5rem; }
+.figures {
+  display: grid; gap: 1.5rem;
+  grid-template-columns: repeat(auto-fit, minmax(min(30rem, 100%), 1fr));
+}
 figure { margin: 0; padding: 1rem; border: 1px solid var(--line); border-radius: 0.5rem; }
 figcaption { margin-bottom: 0.75rem; font-weight: 600; }
 figure > svg { display: block; width: 100%; height: auto; overflow: visible; }
 svg text { fill: var(--muted); font-size: 15px; font-variant-numeric: tabular-nums; }
 svg .tick, svg .middle { text-anchor: middle; }
 svg .count, svg .before { text-anchor: end; }
-svg text.mark { fill: var(--text); }
+svg text.mark { fill: var(--text); stroke: var(--ground); stroke-width: 4px; paint-order: stroke; }
 svg line { stroke: var(--muted); }
 svg line.grid { stroke: var(--line); }
 svg line.mark { stroke: var(--text); stroke-dasharray: 3 3; }
@@ -66,14 +69,19 @@ pattern path { fill: none; stroke: var(--ground); stroke-width: 1.25; }
 .ignored .pattern { fill: url(#pattern-ignored); }
 .not-found .pattern { fill: url(#pattern-not-found); }
 .trouble .pattern { fill: url(#pattern-trouble); }
-.key { display: flex; flex-wrap: wrap; gap: 0.25rem 1.25rem; margin: 0.5rem 0 0; padding: 0; list-style: none; }
+.key {
+  display: flex; flex-wrap: wrap; gap: 0.25rem 1.25rem; margin: 0.5rem 0 0; padding: 0;
+  list-style: none;
+}
 .key li { display: flex; align-items: center; gap: 0.4rem; font-size: 0.8125rem; }
 details { margin-top: 0.5rem; font-size: 0.8125rem; }
 summary { color: var(--muted); cursor: pointer; }
 table { border-collapse: collapse; width: 100%; font-variant-numeric: tabular-nums; }
 caption { padding: 0 0 0.5rem; color: var(--muted); text-align: left; }
 th, td { padding: 0.375rem 0.75rem; text-align: left; vertical-align: top; font-weight: 400; }
-thead th { border-bottom: 2px solid var(--line); color: var(--muted); font-weight: 600; white-space: nowrap; }
+thead th {
+  border-bottom: 2px solid var(--line); color: var(--muted); font-weight: 600; white-space: nowrap;
+}
 tbody { border-bottom: 1px solid var(--line); }
 details tbody { border: 0; }
 .number { text-align: right; white-space: nowrap; }
