@@ -1,12 +1,10 @@
 // What CorvaneCheck tells of the runs of the program that the log holds: each outcome once.
 
-#include <algorithm>
+#include <cctype>
 #include <functional>
 
-#include "EndToEndTest.h"
-#include "support/windows/BuiltFiles.h"
+#include "CheckTest.h"
 #include "support/windows/Files.h"
-#include "support/windows/Process.h"
 
 namespace end_to_end {
 namespace {
@@ -39,29 +37,18 @@ void Record(const std::string& name, long long secondsOld) {
     AgeFile(file, secondsOld);
 }
 
-// What the checking program writes, and its exit code.
-struct Checked {
-    DWORD exitCode = 0;
-    std::string text;
-};
-
-Checked RunCalls(const std::string& arguments = "") {
-    const std::wstring output = std::wstring(dataFolder) + L"checked.txt";
-    const Process process(BuiltFile("CorvaneCheck.exe"), L"calls " + Wide(arguments), output);
-    EXPECT_TRUE(process.WaitForEnd());
-    return {process.exitCode(), ReadFileText(output).value_or("")};
-}
-
 // Single blanks, and "<s>" for a number of seconds.
 std::string Normalised(const std::string& text) {
     std::string words;
     for (const char each : text) {
-        if (each != ' ' || !words.ends_with(' '))
+        if (each != ' ' || (!words.empty() && words.back() != ' '))
             words += each;
     }
     for (size_t at = words.find(" s"); at != std::string::npos; at = words.find(" s", at + 2)) {
         const size_t begin = words.find_last_not_of("0123456789.", at - 1) + 1;
-        if (begin < at && words.find_first_not_of("abcdefghijklmnopqrstuvwxyz", at + 1) == at + 2)
+        const bool isUnit =
+            at + 2 == words.size() || !std::isalpha(static_cast<unsigned char>(words[at + 2]));
+        if (begin < at && isUnit)
             words.replace(begin, at - begin, "<>");
     }
     return words;
@@ -70,7 +57,7 @@ std::string Normalised(const std::string& text) {
 // The rows of events, without their times and the name of the column.
 Lines RowsOf(const std::string& text) {
     Lines rows;
-    for (const std::string& line : SplitLines(text, "\r\n")) {
+    for (const std::string& line : SplitLines(text, "\n")) {
         constexpr size_t timeWidth = 21;
         if (line.starts_with("20"))
             rows.push_back(Normalised(line.substr(timeWidth)));
@@ -90,10 +77,10 @@ struct Case {
 
 }  // namespace
 
-class CheckCallsTest : public EndToEndTest {
+class CheckCallsTest : public CheckTest {
 protected:
     void SetUp() override {
-        EndToEndTest::SetUp();
+        CheckTest::SetUp();
         Set("txtCOMDurationSeconds", "1");
         Set("chkLogCOMCalls", "0");
     }
@@ -113,10 +100,10 @@ TEST_P(CheckCallsOutcomeTest, IsARowOfItsOwn) {
 
     Run(each.commandLine);
 
-    const Checked checked = RunCalls();
+    const Checked checked = Check("calls");
     EXPECT_EQ(checked.exitCode, 0U);
     EXPECT_EQ(RowsOf(checked.text), Lines{each.row}) << checked.text;
-    EXPECT_NE(checked.text.find("\r\n1 call with 1 event, "), std::string::npos) << checked.text;
+    EXPECT_NE(checked.text.find("\n1 call with 1 event, "), std::string::npos) << checked.text;
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -213,7 +200,7 @@ TEST_F(CheckCallsTest, ARunThatWaitsInABoxDidNotEnd) {
     ProgramRun program = Start(ringing);
     program.Answer("OK");
 
-    const Checked checked = RunCalls();
+    const Checked checked = Check("calls");
     program.Finish();
 
     EXPECT_EQ(
@@ -223,7 +210,9 @@ TEST_F(CheckCallsTest, ARunThatWaitsInABoxDidNotEnd) {
 }
 
 TEST_F(CheckCallsTest, EventsOfACallStandTogetherInTableAndPage) {
+    CloseGoldMine();
     GoldMine();
+    GoldMineIsSpoilt();
     SetAll({{"optProcessConnect", "False"}, {"optProcessEnd", "True"}});
     Run(ringing);
     std::string log = ReadFileText(logFile()).value_or("");
@@ -231,14 +220,15 @@ TEST_F(CheckCallsTest, EventsOfACallStandTogetherInTableAndPage) {
     log += ReadFileText(logFile()).value_or("");
     WriteFileText(logFile(), log);
 
-    EXPECT_EQ(RowsOf(RunCalls("--call 42").text),
-              (Lines{"00042 ringing in 5551234567 <> s popped in a primary contact record",
-                     "00042 ended in 5551234567 found in a primary contact record; Complete Call "
-                     "filled in"}));
-    EXPECT_EQ(RunCalls("--call 43").text, "no calls\r\n");
+    EXPECT_EQ(
+        RowsOf(Check("calls --call 42").text),
+        (Lines{"00042 ringing in 5551234567 <> s popped in a primary contact record",
+               "00042 ended in 5551234567 found in Phone1 of the current record; Complete Call "
+               "filled in"}));
+    EXPECT_EQ(Check("calls --call 43").text, "no calls\n");
 
     const std::wstring page = std::wstring(dataFolder) + L"calls.html";
-    EXPECT_EQ(RunCalls("--html " + Utf8(page)).text, "Wrote " + Utf8(page) + ".\r\n");
+    EXPECT_EQ(Check("calls --html " + Utf8(page)).text, "Wrote " + Utf8(page) + ".\n");
     const std::string html = ReadFileText(page).value_or("");
     EXPECT_NE(html.find("rowspan=\"2\">00042</th>"), std::string::npos);
     EXPECT_NE(html.find("popped in a primary contact record</td>"), std::string::npos);
@@ -246,7 +236,7 @@ TEST_F(CheckCallsTest, EventsOfACallStandTogetherInTableAndPage) {
 }
 
 TEST_F(CheckCallsTest, WithoutALogItSaysWhy) {
-    const Checked checked = RunCalls();
+    const Checked checked = Check("calls");
     EXPECT_EQ(checked.exitCode, 3U);
     EXPECT_NE(checked.text.find("Could not open " + Utf8(logFile()) + ": "), std::string::npos)
         << checked.text;

@@ -137,11 +137,14 @@ bool HasDetail(Saying saying) {
 LogMessage UnderstandMessage(std::string_view message) {
     if (message.empty())
         return {};
-    const auto alike = std::ranges::equal_range(sortedForms, message[0], {},
-                                                [](const Form& each) { return each.beginning[0]; });
-    const auto* const form = std::ranges::find_if(
-        alike, [&](const Form& each) { return message.starts_with(each.beginning); });
-    if (form == alike.end())
+    const auto firstLetter = [](const Form& each) { return each.beginning[0]; };
+    const auto* form = std::ranges::lower_bound(sortedForms, message[0], {}, firstLetter);
+    const auto* const end = sortedForms.end();
+    while (form != end && firstLetter(*form) == message[0] &&
+           !message.starts_with(form->beginning)) {
+        ++form;
+    }
+    if (form == end || firstLetter(*form) != message[0])
         return WithTwoEnds(message);
     return {.saying = form->saying,
             .box = form->box,
