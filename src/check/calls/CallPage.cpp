@@ -70,8 +70,11 @@ std::wstring CallRows(const Call& call) {
                              event.identifier.empty() ? L"\x2013" : HtmlText(event.identifier),
                              L"</th><td", span, L" class=\"whole\">", HtmlText(event.number),
                              L" <span class=\"direction\">", event.direction, L"</span></td>");
-    for (std::size_t at = 0; at < call.events.size(); ++at)
-        rows += Join(at == 0 ? L"" : L"<tr>", EventCells(call.events[at]), L"</tr>");
+    std::wstring_view rowBegin;  // of the first row it stands there already
+    for (const CallEvent& each : call.events) {
+        rows += Join(rowBegin, EventCells(each), L"</tr>");
+        rowBegin = L"<tr>";
+    }
     return Join(rows, L"</tbody>\n");
 }
 
@@ -87,8 +90,8 @@ std::wstring CallsTable(const CallLog& log) {
         L"<th scope=\"col\">Time</th><th scope=\"col\">Event</th><th scope=\"col\">Outcome</th>"
         L"<th scope=\"col\">What happened</th><th scope=\"col\" class=\"number\">Up after</th>"
         L"</tr></thead>\n");
-    for (auto call = log.calls.rbegin(); call != log.calls.rend(); ++call)
-        table += CallRows(*call);
+    std::for_each(log.calls.rbegin(), log.calls.rend(),
+                  [&](const Call& call) { table += CallRows(call); });
     return Join(table, L"</table></div>");
 }
 

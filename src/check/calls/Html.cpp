@@ -1,8 +1,18 @@
 #include "check/calls/Html.h"
 
+#include <type_traits>
+
 #include "check/Table.h"
 
 namespace corvane {
+
+namespace {
+
+unsigned long CodeOf(wchar_t unit) {
+    return static_cast<std::make_unsigned_t<wchar_t>>(unit);
+}
+
+}  // namespace
 
 std::wstring HtmlText(std::wstring_view text) {
     std::wstring html;
@@ -35,15 +45,14 @@ std::string AsciiPage(std::wstring_view page) {
     std::string ascii;
     ascii.reserve(page.size());
     for (std::size_t at = 0; at < page.size(); ++at) {
-        auto code = static_cast<unsigned long>(page[at]);
+        auto code = CodeOf(page[at]);
         if (code < 0x80) {
             ascii += static_cast<char>(code);
             continue;
         }
         if (isSurrogate(code, 0xD800) && at + 1 < page.size() &&
-            isSurrogate(static_cast<unsigned long>(page[at + 1]), 0xDC00)) {
-            code = 0x10000 + ((code - 0xD800) << 10) +
-                   (static_cast<unsigned long>(page[++at]) - 0xDC00);
+            isSurrogate(CodeOf(page[at + 1]), 0xDC00)) {
+            code = 0x10000 + ((code - 0xD800) << 10) + (CodeOf(page[++at]) - 0xDC00);
         } else if (isSurrogate(code, 0xD800) || isSurrogate(code, 0xDC00)) {
             code = replacement;
         }
