@@ -11,6 +11,8 @@
 namespace corvane {
 namespace {
 
+using test::FakeOutput;
+
 struct CallsCommandTest : testing::Test {
     CallsCommandTest() {
         std::string log;
