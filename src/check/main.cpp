@@ -40,7 +40,8 @@ ProgramInfo CheckedProgram() {
 }
 
 void InRealSurroundings(const std::function<void(const CheckSurroundings&)>& body) {
-    const ComApartment apartment;
+    ComWhenNeeded com;
+    com.Enter();  // commands are read as XML before GoldMine is spoken to
     ReadOnlyRegistry registry(ReadOnlyRegistry::View::Own);
     ReadOnlyRegistry otherRegistry(ReadOnlyRegistry::View::OtherWordLength);
     const modIniFile iniFiles;
@@ -49,7 +50,7 @@ void InRealSurroundings(const std::function<void(const CheckSurroundings&)>& bod
     const WindowsShell shell;
     SystemClock clock;
     const WindowsSurvey survey;
-    GoldMineAutomation goldMine;
+    GoldMineAutomation goldMine(com);
     const MsxmlXPathReader xpath;
     body({.program = CheckedProgram(),
           .registry = registry,
