@@ -215,6 +215,14 @@ must_be "the history item" $'CO\tEnded outgoing call to (555)123-4567\t'"$record
     "$(newest_history 'RecType, Ref, Notes' | unescaped)"
 
 close_program "$goldmine_process" gmw.exe
+chapter "The log of all this, told as calls"
+check 0 calls
+must_have_found 'popped in a primary contact record'
+must_have_found '4 calls with 6 events'
+check 0 calls --html 'C:\calls.html'
+cp "$drive/calls.html" "$pictures/"
+tell "(build/demo/calls.html: the page)"
+
 chapter "Would it work now? GoldMine is closed, and somebody took the plug-in away"
 rm "$drive/3CXPhone/CommandLineAPIPlugin.dll"
 check 2 wiring

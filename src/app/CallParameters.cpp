@@ -3,6 +3,7 @@
 #include "app/Status.h"
 #include "calls/CallerID.h"
 #include "ui/form/Form.h"
+#include "util/CommandLine.h"
 #include "util/RuntimeError.h"
 #include "util/Text.h"
 
@@ -24,31 +25,8 @@ CallParameters::CommandLine CallParameters::GetCommandLine() {
     status_.WriteStatus(Join(L"Corvane ", versionText_, L" started with param(s): ", text, L"."));
     CommandLine commandLine;
     commandLine.found = true;
-    if (text.find(L'/') == std::wstring_view::npos) {
-        // A number from GoldMine, in whatever form the user typed it.
-        commandLine.tokens.emplace_back(text);
-    } else {
-        commandLine.tokens = SplitSwitches(text);
-    }
+    commandLine.tokens = CommandLineTokens(text);
     return commandLine;
-}
-
-std::vector<std::wstring> CallParameters::SplitSwitches(std::wstring_view text) {
-    std::vector<std::wstring> tokens;
-    bool open = false;
-    for (const wchar_t character : text) {
-        if (character == L'"')
-            continue;  // quotes neither end a token nor protect blanks
-        if (character == L' ') {
-            open = false;
-            continue;
-        }
-        if (!open)
-            tokens.emplace_back();
-        open = true;
-        tokens.back() += character;
-    }
-    return tokens;
 }
 
 ParsedParameters CallParameters::ParseCallParameters() {
@@ -71,12 +49,7 @@ ParsedParameters CallParameters::Parse() {
     LogMode unknownTokenMode = LogMode::Forced;
     for (std::size_t index = 0; index < tokens.size(); ++index) {
         const std::wstring& token = tokens[index];
-        const std::wstring_view name = std::wstring_view(token).substr(0, 2);
-        constexpr std::size_t valueBegin = 3;  // behind the separator, whatever it is
-        const std::wstring_view value =
-            token.size() > valueBegin
-                ? TrimTrailingBlanks(std::wstring_view(token).substr(valueBegin))
-                : std::wstring_view();
+        const auto [name, value] = SwitchIn(token);
         if (name == L"/N") {
             form_.txtNotifType.setText(value);
         } else if (name == L"/C") {

@@ -43,7 +43,6 @@ private:
     [[nodiscard]] ParsedParameters Parse();
     // One that is rejected leaves no digits of a caller ID before.
     [[nodiscard]] bool NormalizeTypedCallerID();
-    [[nodiscard]] static std::vector<std::wstring> SplitSwitches(std::wstring_view text);
     void EvaluateProcessCall();
 
     Form& form_;

@@ -5,13 +5,17 @@
 #include <string>
 #include <vector>
 
+#include "check/calls/CallsCommand.h"
 #include "check/CheckSurroundings.h"
 #include "check/Commands.h"
 #include "check/number/Number.h"
 #include "check/platform/ConsoleOutput.h"
 #include "check/platform/ReadOnlyRegistry.h"
+#include "check/platform/WindowsLogFiles.h"
 #include "check/platform/WindowsSurvey.h"
+#include "check/ReadOnly.h"
 #include "check/wiring/Wiring.h"
+#include "environment/LogPlace.h"
 #include "platform/goldmine/GoldMineAutomation.h"
 #include "platform/kit/ComApartment.h"
 #include "platform/kit/SystemLibraries.h"
@@ -63,6 +67,16 @@ void InRealSurroundings(const std::function<void(const CheckSurroundings&)>& bod
 
 using Texts = std::span<const std::wstring>;
 
+int RunCallsHere(Texts arguments, Output& output) {
+    const modFile files;
+    ReadOnlyFiles readOnly(files);
+    WindowsLogFiles logs;
+    return RunCalls(arguments, output,
+                    {.files = logs,
+                     .logPath = LogPath(WindowsShell(), readOnly, CheckedProgram().executableName),
+                     .now = LogTimeFrom(SystemClock().GetLocalTimeMs())});
+}
+
 std::vector<CheckCommand> Commands() {
     return {
         {L"wiring", wiringSummary, wiringHelp,
@@ -73,6 +87,7 @@ std::vector<CheckCommand> Commands() {
          [](Texts arguments, Output& output) {
              return RunNumber(arguments, output, &InRealSurroundings);
          }},
+        {L"calls", callsSummary, callsHelp, &RunCallsHere},
     };
 }
 

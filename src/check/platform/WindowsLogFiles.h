@@ -1,0 +1,15 @@
+#pragma once
+
+#include "check/calls/LogFiles.h"
+
+namespace corvane {
+
+// Logs as files of this computer.
+class WindowsLogFiles final : public LogFiles {
+public:
+    [[nodiscard]] std::unique_ptr<LogSource> Open(const std::wstring& path) const override;
+    [[nodiscard]] std::wstring TextFromLog(std::string_view bytes) const override;
+    void Write(const std::wstring& path, std::string_view bytes) override;
+};
+
+}  // namespace corvane
