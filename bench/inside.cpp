@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "app/Status.h"
+#include "fakes/FakeCrashLine.h"
 #include "platform/cRegistry.h"
 #include "platform/kit/Handles.h"
 #include "platform/modFile.h"
@@ -116,7 +117,8 @@ private:
     modFile files_;
     WindowsShell shell_;
     SystemClock clock_{nullptr};
-    Status status_{form_, info_, registry_, files_, shell_, clock_};
+    test::FakeCrashLine crashLine_;
+    Status status_{form_, info_, registry_, files_, shell_, clock_, crashLine_};
 };
 
 Medians Window() {

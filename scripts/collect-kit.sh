@@ -12,7 +12,7 @@ work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 rm -rf "$folder"
 mkdir -p "$folder"
-cp "$build/CorvaneTo3CX.exe" "$folder/"
+cp "$build/CorvaneTo3CX.exe" "$build/CorvaneCheck.exe" "$folder/"
 for program in gmw CallTriggerCmd ring answer; do
     cp "$build/standin/$program.exe" "$folder/"
 done

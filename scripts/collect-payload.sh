@@ -10,7 +10,7 @@ build=$top/build/$1-release
 folder=$2
 rm -rf "$folder"
 mkdir -p "$folder/docs/images"
-cp "$build/CorvaneTo3CX.exe" "$build/CorvaneTo3CX-settings.reg" "$folder/"
+cp "$build/CorvaneTo3CX.exe" "$build/CorvaneCheck.exe" "$build/CorvaneTo3CX-settings.reg" "$folder/"
 sed 's/$/\r/' "$top/packaging/settings/prepare-goldmine-users.js" >"$folder/prepare-goldmine-users.js"
 for page in LICENSE NOTICE; do
     sed 's/$/\r/' "$top/$page" >"$folder/$page.txt"

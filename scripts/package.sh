@@ -44,6 +44,7 @@ filled() {
 say "set-up"
 "$top/scripts/collect-payload.sh" x86 "$work/payload"
 sign "$work/payload/CorvaneTo3CX.exe"
+sign "$work/payload/CorvaneCheck.exe"
 even "$work/payload"
 "$top/scripts/make-installer.sh" x86 "$work/payload" "$folder/$name-setup.exe"
 

@@ -369,6 +369,7 @@ Function un.RemoveProgram
     Delete "$INSTDIR\docs\images\*.png"
     RMDir "$INSTDIR\docs\images"
     RMDir "$INSTDIR\docs"
+    Delete "$INSTDIR\CorvaneCheck.exe"
     Delete "$INSTDIR\${PROGRAM}-settings.reg"
     Delete "$INSTDIR\prepare-goldmine-users.js"
     Delete "$INSTDIR\LICENSE.txt"

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "seams/CrashLine.h"
 #include "seams/FileSystem.h"
 #include "seams/IniFiles.h"
 #include "seams/Processes.h"
@@ -31,6 +32,11 @@ public:
 
 private:
     const FileSystem& files_;
+};
+
+class NoCrashLine final : public CrashLine {
+public:
+    void Prepare(const std::wstring&, const std::wstring&, const std::wstring&) override {}
 };
 
 class ReadOnlyIniFiles final : public IniFiles {

@@ -158,7 +158,7 @@ said "CommandLineAPIPlugin.dll is missing in C:\\3CXPhone\\"
 said "is now C:\\ProgramData\\Halvorn Systems.before-setup-1"
 is "the log of before" old "$(cat "$common.before-setup-1/old.txt")"
 rm -r "$common.before-setup-1"
-for file in CorvaneTo3CX.exe uninstall.exe CorvaneTo3CX-settings.reg prepare-goldmine-users.js \
+for file in CorvaneTo3CX.exe CorvaneCheck.exe uninstall.exe CorvaneTo3CX-settings.reg prepare-goldmine-users.js \
     docs/installation.html docs/user-guide.html docs/images/caller-found.png; do
     there "$folder/$file"
 done

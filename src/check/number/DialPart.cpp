@@ -70,7 +70,9 @@ NumberPart AsNumberToDial(const std::wstring& text, const CheckSurroundings& aro
     ThreeCXIntegration threeCX(form, around.program, around.registry, files, around.shell, talk,
                                talk);
     threeCX.Discover();
-    Status status(form, around.program, around.registry, files, around.shell, around.clock);
+    NoCrashLine noCrashLine;
+    Status status(form, around.program, around.registry, files, around.shell, around.clock,
+                  noCrashLine);
     CallParameters parameters(form, status, around.program.VersionText(), text);
     static_cast<void>(parameters.ParseCallParameters());
 

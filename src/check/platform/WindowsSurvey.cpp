@@ -94,12 +94,14 @@ bool WindowsSurvey::MayList(const std::wstring& folder) const {
 std::wstring WindowsSurvey::WhyNotAppendTo(const std::wstring& file) const {
     try {
         const OwnPlace place(file);
-        place.CheckFolder();
+        if (!place.HasFolder())
+            throw MakeRuntimeError(ErrorNumber::PermissionDenied);
         if (Exists(file)) {
             const UniqueHandle opened = Open(file, FILE_APPEND_DATA);
             if (!opened)
                 ThrowLastError();
-            place.CheckFile(opened.get());
+            if (!place.HasFile(opened.get()))
+                throw MakeRuntimeError(ErrorNumber::PermissionDenied);
             return {};
         }
         // It will be made in the first folder above that is there, with the folders in between.
