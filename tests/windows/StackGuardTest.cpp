@@ -21,13 +21,13 @@ void WriteBeyondABuffer(std::size_t size) {
     std::memset(buffer, 'x', size);
 }
 
+LONG WINAPI NotAsked(EXCEPTION_POINTERS*) {
+    ExitProcess(1);
+}
+
 TEST(StackGuardTest, OverwrittenStackEndsTheProgramAtOnce) {
-    const LPTOP_LEVEL_EXCEPTION_FILTER notAsked = [](EXCEPTION_POINTERS*) -> LONG {
-        ExitProcess(1);
-        return EXCEPTION_EXECUTE_HANDLER;
-    };
     const auto overflow = [&] {
-        SetUnhandledExceptionFilter(notAsked);
+        SetUnhandledExceptionFilter(&NotAsked);
         WriteBeyondABuffer(64);
     };
     constexpr auto stackBufferOverrun = static_cast<int>(0xC0000409);
