@@ -7,6 +7,8 @@
 #include <cstdint>
 #include <cstdlib>
 
+// NOLINTBEGIN(clang-diagnostic-reserved-identifier): the names are the compiler's.
+
 extern "C" {
 
 // The compiler puts it between a function's buffers and its way back, and looks whether it is still
@@ -33,10 +35,12 @@ void __verbose_terminate_handler() {
 
 }  // namespace __gnu_cxx
 
+// NOLINTEND(clang-diagnostic-reserved-identifier)
+
 namespace {
 
 // Before all other constructors. Made of what differs from run to run, where nobody sees it.
-[[gnu::constructor(101), gnu::no_stack_protector]] void ChooseGuard() {
+__attribute__((constructor(101), no_stack_protector)) void ChooseGuard() {
     FILETIME time;
     LARGE_INTEGER count;
     GetSystemTimeAsFileTime(&time);
