@@ -25,20 +25,22 @@ Send "<GMAPI call=""StatusMsg""><data name=""Message"">Found " & WScript.Argumen
 Tell "found for " & user
 logFile.Close
 
+' The status of the reply, unescaped as far as numbers and names need it.
 Function Send(command)
-    Dim reply
-    Set reply = CreateObject("MSXML2.DOMDocument")
-    reply.async = False
-    If Not reply.loadXML(goldMine.ExecuteCommand(command)) Then
-        Tell "no reply to " & command
+    Dim reply, first, last
+    reply = goldMine.ExecuteCommand(command)
+    first = InStr(reply, "<status code=""1"">")
+    last = InStr(reply, "</status>")
+    If first = 0 Or last = 0 Then
+        Tell "no success: " & command
         WScript.Quit 1
     End If
-    Set Send = reply.documentElement
+    first = first + Len("<status code=""1"">")
+    Send = Replace(Mid(reply, first, last - first), "&amp;", "&")
 End Function
 
 Function Macro(name)
-    Macro = Send("<GMAPI call=""Macro""><data name=""Macro"">" & name & "</data></GMAPI>") _
-        .selectSingleNode("//status").text
+    Macro = Send("<GMAPI call=""Macro""><data name=""Macro"">" & name & "</data></GMAPI>")
 End Function
 
 Function CallerIsShown

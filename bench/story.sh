@@ -109,6 +109,8 @@ events() {
         contestant script 'C:\windows\system32\cscript.exe' //nologo bench/ring.vbs $second \
             '(206)555-0104' 'C:\script.log'
     } | race
+    # The script host says nothing of what it cannot run.
+    grep -q ' found for MASTER' "$drive/script.log" || fail "the script did not find the caller"
     judge_times "a call rings" program "a script for it" script 0.50
 }
 
@@ -166,6 +168,7 @@ recordings() {
 }
 
 begin_table
+rm -f "$drive/script.log"
 set_the_stage
 use_settings '"chkWriteLog"="1"' '"optProcessConnect"="False"' '"chkCreateHistory"="1"'
 start_goldmine /Fresh
@@ -200,6 +203,6 @@ judge "10000 status lines, log off" "ten times 1000" ms "$program_ms" \
 time_inside window
 judge "the window" "a bare one" ms "$program_ms" "$other_ms" 1.25
 judge "size of the program's file" "600 KB" KB \
-    "$(($(stat -c %s "$built/CorvaneTo3CX.exe") / 1000))" 600 1.00
+    "$(($(stat -c %s "$built/CorvaneTo3CX.exe") / 1024))" 600 1.00
 
 [ "$missed" -eq 0 ] || fail "goals missed: $missed"
