@@ -85,7 +85,7 @@ for page in "${pages[@]}"; do
         grep -qF "\"name\": \"$preset\"" CMakePresets.json || complain "$page" "no such preset: $preset"
     done < <(code "$page" | grep -oE -- '--preset [a-z0-9-]+' | cut -d' ' -f2 | sort -u)
     while read -r name; do
-        grep -qwE -- "[a-z0-9_]*$name[a-z0-9_]*" <<<"$builds" || complain "$page" "no such target or test: $name"
+        grep -qwE -- "[a-z0-9_]*${name}[a-z0-9_]*" <<<"$builds" || complain "$page" "no such target or test: $name"
     done < <(code "$page" | grep -oE -- '(--target|-R) [A-Za-z0-9_]+' | cut -d' ' -f2 | sort -u)
     # The pages for those who change the program name its other controls, too, and make up two.
     known=docs/settings.md
