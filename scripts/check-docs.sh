@@ -16,7 +16,7 @@ complain() {
 }
 
 # The sources, with files that are not committed yet.
-sources=$(git ls-files -co --exclude-standard | sort -u)
+sources=$(find . \( -name .git -o -path ./build -o -path ./dist \) -prune -o -type f -printf '%P\n' | sort)
 mapfile -t pages < <(grep '\.md$' <<<"$sources")
 [ "${#pages[@]}" -gt 10 ] || fail "hardly any pages"
 

@@ -26,7 +26,7 @@ sub shape {
 # Call and status of a reply, and the exact text of those that must be exact.
 sub kind_of_reply { return $_[0] =~ /^(<GMAPI call="\w+"><status code="\d">)/ ? $1 : $_[0] }
 
-my $sources = join ' ', map { read_lines($_) } split /\n/, `git ls-files 'src/*.cpp'`;
+my $sources = join ' ', map { read_lines($_) } split /\n/, `find src -name '*.cpp'`;
 my (%sent, %received);
 for (read_lines($ARGV[0] // die "usage: check-gmapi.pl <file>\n")) {
     # What a test sent by itself, under a name that the program does not know, is not meant.

@@ -84,7 +84,7 @@ complain "$page lacks a $_" for sort keys %unknown;
 # The texts in the sources: every literal of more than one word, or of one that describes an error.
 my (@literals, %all_literals);
 # The checking program says what to do in its own output.
-for my $path (split /\n/, `git ls-files 'src/*.cpp' 'src/*.h' ':!src/check/'`) {
+for my $path (split /\n/, `find src -path src/check -prune -o -name '*.cpp' -print -o -name '*.h' -print`) {
     my $source = read_file($path);
     $source =~ s{^\s*//.*$}{}mg;
     # Of the controls' table, captions and tips stand on the window; what is refused is told.

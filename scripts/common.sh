@@ -36,5 +36,9 @@ try_thrice() {
 # program_version: as the top-level CMakeLists.txt has it.
 program_version() { sed -n 's/^project(CorvaneTo3CX VERSION \([0-9.]*\) .*/\1/p' "$top/CMakeLists.txt"; }
 
-# release_time: what the files of a release bear, in seconds; that of the last commit when none is set.
-release_time() { echo "${SOURCE_DATE_EPOCH:-$(git -C "$top" log -1 --format=%ct)}"; }
+# release_time: what the files of a release bear, in seconds; that of the last commit when none is set,
+# and of the changelog where there are no commits.
+release_time() {
+    echo "${SOURCE_DATE_EPOCH:-$(git -C "$top" log -1 --format=%ct 2>/dev/null ||
+        stat -c %Y "$top/CHANGELOG.md")}"
+}
