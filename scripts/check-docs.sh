@@ -15,6 +15,9 @@ complain() {
     wrong=1
 }
 
+# matching <grep's arguments>: grep, for which finding nothing is no failure; any other still is.
+matching() { grep "$@" || [ $? -eq 1 ]; }
+
 # The sources, with files that are not committed yet.
 sources=$(find . \( -name .git -o -path ./build -o -path ./dist \) -prune -o -type f -printf '%P\n' | sort)
 mapfile -t pages < <(grep '\.md$' <<<"$sources")
@@ -42,7 +45,7 @@ anchors() {
 prose() { sed -E '/^( {4}|\t)/d; s/`[^`]*`//g' "$1"; }
 code() {
     sed -nE '/^ {4}/p' "$1"
-    sed -E '/^( {4}|\t)/d' "$1" | grep -oE '`[^`]+`' | tr -d '`' || true
+    sed -E '/^( {4}|\t)/d' "$1" | matching -oE '`[^`]+`' | tr -d '`'
 }
 
 links=0
@@ -50,7 +53,10 @@ for page in "${pages[@]}"; do
     # The practice kit's page links to what lies beside it in the kit.
     [[ $page != packaging/practice-kit/* ]] || continue
     folder=$(dirname "$page")
+    list=$(prose "$page" | matching -oE '\]\([^)]+\)' | sed 's/^](//; s/)$//' |
+        matching -vE '^(https?|mailto):')
     while read -r link; do
+        [ -n "$link" ] || continue
         links=$((links + 1))
         path=${link%%#*}
         target=$page
@@ -60,40 +66,54 @@ for page in "${pages[@]}"; do
         elif [[ $link == *'#'* ]] && ! anchors "$target" | grep -qxF -- "${link#*#}"; then
             complain "$page" "no such heading: $link"
         fi
-    done < <(prose "$page" | grep -oE '\]\([^)]+\)' | sed 's/^](//; s/)$//' |
-        grep -vE '^(https?|mailto):' || true)
+    done <<<"$list"
 done
 [ "$links" -gt 50 ] || fail "hardly any links"
 
-shown=$(cat "${pages[@]}" | grep -oE '!\[[^]]*\]\([^)]+\)' || true)
+shown=$(cat "${pages[@]}" | grep -oE '!\[[^]]*\]\([^)]+\)')
+list=$(grep '^docs/images/' <<<"$sources")
 while read -r picture; do
+    [ -n "$picture" ] || continue
     [[ $shown == *"/${picture##*/})"* ]] || complain "$picture" "shown on no page"
-done < <(grep '^docs/images/' <<<"$sources")
+done <<<"$list"
 
 builds=$(grep -hE 'add_(executable|library|custom_target|test)|corvane_add_test|foreach' -r \
     CMakeLists.txt --include=CMakeLists.txt src standin tests cmake)
 for page in "${pages[@]}"; do
     # Paths from the top, and names of files wherever they stand. "<...>" stands for many.
-    while read -r path; do
-        there "$path" || complain "$page" "no such path: $path"
-    done < <(code "$page" | grep -oE '(^|[ (])(\./)?((scripts|docs|src|tests|standin|cmake|packaging|\.ci)/[][A-Za-z0-9_.*/-]*|\./[a-z]+\.sh)([^<A-Za-z0-9_/]|$)' |
+    list=$(code "$page" | matching -oE '(^|[ (])(\./)?((scripts|docs|src|tests|standin|cmake|packaging|\.ci)/[][A-Za-z0-9_.*/-]*|\./[a-z]+\.sh)([^<A-Za-z0-9_/]|$)' |
         sed -E 's/^[ (]//; s/[^A-Za-z0-9_*/-]$//; s/\.$//' | sort -u)
+    while read -r path; do
+        [ -n "$path" ] || continue
+        there "$path" || complain "$page" "no such path: $path"
+    done <<<"$list"
+    list=$(code "$page" | matching -xE '[A-Za-z0-9_/-]+\.(cpp|h|sh|pl|cmake|idl|sql)' | sort -u)
     while read -r file; do
+        [ -n "$file" ] || continue
         grep -qE -- "(^|/)${file//./\\.}\$" <<<"$sources" || complain "$page" "no such file: $file"
-    done < <(code "$page" | grep -xE '[A-Za-z0-9_/-]+\.(cpp|h|sh|pl|cmake|idl|sql)' | sort -u)
+    done <<<"$list"
+    list=$(code "$page" | matching -oE -- '--preset [a-z0-9-]+' | cut -d' ' -f2 | sort -u)
     while read -r preset; do
+        [ -n "$preset" ] || continue
         grep -qF "\"name\": \"$preset\"" CMakePresets.json || complain "$page" "no such preset: $preset"
-    done < <(code "$page" | grep -oE -- '--preset [a-z0-9-]+' | cut -d' ' -f2 | sort -u)
-    while read -r name; do
-        grep -qwE -- "[a-z0-9_]*${name}[a-z0-9_]*" <<<"$builds" || complain "$page" "no such target or test: $name"
-    done < <(code "$page" | grep -oE -- '(--target|-R) [A-Za-z0-9_]+' | cut -d' ' -f2 | sort -u)
+    done <<<"$list"
+    # A target is named whole or by its beginning, a test by any part of its name, as ctest has it.
+    list=$(code "$page" | matching -oE -- '(--target|-R) [A-Za-z0-9_]+' | sort -u)
+    while read -r option name; do
+        [ -n "$name" ] || continue
+        [ "$option" = --target ] || name="[a-z0-9_]*$name"
+        grep -qwE -- "${name}[a-z0-9_]*" <<<"$builds" ||
+            complain "$page" "no such target or test: ${name#*\*}"
+    done <<<"$list"
     # The pages for those who change the program name its other controls, too, and make up two.
     known=docs/settings.md
     case $page in docs/architecture.md | CONTRIBUTING.md) known=src/ui/form/ControlCatalogue.h ;; esac
+    list=$(code "$page" | matching -oE '\b(chk|opt|txt)[A-Z][A-Za-z0-9]*' | sort -u |
+        matching -vxE 'chkRetry|txtRetrySeconds')
     while read -r setting; do
+        [ -n "$setting" ] || continue
         grep -qwF -- "$setting" "$known" || complain "$page" "no such setting: $setting"
-    done < <(code "$page" | grep -oE '\b(chk|opt|txt)[A-Z][A-Za-z0-9]*' | sort -u |
-        grep -vxE 'chkRetry|txtRetrySeconds' || true)
+    done <<<"$list"
 done
 
 # The guide's last table says which caption each setting has that it names.
@@ -102,8 +122,10 @@ while IFS='|' read -r _ name _ caption _; do
     grep -F -- "|$name|" docs/settings.md | tr -s ' ' | grep -qF -- "|$caption|" ||
         complain docs/user-guide.md "another caption in docs/settings.md:$name"
 done <<<"$table"
+list=$(code docs/user-guide.md | grep -oE '\b(chk|opt|txt)[A-Z][A-Za-z0-9]*' | sort -u)
 while read -r setting; do
+    [ -n "$setting" ] || continue
     [[ $table == *"| \`$setting\` |"* ]] || complain docs/user-guide.md "without its caption: $setting"
-done < <(code docs/user-guide.md | grep -oE '\b(chk|opt|txt)[A-Z][A-Za-z0-9]*' | sort -u)
+done <<<"$list"
 
 exit "$wrong"

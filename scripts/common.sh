@@ -33,6 +33,16 @@ try_thrice() {
     return 1
 }
 
+# wait_until <what> <command...>: polls, and gives up after as many seconds as patience says, or 30.
+wait_until() {
+    local what=$1 deadline=$((SECONDS + ${patience:-30}))
+    shift
+    until "$@"; do
+        [ "$SECONDS" -lt "$deadline" ] || fail "waited in vain until $what"
+        sleep 0.1
+    done
+}
+
 # program_version: as the top-level CMakeLists.txt has it.
 program_version() { sed -n 's/^project(CorvaneTo3CX VERSION \([0-9.]*\) .*/\1/p' "$top/CMakeLists.txt"; }
 

@@ -17,16 +17,6 @@ program='C:\CorvaneTo3CX\CorvaneTo3CX.exe'
 
 wine() { "$top/scripts/wine-$architecture.sh" "$@"; }
 
-# wait_until <what> <command...>: polls, and gives up after 30 seconds.
-wait_until() {
-    local what=$1 deadline=$((SECONDS + 30))
-    shift
-    until "$@"; do
-        [ "$SECONDS" -lt "$deadline" ] || fail "waited in vain until $what"
-        sleep 0.1
-    done
-}
-
 line_count() { if [ -f "$1" ]; then wc -l <"$1"; else echo 0; fi; }
 lines_after() { if [ -f "$1" ]; then tail -n "+$(($2 + 1))" "$1"; fi; }
 

@@ -7,6 +7,8 @@ set -euo pipefail
 here=$(cd "$(dirname "$0")" && pwd -P)
 # shellcheck source=scripts/common.sh
 . "$here/../../scripts/common.sh"
+# shellcheck disable=SC2034  # wait_until reads it.
+patience=60
 architecture=$1
 build=$top/build/$architecture-release
 
@@ -39,14 +41,6 @@ wrong() {
 is() { [ "$2" = "$3" ] || wrong "$1 is '$3' and not '$2'"; }
 there() { [ -e "$1" ] || wrong "$1 is missing"; }
 gone() { [ ! -e "$1" ] || wrong "$1 is still there"; }
-wait_until() {
-    local what=$1 deadline=$((SECONDS + 60))
-    shift
-    until "$@"; do
-        [ "$SECONDS" -lt "$deadline" ] || fail "waited in vain until $what"
-        sleep 0.2
-    done
-}
 
 # run <expected exit code> <words...>: as an administrator's command file does, without quotation
 # marks around /D=; what it said goes to $work/said.

@@ -4,6 +4,8 @@ set -euo pipefail
 here=$(cd "$(dirname "$0")" && pwd -P)
 # shellcheck source=scripts/common.sh
 . "$here/../../scripts/common.sh"
+# shellcheck disable=SC2034  # wait_until reads it.
+patience=60
 
 if [ "${CORVANE_KIT_TEST:-}" != yes ]; then
     export CORVANE_KIT_TEST=yes CORVANE_WINEPREFIX=$top/build/wine/practice-kit
@@ -24,14 +26,6 @@ script() {
     [ "$code" -eq "$1" ] || failed "$2 ended with $code: $(cat "$work/said")"
 }
 press() { wine 'C:\CorvanePractice\answer.exe' "$@" >"$work/box" || failed "no answer to $*: $(cat "$work/box")"; }
-wait_until() {
-    local what=$1 deadline=$((SECONDS + 60))
-    shift
-    until "$@"; do
-        [ "$SECONDS" -lt "$deadline" ] || failed "waited in vain until $what"
-        sleep 0.2
-    done
-}
 clients_can_connect() { [ "$(grep -csx '# clients can connect' "$kit/journal.txt")" = "$1" ]; }
 key_is_there() { wine reg query "$1" /reg:32 >/dev/null 2>&1; }
 
