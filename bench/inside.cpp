@@ -1,10 +1,9 @@
 // Times what the program does within a run, beside the least that does the same:
 //   inside newest <folder>   the newest recording, beside one pass over the folder
-//   inside log <lines>       status lines in the log, beside opening, appending and closing for
-//   each inside status <lines>    the same lines without a log inside window            the window,
-//   beside one with as many plain controls
-// Prints the milliseconds of the program's and of the other, if there is one: medians of several
-// times.
+//   inside log <lines>       status lines in the log, beside opening, appending, closing for each
+//   inside status <lines>    the same lines without a log
+//   inside window            the window, beside one with as many plain controls
+// Prints the milliseconds of the program's and of the other, or 0: medians of several times.
 #include <algorithm>
 #include <cstdio>
 #include <functional>

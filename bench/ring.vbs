@@ -4,10 +4,15 @@
 Option Explicit
 
 Dim goldMine, logFile
-Set goldMine = CreateObject("PracticeGoldMine.UserInterface")
 Set logFile = CreateObject("Scripting.FileSystemObject").OpenTextFile(WScript.Arguments(2), 8, True)
 
 Tell "started for " & WScript.Arguments(0)
+' Making the object would start a GoldMine that nobody opened.
+If Not GoldMineRuns Then
+    Tell "GoldMine is not running"
+    WScript.Quit 0
+End If
+Set goldMine = CreateObject("PracticeGoldMine.UserInterface")
 Tell "GoldMine " & Macro("&amp;Version") & " in " & Macro("&amp;ProgramDataDir")
 Dim user
 user = Macro("&amp;UserName")
@@ -24,6 +29,13 @@ Send "<GMAPI call=""StatusMsg""><data name=""Message"">Found " & WScript.Argumen
     "</data><data name=""Delay"">10</data></GMAPI>"
 Tell "found for " & user
 logFile.Close
+
+Function GoldMineRuns
+    Dim processes
+    Set processes = GetObject("winmgmts:\\.\root\cimv2").ExecQuery( _
+        "Select Name from Win32_Process Where Name = 'gmw.exe'")
+    GoldMineRuns = processes.Count > 0
+End Function
 
 ' The status of the reply, unescaped as far as numbers and names need it.
 Function Send(command)

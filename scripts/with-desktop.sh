@@ -39,6 +39,15 @@ if [ "${CORVANE_DESKTOP_LOCK:-}" != "$prefix" ]; then
     CORVANE_DESKTOP_LOCK=$prefix exec flock --close "$prefix.lock" "$0" "$architecture" "$@"
 fi
 
+# All of a session shares one core: program and Wine server wait for each other by turns, and to wake
+# another core takes far longer than what it then does. The two architectures take different ones.
+cores=$(sed -n 's/^Cpus_allowed_list:[[:space:]]*//p' /proc/self/status)
+case $architecture in
+x64) core=${cores%%[-,]*} ;;
+x86) core=${cores##*[-,]} ;;
+esac
+taskset --cpu-list --pid "$core" $$ >/dev/null || fail "cannot stay on core $core"
+
 xvfb=
 server_started=
 # shellcheck disable=SC2317  # Called by the trap.

@@ -23,6 +23,11 @@ GoldMineProcess::GoldMineProcess(Form& form, Processes& processes, StatusWriter&
     : form_(form), processes_(processes), status_(status), boxes_(boxes) {}
 
 std::optional<ProcessId> GoldMineProcess::IsProcessRunning(std::wstring_view executableName) const {
+    return FirstRunning({executableName});
+}
+
+std::optional<ProcessId> GoldMineProcess::FirstRunning(
+    std::initializer_list<std::wstring_view> executableNames) const {
     const ProcessId own = processes_.OwnProcessId();
     const auto ownSession = processes_.SessionOf(own);
     if (!ownSession.value) {
@@ -33,12 +38,14 @@ std::optional<ProcessId> GoldMineProcess::IsProcessRunning(std::wstring_view exe
                  L".", lineBreak, L"LastError ", std::to_wstring(ownSession.lastError), L".");
         throw error;
     }
-    for (const ProcessEntry& entry : processes_.Snapshot()) {
-        if (ExecutableName(entry.nameField) != executableName)
-            continue;
-        // On a terminal server, other users' clients run beside ours.
-        if (processes_.SessionOf(entry.id).value == ownSession.value)
-            return entry.id;
+    const std::vector<ProcessEntry> entries = processes_.Snapshot();
+    for (const std::wstring_view executableName : executableNames) {
+        for (const ProcessEntry& entry : entries) {
+            // On a terminal server, other users' clients run beside ours.
+            if (ExecutableName(entry.nameField) == executableName &&
+                processes_.SessionOf(entry.id).value == ownSession.value)
+                return entry.id;
+        }
     }
     return std::nullopt;
 }
@@ -68,8 +75,7 @@ bool GoldMineProcess::FindGoldMineExecutable() {
 }
 
 std::optional<ProcessId> GoldMineProcess::RunningClient() const {
-    const auto id = IsProcessRunning(L"gmw.exe");
-    return id ? id : IsProcessRunning(L"gmw6.exe");
+    return FirstRunning({L"gmw.exe", L"gmw6.exe"});
 }
 
 bool GoldMineProcess::FindExecutable() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <initializer_list>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -32,6 +33,10 @@ public:
     [[nodiscard]] std::optional<ProcessId> IsProcessRunning(std::wstring_view executableName) const;
 
 private:
+    // The first of the names that runs, in one look at the system: to list the processes takes
+    // long.
+    [[nodiscard]] std::optional<ProcessId> FirstRunning(
+        std::initializer_list<std::wstring_view> executableNames) const;
     // True with the path, false with the reason in its place.
     [[nodiscard]] bool GetProcessPath(ProcessId id, std::wstring& pathOrReason) const;
     [[nodiscard]] bool GetProcessImagePath(ProcessHandle handle, std::wstring& pathOrReason) const;

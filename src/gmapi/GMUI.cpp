@@ -89,7 +89,7 @@ std::optional<std::wstring> GMUI::SelectNodeAsItStands(const std::wstring& reply
 
 std::wstring GMUI::StatusValue(const std::wstring& reply) const {
     const auto plain = PlainStatus(reply);
-    return plain ? std::wstring(*plain) : Unescape(SelectNode(reply, L"/GMAPI/status"));
+    return Unescape(plain ? *plain : SelectNode(reply, L"/GMAPI/status"));
 }
 
 void GMUI::Release() noexcept {

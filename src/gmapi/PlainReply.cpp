@@ -26,17 +26,51 @@ bool TakeWord(std::wstring_view& text) {
     return found;
 }
 
-bool IsPlainText(std::wstring_view text) {
-    const bool blanksInside = !text.starts_with(L' ') && !text.ends_with(L' ') &&
-                              text.find(L"  ") == std::wstring_view::npos;
-    return blanksInside && std::ranges::all_of(text, [](wchar_t each) {
-               return each >= L' ' && each < 0x7F && each != L'<' && each != L'&' && each != L'>';
-           });
+// The sign that a reference at the text's front stands for; taken off. A blank beside one is left
+// to a reader, which may trim there.
+std::optional<wchar_t> TakeReference(std::wstring_view& text) {
+    struct Reference {
+        std::wstring_view written;
+        wchar_t sign;
+    };
+    static constexpr Reference references[] = {
+        {L"&amp;", L'&'}, {L"&lt;", L'<'}, {L"&gt;", L'>'}, {L"&quot;", L'"'}, {L"&apos;", L'\''},
+    };
+    for (const Reference& reference : references) {
+        if (Take(text, reference.written) && !text.starts_with(L' '))
+            return reference.sign;
+    }
+    return std::nullopt;
+}
+
+// The text with its references resolved, if that is all there is to do.
+std::optional<std::wstring> PlainText(std::wstring_view text) {
+    if (text.starts_with(L' ') || text.ends_with(L' '))
+        return std::nullopt;
+    std::wstring plain;
+    while (!text.empty()) {
+        const wchar_t next = text.front();
+        const bool afterBlank = plain.ends_with(L' ');
+        if (next == L'&') {
+            const auto sign = TakeReference(text);
+            if (!sign || afterBlank)
+                return std::nullopt;
+            plain += *sign;
+            continue;
+        }
+        if (next < L' ' || next >= 0x7F || next == L'<' || next == L'>' ||
+            (next == L' ' && afterBlank)) {
+            return std::nullopt;
+        }
+        plain += next;
+        text.remove_prefix(1);
+    }
+    return plain;
 }
 
 }  // namespace
 
-std::optional<std::wstring_view> PlainStatus(std::wstring_view reply) {
+std::optional<std::wstring> PlainStatus(std::wstring_view reply) {
     constexpr std::wstring_view end = L"</status></GMAPI>";
     if (!Take(reply, L"<GMAPI call=\"") || !TakeWord(reply) ||
         !Take(reply, L"\"><status code=\"") || !TakeWord(reply) || !Take(reply, L"\">") ||
@@ -44,9 +78,7 @@ std::optional<std::wstring_view> PlainStatus(std::wstring_view reply) {
         return std::nullopt;
     }
     reply.remove_suffix(end.size());
-    if (!IsPlainText(reply))
-        return std::nullopt;
-    return reply;
+    return PlainText(reply);
 }
 
 }  // namespace corvane

@@ -1,7 +1,5 @@
 #include "windows/ContactWindow.h"
 
-#include <commctrl.h>
-
 #include <algorithm>
 
 #include "dialing/Dialer.h"
@@ -37,22 +35,6 @@ std::wstring OnOneLine(std::wstring text) {
     std::replace(text.begin(), text.end(), L'\n', L' ');
     std::erase(text, L'\r');
     return text;
-}
-
-void FillList(HWND list, const Table& table, std::size_t firstColumn) {
-    ListView_DeleteAllItems(list);
-    for (std::size_t row = 0; row < table.rows.size(); ++row) {
-        for (std::size_t column = firstColumn; column < table.columns.size(); ++column) {
-            LVITEMW item{};
-            item.mask = LVIF_TEXT;
-            item.iItem = static_cast<int>(row);
-            item.iSubItem = static_cast<int>(column - firstColumn);
-            std::wstring text = OnOneLine(table.rows[row][column]);
-            item.pszText = text.data();
-            SendMessageW(list, item.iSubItem == 0 ? LVM_INSERTITEMW : LVM_SETITEMW, 0,
-                         reinterpret_cast<LPARAM>(&item));
-        }
-    }
 }
 
 }  // namespace
@@ -97,7 +79,8 @@ HWND ContactWindow::MakeControl(const wchar_t* controlClass, const wchar_t* text
 
 HWND ContactWindow::MakeList(int id, const std::vector<const wchar_t*>& columns) {
     const HWND list =
-        MakeControl(WC_LISTVIEWW, L"", LVS_REPORT | LVS_SINGLESEL | LVS_SHOWSELALWAYS | WS_TABSTOP,
+        MakeControl(WC_LISTVIEWW, L"",
+                    LVS_REPORT | LVS_OWNERDATA | LVS_SINGLESEL | LVS_SHOWSELALWAYS | WS_TABSTOP,
                     WS_EX_CLIENTEDGE, id);
     ListView_SetExtendedListViewStyle(list, LVS_EX_FULLROWSELECT);
     for (std::size_t i = 0; i < columns.size(); ++i) {
@@ -209,19 +192,28 @@ void ContactWindow::Refresh() {
     SetWindowTextW(handle(), contact.rows.empty()
                                  ? productName
                                  : (contact.rows.front()[0] + L" - " + productName).c_str());
-    FillList(additional_,
-             desk_.database().Run(L"select Contact, Title, Phone, Ext, Fax from ContSupp where "
-                                  L"AccountNo = ? and RecType = 'C' order by rowid",
-                                  {account_}),
-             0);
-    const Table history = desk_.database().Run(
-        L"select RecID, OnDate, OnTime, UserID, RecType, Ref, Notes from ContHist where "
+    additionalContacts_ = desk_.database().Run(
+        L"select Contact, Title, Phone, Ext, Fax from ContSupp where "
+        L"AccountNo = ? and RecType = 'C' order by rowid",
+        {account_});
+    historyItems_ = desk_.database().Run(
+        L"select OnDate, OnTime, UserID, RecType, Ref, Notes, RecID from ContHist where "
         L"AccountNo = ? order by OnDate desc, OnTime desc, rowid desc",
         {account_});
-    FillList(history_, history, 1);
-    historyIds_.clear();
-    for (const Row& row : history.rows)
-        historyIds_.push_back(row[0]);
+    ListView_SetItemCount(additional_, static_cast<int>(additionalContacts_.rows.size()));
+    ListView_SetItemCount(history_, static_cast<int>(historyItems_.rows.size()));
+}
+
+void ContactWindow::TellListText(const NMLVDISPINFOW& asked) const {
+    const LVITEMW& item = asked.item;
+    const Table& table = asked.hdr.idFrom == IDC_HISTORY ? historyItems_ : additionalContacts_;
+    const auto row = static_cast<std::size_t>(item.iItem);
+    if ((item.mask & LVIF_TEXT) == 0 || item.cchTextMax <= 0 || row >= table.rows.size())
+        return;
+    const std::wstring text = OnOneLine(table.rows[row][static_cast<std::size_t>(item.iSubItem)]);
+    const std::size_t length =
+        text.copy(item.pszText, static_cast<std::size_t>(item.cchTextMax) - 1);
+    item.pszText[length] = L'\0';
 }
 
 void ContactWindow::ShowStatus(const std::wstring& message, long seconds) {
@@ -300,8 +292,9 @@ void ContactWindow::DialPhone(std::size_t phone) {
 }
 
 void ContactWindow::OnListOpened(int list, int item) {
-    if (list == IDC_HISTORY && item >= 0 && static_cast<std::size_t>(item) < historyIds_.size())
-        desk_.OpenHistoryItem(historyIds_[static_cast<std::size_t>(item)]);
+    const std::vector<Row>& rows = historyItems_.rows;
+    if (list == IDC_HISTORY && item >= 0 && static_cast<std::size_t>(item) < rows.size())
+        desk_.OpenHistoryItem(rows[static_cast<std::size_t>(item)].back());
 }
 
 LRESULT ContactWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -328,6 +321,8 @@ LRESULT ContactWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
             if (notification->code == LVN_ITEMACTIVATE) {
                 OnListOpened(static_cast<int>(notification->idFrom),
                              reinterpret_cast<const NMITEMACTIVATE*>(lParam)->iItem);
+            } else if (notification->code == LVN_GETDISPINFOW) {
+                TellListText(*reinterpret_cast<const NMLVDISPINFOW*>(lParam));
             }
             return 0;
         }

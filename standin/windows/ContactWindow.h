@@ -2,9 +2,12 @@
 
 #include <windows.h>
 
+#include <commctrl.h>
+
 #include <string>
 #include <vector>
 
+#include "data/Database.h"
 #include "shared/Handles.h"
 
 namespace practice {
@@ -39,6 +42,8 @@ private:
     void Arrange();
     void OnMenu(int command);
     void OnListOpened(int list, int item);
+    // A list asks for the text of what it draws: a contact may have thousands of history items.
+    void TellListText(const NMLVDISPINFOW& asked) const;
     // Dials Phone1, Phone2 or Phone3, told by its place from 0 on.
     void DialPhone(std::size_t phone);
     void Step(int direction);
@@ -63,7 +68,9 @@ private:
     HWND history_ = nullptr;
     HWND statusBar_ = nullptr;
     std::wstring account_;
-    std::vector<std::wstring> historyIds_;  // of the rows in the history list
+    // What the lists show; the last column of the history is the record's id.
+    Table additionalContacts_;
+    Table historyItems_;
 };
 
 }  // namespace practice

@@ -1,7 +1,8 @@
 // The least that a client of the practice GoldMine can be: connects, listens to its events, sends
 // the commands of its command line, and ends. Fails with what COM answered.
 //   bare_client.exe <command>... [/Start:<command line>]
-// What is to be started is started after them, and not waited for.
+// "{area}" in a command stands for what GoldMine answered to the last Open. What is to be started
+// is started after them, and not waited for.
 #include <windows.h>
 
 #include <oaidl.h>
@@ -10,6 +11,7 @@
 
 #include <cwchar>
 #include <initializer_list>
+#include <string>
 
 namespace {
 
@@ -50,14 +52,30 @@ public:
 
 #pragma GCC diagnostic pop
 
-HRESULT Send(IDispatch& goldMine, const wchar_t* command) {
+// What stands between the tags of a reply's status.
+std::wstring StatusOf(const VARIANT& reply) {
+    const std::wstring text = reply.vt == VT_BSTR && reply.bstrVal ? reply.bstrVal : L"";
+    const size_t status = text.find(L"<status");
+    const size_t first = text.find(L'>', status);
+    const size_t last = text.find(L'<', first);
+    return status < first && first < last ? text.substr(first + 1, last - first - 1) : L"";
+}
+
+HRESULT Send(IDispatch& goldMine, std::wstring command) {
+    static std::wstring area;
+    static const std::wstring areaPlace = L"{area}";
+    if (const size_t place = command.find(areaPlace); place != std::wstring::npos)
+        command.replace(place, areaPlace.size(), area);
+
     VARIANT argument{};
     argument.vt = VT_BSTR;
-    argument.bstrVal = SysAllocString(command);
+    argument.bstrVal = SysAllocString(command.c_str());
     DISPPARAMS parameters{&argument, nullptr, 1, 0};
     VARIANT reply{};
     const HRESULT result = goldMine.Invoke(executeCommand, IID_NULL, LOCALE_USER_DEFAULT,
                                            DISPATCH_METHOD, &parameters, &reply, nullptr, nullptr);
+    if (command.starts_with(L"<GMAPI call=\"Open\""))
+        area = StatusOf(reply);
     VariantClear(&argument);
     VariantClear(&reply);
     return result;

@@ -11,30 +11,48 @@ namespace {
 constexpr const wchar_t* notPlain = L"(not plain)";
 
 std::wstring Plain(const std::wstring& reply) {
-    return std::wstring(PlainStatus(reply).value_or(notPlain));
+    return PlainStatus(reply).value_or(notPlain);
 }
 
 std::wstring Reply(const std::wstring& text) {
     return L"<GMAPI call=\"Macro\"><status code=\"1\">" + text + L"</status></GMAPI>";
 }
 
-class PlainReplyTest : public testing::TestWithParam<const wchar_t*> {};
+struct Read {
+    const wchar_t* written;
+    const wchar_t* text;
+};
+
+class PlainReplyTest : public testing::TestWithParam<Read> {};
 
 // Each is read as an XML reader reads it.
 TEST_P(PlainReplyTest, TextWithoutMarkupIsFoundAndIsWhatAnXmlReaderSays) {
     [[maybe_unused]] const TestApartment apartment;
-    const std::wstring reply = Reply(GetParam());
+    const std::wstring reply = Reply(GetParam().written);
 
-    EXPECT_EQ(Plain(reply), GetParam());
+    EXPECT_EQ(Plain(reply), GetParam().text);
     EXPECT_EQ(TestXPathReader().SelectNode(reply, L"/GMAPI/status", NodeForm::Text,
                                            WhiteSpace::ReadersOwn),
-              GetParam());
+              GetParam().text);
 }
 
+constexpr const wchar_t* ownSigns = L"O'Hara \"and\" Sons; 50% #1 = a/b";
+constexpr const wchar_t* otherSigns = L"~!@$^*_+{}|[]?,.";
+
 INSTANTIATE_TEST_SUITE_P(Texts, PlainReplyTest,
-                         testing::Values(L"", L"2014.1", L"Success", L"C:\\Gold Mine\\",
-                                         L"(555)123-4567 x89", L"O'Hara \"and\" Sons; 50% #1 = a/b",
-                                         L"]]", L"~!@$^*_+{}|[]?,."));
+                         testing::Values(Read{L"", L""}, Read{L"2014.1", L"2014.1"},
+                                         Read{L"Success", L"Success"},
+                                         Read{L"C:\\Gold Mine\\", L"C:\\Gold Mine\\"},
+                                         Read{L"(555)123-4567 x89", L"(555)123-4567 x89"},
+                                         Read{ownSigns, ownSigns}, Read{L"]]", L"]]"},
+                                         Read{otherSigns, otherSigns}));
+
+INSTANTIATE_TEST_SUITE_P(References, PlainReplyTest,
+                         testing::Values(Read{L"HK4Q$1&amp;amp;279GV375", L"HK4Q$1&amp;279GV375"},
+                                         Read{L"&amp;", L"&"}, Read{L"&lt;&gt;", L"<>"},
+                                         Read{L"a&quot;b&apos;c", L"a\"b'c"},
+                                         Read{L"&amp;lt;x", L"&lt;x"}, Read{L"&amp;&amp;", L"&&"},
+                                         Read{L"]]&gt;", L"]]>"}));
 
 class NotPlainReplyTest : public testing::TestWithParam<std::wstring> {};
 
@@ -56,9 +74,11 @@ INSTANTIATE_TEST_SUITE_P(
                     L"<GMAPI call=\"Macro\"><status code=\"1\">x</status><data>y</data></GMAPI>",
                     L"<gmapi call=\"Macro\"><status code=\"1\">x</status></gmapi>",
                     L"<GMAPI call=\"Macro\"><status code=\"1\">x</status>", Reply(L" x"),
-                    Reply(L"x "), Reply(L"x  y"), Reply(L"x\ty"), Reply(L"x\ny"), Reply(L"a&amp;b"),
-                    Reply(L"a&b"), Reply(L"a>b"), Reply(L"a<b/>"), Reply(L"\x00FC"),
-                    Reply(std::wstring(L"\0", 1)), Reply(L"\x0001"), Reply(L"\x007F")));
+                    Reply(L"x "), Reply(L"x  y"), Reply(L"x\ty"), Reply(L"x\ny"), Reply(L"a&#38;b"),
+                    Reply(L"a&b"), Reply(L"a &amp;b"), Reply(L"a&amp; b"), Reply(L"a&amp; "),
+                    Reply(L"a&amp"), Reply(L"a&AMP;b"), Reply(L"a&nbsp;b"), Reply(L"&"),
+                    Reply(L"a>b"), Reply(L"a<b/>"), Reply(L"\x00FC"), Reply(std::wstring(L"\0", 1)),
+                    Reply(L"\x0001"), Reply(L"\x007F")));
 
 }  // namespace
 }  // namespace corvane::test
