@@ -48,30 +48,65 @@ build() {
     fi
 }
 
-# run_kind <native|x64|x86> [ctest args]: configures, builds and tests; ctest's end goes into a file.
-run_kind() {
-    local kind=$1 preset desktop=()
+# build_kind <native|x64|x86>
+build_kind() {
+    local preset
+    preset=$(preset_of "$1")
+    say "$preset: configure and build ($((SECONDS - began)) s so far)"
+    cmake --preset "$preset" >"build/test/$1.configure.log" 2>&1 ||
+        { cat "build/test/$1.configure.log" >&2; return 1; }
+    build "$preset" "build/test/$1.build.log"
+}
+
+preset_of() { [ "$1" = native ] && echo native-asan || echo "$1-release"; }
+
+# test_kind <native|x64|x86> [ctest args]: ctest's end goes into a file. A Windows desktop has one
+# core, and nothing gains by running beside another test there.
+test_kind() {
+    local kind=$1 desktop=() jobs
     shift
-    case $kind in
-    native) preset=native-asan ;;
-    *)
-        preset=$kind-release
+    jobs=$(nproc)
+    if [ "$kind" != native ]; then
         desktop=(scripts/with-desktop.sh "$kind")
-        ;;
-    esac
-    say "$preset: configure and build"
-    cmake --preset "$preset" >"build/test/$kind.configure.log" 2>&1 ||
-        { cat "build/test/$kind.configure.log" >&2; return 1; }
-    build "$preset" "build/test/$kind.build.log" || return 1
-    say "$preset: tests ($((SECONDS - began)) s so far)"
-    "${desktop[@]}" ctest --preset "$preset" -V -j "$(nproc)" "$@" 2>&1 |
-        tee "build/test/$kind.log" | awk -f scripts/test-output.awk
+        jobs=1
+    fi
+    say "$kind: tests ($((SECONDS - began)) s so far)"
+    "${desktop[@]}" ctest --preset "$(preset_of "$kind")" -V -j "$jobs" "$@" 2>&1 |
+        tee "build/test/$kind.log" | awk -v "kind=$kind" -f scripts/test-output.awk
 }
 
 failed=()
+built=()
 for kind in "${kinds[@]}"; do
     rm -f "build/test/$kind.log"
-    run_kind "$kind" "$@" || failed+=("$kind")
+    if build_kind "$kind"; then
+        built+=("$kind")
+    else
+        failed+=("$kind")
+    fi
+done
+
+# The native tests take all cores; then each of the Windows desktops takes its own, in a process
+# group that can be ended whole.
+declare -A running
+end_tests() {
+    local kind
+    for kind in "${!running[@]}"; do
+        kill -- "-${running[$kind]}" 2>/dev/null || :
+    done
+    exit 130
+}
+[[ " ${built[*]} " != *" native "* ]] || test_kind native "$@" || failed+=(native)
+trap end_tests INT TERM
+set -m
+for kind in "${built[@]}"; do
+    [ "$kind" != native ] || continue
+    test_kind "$kind" "$@" </dev/null &
+    running[$kind]=$!
+done
+set +m
+for kind in "${!running[@]}"; do
+    wait "${running[$kind]}" || failed+=("$kind")
 done
 
 say "summary"

@@ -2,10 +2,11 @@
 #   - which test programs run and how they ended; now and then, how many tests one of them has passed;
 #   - all that a failed one printed, but for its tests that passed;
 #   - at the end, what is left of one that did not end.
+# Several of them may print by turns, so each names its kind of test.
 
 # print_now: nobody waits for a full buffer.
 function print_now(text) {
-    print text
+    print kind ": " text
     fflush()
 }
 
@@ -34,7 +35,7 @@ function print_now(text) {
         passed[number]++
         if (systime() - told >= 20) {
             told = systime()
-            print_now(sprintf("   %s: %d of %d", name[number], passed[number], total[number]))
+            print_now(sprintf("  %s: %d of %d", name[number], passed[number], total[number]))
         }
     } else if (line ~ /^\[  FAILED  \].*ms\)$/) {
         said[number] = said[number] test[number] ORS
