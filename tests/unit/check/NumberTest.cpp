@@ -3,7 +3,9 @@
 #include <algorithm>
 
 #include "check/Arguments.h"
+#include "check/number/NumberParts.h"
 #include "CheckFixture.h"
+#include "Maskable.h"
 #include "support/Gmapi.h"
 #include "unit/PlayedGoldMine.h"
 #include "util/Text.h"
@@ -23,6 +25,16 @@ Told Number(const std::vector<std::wstring>& arguments, const SetUp& setUp) {
     Told told;
     told.exitCode = RunNumber(arguments, output, On(setUp));
     EXPECT_EQ(output.errors, L"");
+    On(setUp)([&](const CheckSurroundings& around) {
+        for (const NumberPart& part :
+             {AsCallerID(arguments.front(), around), AsNumberToDial(arguments.front(), around)}) {
+            for (const auto& [what, text] : part.rows) {
+                if (what == L"asked" || what == L"then" || what.find(L' ') != std::wstring::npos)
+                    ExpectMaskable(what == L"searched as" ? L"" : text);
+            }
+            std::ranges::for_each(part.warnings, &ExpectMaskable);
+        }
+    });
     for (std::wstring line : Split(output.written, L'\n')) {
         while (line.find(L"  ") != std::wstring::npos)
             line = ReplaceAll(line, L"  ", L" ");
