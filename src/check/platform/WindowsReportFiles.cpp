@@ -31,7 +31,7 @@ void WindowsReportFiles::WriteNew(const std::wstring& path, std::string_view byt
     try {
         WriteBytes(file.get(), bytes, path);
         file = UniqueHandle();
-        if (!MoveFileExW(part.c_str(), path.c_str(), 0))
+        if (!MoveFileW(part.c_str(), path.c_str()))
             ThrowFileError(L"Could not write", path);
     } catch (...) {
         file = UniqueHandle();

@@ -71,7 +71,9 @@ std::vector<Version> Versions(const CheckSurroundings& around) {
     const auto add = [&](std::wstring_view what, const std::wstring& file) {
         const std::wstring version =
             file.empty() ? std::wstring() : around.survey.FileVersion(file);
-        versions.push_back({what, version.empty() ? std::wstring(L"unknown") : version, file});
+        const bool hasPlace = file.find(L'\\') != std::wstring::npos;
+        versions.push_back({what, version.empty() ? std::wstring(L"unknown") : version,
+                            hasPlace ? file : std::wstring()});
     };
     add(L"CorvaneTo3CX", around.program.ExecutablePath());
     if (running)
