@@ -223,6 +223,18 @@ check 0 calls --html 'C:\calls.html'
 cp "$drive/calls.html" "$pictures/"
 tell "(build/demo/calls.html: the page)"
 
+chapter "All of that for support, in one file, with numbers and names masked"
+rm -f "$drive/report.zip" # of an earlier demonstration: no report replaces a file
+check 0 report 'C:\report.zip' --number 5551234567
+must_have_found 'Masked: '
+cp "$drive/report.zip" "$pictures/"
+in_report() { unzip -p "$drive/report.zip" "$@"; }
+unzip -tqq "$drive/report.zip" || fail "the report is no archive"
+! grep -qE '5551234567|123-4567' <<<"$(in_report)" || fail "a number stands in the report"
+tell "What it says of itself, and the calls in it:"
+in_report contents.txt calls.txt | sed 's/^\xef\xbb\xbf//' | indented
+tell "(build/demo/report.zip: the report)"
+
 chapter "Would it work now? GoldMine is closed, and somebody took the plug-in away"
 rm "$drive/3CXPhone/CommandLineAPIPlugin.dll"
 check 2 wiring

@@ -2,7 +2,7 @@
 # Installs what the build, the tests or the demonstration need and this machine lacks:
 #   setup.sh build        compilers and tools
 #   setup.sh test [x86]   the same, and what runs the tests; x86 adds a 32-bit Wine
-#   setup.sh demo [x86]   the same, and what takes the screenshots
+#   setup.sh demo [x86]   the same, and what takes the screenshots and opens the report
 #   setup.sh release      the first, and what makes and signs the set-up
 #   setup.sh soak         the first, and what drives the fuzz targets for long
 # Made for Debian 12, whose release pins the versions. Installs nothing that is there already.
@@ -61,7 +61,7 @@ test)
     wanted+=("${run_packages[@]}" "${picture_packages[@]}" "${release_packages[@]}"
         clang-format clang-tidy)
     ;;
-demo) wanted+=("${run_packages[@]}" "${picture_packages[@]}") ;;
+demo) wanted+=("${run_packages[@]}" "${picture_packages[@]}" unzip) ;;
 release) wanted+=("${release_packages[@]}") ;;
 soak) wanted+=(clang libclang-rt-14-dev) ;;
 *) echo "usage: ${0##*/} build|test|demo|release|soak [x86]" >&2; exit 2 ;;

@@ -22,6 +22,9 @@ public:
     [[nodiscard]] virtual std::wstring WhyNotAppendTo(const std::wstring& file) const = 0;
     // The texts of the message boxes that a process shows.
     [[nodiscard]] virtual std::vector<std::wstring> BoxesOf(ProcessId id) const = 0;
+    // The version of a program or DLL, one without a path being Windows' own; empty when it has
+    // none.
+    [[nodiscard]] virtual std::wstring FileVersion(const std::wstring& file) const = 0;
     // Reads how GoldMine's automation is registered. Raises error 429 when it is not.
     virtual void ReadAutomationClass() const = 0;
 };

@@ -12,8 +12,10 @@
 #include "check/platform/ConsoleOutput.h"
 #include "check/platform/ReadOnlyRegistry.h"
 #include "check/platform/WindowsLogFiles.h"
+#include "check/platform/WindowsReportFiles.h"
 #include "check/platform/WindowsSurvey.h"
 #include "check/ReadOnly.h"
+#include "check/report/Report.h"
 #include "check/wiring/Wiring.h"
 #include "environment/LogPlace.h"
 #include "platform/goldmine/GoldMineAutomation.h"
@@ -67,14 +69,31 @@ void InRealSurroundings(const std::function<void(const CheckSurroundings&)>& bod
 
 using Texts = std::span<const std::wstring>;
 
-int RunCallsHere(Texts arguments, Output& output) {
+std::wstring LogPathHere() {
     const modFile files;
     ReadOnlyFiles readOnly(files);
+    return LogPath(WindowsShell(), readOnly, CheckedProgram().executableName);
+}
+
+int RunCallsHere(Texts arguments, Output& output) {
     WindowsLogFiles logs;
     return RunCalls(arguments, output,
                     {.files = logs,
-                     .logPath = LogPath(WindowsShell(), readOnly, CheckedProgram().executableName),
+                     .logPath = LogPathHere(),
                      .now = LogTimeFrom(SystemClock().GetLocalTimeMs())});
+}
+
+int RunReportHere(Texts arguments, Output& output) {
+    const WindowsLogFiles logs;
+    WindowsReportFiles files;
+    return RunReport(arguments, output,
+                     {.inSurroundings = &InRealSurroundings,
+                      .logs = logs,
+                      .files = files,
+                      .logPath = LogPathHere(),
+                      .usualFolder = WindowsShell().FolderPath(SpecialFolder::Desktop),
+                      .versionText = CheckedProgram().VersionText(),
+                      .now = LogTimeFrom(SystemClock().GetLocalTimeMs())});
 }
 
 std::vector<CheckCommand> Commands() {
@@ -88,6 +107,7 @@ std::vector<CheckCommand> Commands() {
              return RunNumber(arguments, output, &InRealSurroundings);
          }},
         {L"calls", callsSummary, callsHelp, &RunCallsHere},
+        {L"report", reportSummary, reportHelp, &RunReportHere},
     };
 }
 

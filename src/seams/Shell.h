@@ -4,7 +4,7 @@
 
 namespace corvane {
 
-enum class SpecialFolder { RoamingAppData = 26, CommonAppData = 35 };
+enum class SpecialFolder { Desktop = 16, RoamingAppData = 26, CommonAppData = 35 };
 
 class Shell {
 public:

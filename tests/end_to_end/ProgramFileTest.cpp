@@ -83,8 +83,9 @@ const std::map<std::string, const char*> windows7 = {
 const std::map<std::string, const char*> checkBesides = {
     {"advapi32.dll", "GetTokenInformation OpenProcessToken"},
     {"kernel32.dll",
-     R"(GetConsoleMode GetProcessTimes GetStdHandle GetSystemTimeAdjustment GetThreadTimes
-         SetSystemTime TerminateProcess WriteConsoleW)"},
+     R"(DeleteFileW FindResourceW GetConsoleMode GetFileSizeEx GetFullPathNameW GetProcessTimes
+         GetStdHandle GetSystemTimeAdjustment GetThreadTimes LoadResource LockResource MoveFileW
+         SetFilePointerEx SetSystemTime SizeofResource TerminateProcess WriteConsoleW)"},
     {"msvcrt.dll", "iswctype wcstol"},
     {"user32.dll",
      "EnumWindows GetClassNameW GetDlgItem GetWindowThreadProcessId SendMessageTimeoutW"},

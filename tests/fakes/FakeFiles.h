@@ -75,9 +75,17 @@ public:
         return openResult;
     }
     [[nodiscard]] std::wstring FolderPath(SpecialFolder folder) const override {
-        return folder == SpecialFolder::CommonAppData ? commonAppData : roamingAppData;
+        switch (folder) {
+            case SpecialFolder::Desktop:
+                return desktop;
+            case SpecialFolder::CommonAppData:
+                return commonAppData;
+            default:
+                return roamingAppData;
+        }
     }
 
+    std::wstring desktop = L"C:\\Users\\ann\\Desktop";
     std::wstring commonAppData = L"C:\\ProgramData";
     std::wstring roamingAppData = L"C:\\Users\\ann\\AppData\\Roaming";
     int openResult = 33;

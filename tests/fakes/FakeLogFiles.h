@@ -39,6 +39,13 @@ public:
             throw MakeRuntimeError(ErrorNumber::InvalidProcedureCall);
         return std::make_unique<FakeLogSource>(found->second);
     }
+    [[nodiscard]] LogEnd OpenEnd(const std::wstring& path, std::uint64_t most) const override {
+        static_cast<void>(Open(path));  // raises
+        const std::string& bytes = files.find(path)->second;
+        const std::size_t begin =
+            bytes.size() <= most ? 0 : bytes.size() - static_cast<std::size_t>(most);
+        return {std::make_unique<FakeLogSource>(bytes.substr(begin)), begin == 0};
+    }
     [[nodiscard]] std::wstring TextFromLog(std::string_view bytes) const override {
         std::wstring text;
         for (const char byte : bytes)

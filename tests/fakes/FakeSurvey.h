@@ -26,6 +26,10 @@ public:
         const auto found = boxes.find(id);
         return found == boxes.end() ? std::vector<std::wstring>() : found->second;
     }
+    [[nodiscard]] std::wstring FileVersion(const std::wstring& file) const override {
+        const auto found = versions.find(file);
+        return found == versions.end() ? std::wstring() : found->second;
+    }
     void ReadAutomationClass() const override {
         if (automationError)
             throw *automationError;
@@ -36,6 +40,7 @@ public:
     bool mayList = true;
     std::wstring whyNotAppend;
     std::map<ProcessId, std::vector<std::wstring>> boxes;
+    std::map<std::wstring, std::wstring> versions;
     std::optional<RuntimeError> automationError;
 };
 

@@ -25,6 +25,7 @@ TEST(WindowsShellTest, SpecialFoldersAreTheUsersAndTheComputersApplicationData) 
     ASSERT_NE(Environment(L"APPDATA"), L"");
     EXPECT_EQ(shell.FolderPath(SpecialFolder::CommonAppData), Environment(L"ProgramData"));
     EXPECT_EQ(shell.FolderPath(SpecialFolder::RoamingAppData), Environment(L"APPDATA"));
+    EXPECT_EQ(shell.FolderPath(SpecialFolder::Desktop), Environment(L"USERPROFILE") + L"\\Desktop");
 }
 
 TEST(WindowsShellTest, FolderThatTheSystemDoesNotKnowIsEmpty) {

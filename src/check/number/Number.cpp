@@ -33,15 +33,6 @@ const std::wstring_view numberHelp =
 
 namespace {
 
-std::wstring PartText(std::wstring_view title, const NumberPart& part) {
-    Table table({{}, {}, {}});
-    for (const auto& [what, text] : part.rows)
-        table.Add({L"", what, text});
-    for (const std::wstring& warning : part.warnings)
-        table.Add({L"", L"warning", warning});
-    return Join(title, L"\n", table.Text());
-}
-
 // A work that may be left behind owns all that it uses.
 NumberPart AskInTime(const std::wstring& text, const InSurroundings& inSurroundings,
                      std::chrono::milliseconds limit) {
@@ -66,6 +57,15 @@ NumberPart AskInTime(const std::wstring& text, const InSurroundings& inSurroundi
 
 }  // namespace
 
+std::wstring NumberPartText(std::wstring_view title, const NumberPart& part) {
+    Table table({{}, {}, {}});
+    for (const auto& [what, text] : part.rows)
+        table.Add({L"", what, text});
+    for (const std::wstring& warning : part.warnings)
+        table.Add({L"", L"warning", warning});
+    return Join(title, L"\n", table.Text());
+}
+
 int RunNumber(std::span<const std::wstring> given, Output& output,
               const InSurroundings& inSurroundings, std::chrono::milliseconds limit) {
     const Arguments arguments(given, {{L"--ask"}});
@@ -77,13 +77,13 @@ int RunNumber(std::span<const std::wstring> given, Output& output,
 
     int exitCode = ExitCode::fine;
     const auto tell = [&](std::wstring_view title, const NumberPart& part) {
-        output.Write(PartText(title, part));
+        output.Write(NumberPartText(title, part));
         exitCode = std::max(exitCode, part.exitCode);
     };
     inSurroundings([&](const CheckSurroundings& around) {
-        tell(L"As a caller ID", AsCallerID(text, around));
+        tell(callerIDTitle, AsCallerID(text, around));
         output.Line();
-        tell(L"As a number to dial", AsNumberToDial(text, around));
+        tell(numberToDialTitle, AsNumberToDial(text, around));
     });
     if (arguments.Has(L"--ask")) {
         output.Line();

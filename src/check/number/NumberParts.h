@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -24,10 +25,16 @@ struct NumberPart {
     }
 };
 
+inline constexpr std::wstring_view callerIDTitle = L"As a caller ID";
+inline constexpr std::wstring_view numberToDialTitle = L"As a number to dial";
+
 [[nodiscard]] NumberPart AsCallerID(const std::wstring& text, const CheckSurroundings& around);
 [[nodiscard]] NumberPart AsNumberToDial(const std::wstring& text, const CheckSurroundings& around);
 // Searches it in the GoldMine of this session, by macros and queries.
 [[nodiscard]] NumberPart AskGoldMine(const std::wstring& text, const CheckSurroundings& around);
+
+// As it is printed.
+[[nodiscard]] std::wstring NumberPartText(std::wstring_view title, const NumberPart& part);
 
 // Loads this user's settings; those that the program would not take are told as warnings.
 void LoadSettings(Form& form, const CheckSurroundings& around, NumberPart& part);

@@ -1,6 +1,7 @@
 #include "check/platform/WindowsSurvey.h"
 
 #include <array>
+#include <cstring>
 #include <utility>
 
 #include "platform/goldmine/GoldMineTypeLibrary.h"
@@ -55,6 +56,8 @@ struct Search {
     DWORD process;
     std::vector<std::wstring> texts;
 };
+
+using UniqueModule = Unique<HMODULE, &FreeLibrary>;
 
 BOOL CALLBACK NoteBox(HWND window, LPARAM parameter) {
     Search& search = *reinterpret_cast<Search*>(parameter);
@@ -121,6 +124,34 @@ std::vector<std::wstring> WindowsSurvey::BoxesOf(ProcessId id) const {
     Search search{id, {}};
     EnumWindows(&NoteBox, reinterpret_cast<LPARAM>(&search));
     return std::move(search.texts);
+}
+
+std::wstring WindowsSurvey::FileVersion(const std::wstring& file) const {
+    std::array<wchar_t, MAX_PATH> system{};
+    GetSystemDirectoryW(system.data(), static_cast<UINT>(system.size()));
+    const std::wstring path = file.find(L'\\') == std::wstring::npos
+                                  ? Join(AddTrailingBackslash(system.data()), file)
+                                  : file;
+    const UniqueModule module(LoadLibraryExW(path.c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE));
+    const HRSRC resource =
+        module ? FindResourceW(module.get(), MAKEINTRESOURCEW(VS_VERSION_INFO), RT_VERSION)
+               : nullptr;
+    const HGLOBAL loaded = resource ? LoadResource(module.get(), resource) : nullptr;
+    const void* const bytes = loaded ? LockResource(loaded) : nullptr;
+    if (!bytes)
+        return {};
+    // What is fixed in it stands behind its name, at a place that four divides.
+    constexpr std::size_t fixedInfo = 40;
+    VS_FIXEDFILEINFO info{};
+    if (SizeofResource(module.get(), resource) < fixedInfo + sizeof(info))
+        return {};
+    std::memcpy(&info, static_cast<const char*>(bytes) + fixedInfo, sizeof(info));
+    if (info.dwSignature != VS_FFI_SIGNATURE)
+        return {};
+    return Join(std::to_wstring(HIWORD(info.dwFileVersionMS)), L".",
+                std::to_wstring(LOWORD(info.dwFileVersionMS)), L".",
+                std::to_wstring(HIWORD(info.dwFileVersionLS)), L".",
+                std::to_wstring(LOWORD(info.dwFileVersionLS)));
 }
 
 void WindowsSurvey::ReadAutomationClass() const {

@@ -12,6 +12,8 @@ public:
     [[nodiscard]] bool MayList(const std::wstring& folder) const override;
     [[nodiscard]] std::wstring WhyNotAppendTo(const std::wstring& file) const override;
     [[nodiscard]] std::vector<std::wstring> BoxesOf(ProcessId id) const override;
+    // Reads it as data; nothing of the file runs.
+    [[nodiscard]] std::wstring FileVersion(const std::wstring& file) const override;
     void ReadAutomationClass() const override;
 };
 

@@ -30,8 +30,6 @@ const std::wstring_view wiringHelp =
 
 namespace {
 
-using Told = std::vector<Findings::Told>;
-
 std::wstring WithLineBreaksAsBlanks(const std::wstring& text) {
     return std::wstring(TrimBlanks(ReplaceAll(text, lineBreak, L" ")));
 }
@@ -63,11 +61,24 @@ std::wstring_view WordOf(LinkState state) {
     }
 }
 
-std::wstring Text(const Told& all) {
+int ExitCodeOf(LinkState worst) {
+    switch (worst) {
+        case LinkState::Broken:
+            return ExitCode::broken;
+        case LinkState::Warning:
+            return ExitCode::warnings;
+        default:
+            return ExitCode::fine;
+    }
+}
+
+}  // namespace
+
+std::wstring WiringText(std::span<const Findings::Told> findings) {
     Table table({{}, {}, {}});
     int warnings = 0;
     int broken = 0;
-    for (const auto& [link, finding] : all) {
+    for (const auto& [link, finding] : findings) {
         warnings += finding.state == LinkState::Warning ? 1 : 0;
         broken += finding.state == LinkState::Broken ? 1 : 0;
         table.Add({std::wstring(WordOf(finding.state)), std::wstring(link), finding.text});
@@ -82,25 +93,9 @@ std::wstring Text(const Told& all) {
     return Join(table.Text(), L"\n", summary, L"\n");
 }
 
-int ExitCodeOf(LinkState worst) {
-    switch (worst) {
-        case LinkState::Broken:
-            return ExitCode::broken;
-        case LinkState::Warning:
-            return ExitCode::warnings;
-        default:
-            return ExitCode::fine;
-    }
-}
-
-}  // namespace
-
-int RunWiring(std::span<const std::wstring> given, Output& output,
-              const InSurroundings& inSurroundings, std::chrono::milliseconds limit) {
-    const Arguments arguments(given, {{L"--json"}});
-    arguments.RefuseOthers();
-
-    // In the order of what is printed; none waits for another.
+std::vector<Findings::Told> LookAtLinks(const InSurroundings& inSurroundings,
+                                        std::chrono::milliseconds limit) {
+    // None waits for another.
     std::vector<std::shared_ptr<Findings>> groups;
     std::vector<std::function<void()>> works;
     for (const LinkGroup* group : {&threeCXLinks, &goldMineLinks, &recordingsLinks, &userLinks}) {
@@ -112,12 +107,20 @@ int RunWiring(std::span<const std::wstring> given, Output& output,
     // Links that hang are findings, too.
     static_cast<void>(RunWithin(limit, std::move(works)));
 
-    Told all;
+    std::vector<Findings::Told> all;
     for (const auto& findings : groups) {
         for (Findings::Told& told : findings->All())
             all.push_back(std::move(told));
     }
-    output.Write(arguments.Has(L"--json") ? WiringJson(all) : Text(all));
+    return all;
+}
+
+int RunWiring(std::span<const std::wstring> given, Output& output,
+              const InSurroundings& inSurroundings, std::chrono::milliseconds limit) {
+    const Arguments arguments(given, {{L"--json"}});
+    arguments.RefuseOthers();
+    const auto all = LookAtLinks(inSurroundings, limit);
+    output.Write(arguments.Has(L"--json") ? WiringJson(all) : WiringText(all));
     return ExitCodeOf(WorstOf(all));
 }
 

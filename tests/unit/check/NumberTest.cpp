@@ -3,7 +3,9 @@
 #include <algorithm>
 
 #include "check/Arguments.h"
+#include "check/number/NumberParts.h"
 #include "CheckFixture.h"
+#include "Maskable.h"
 #include "support/Gmapi.h"
 #include "unit/PlayedGoldMine.h"
 #include "util/Text.h"
@@ -18,11 +20,29 @@ struct Told {
     std::vector<std::wstring> lines;  // without the blanks around, and one blank between columns
 };
 
+// All but the rows that are numbers.
+void ExpectNumberMaskable(const std::wstring& number, const SetUp& setUp) {
+    On(setUp)([&](const CheckSurroundings& around) {
+        for (const NumberPart& part :
+             {AsCallerID(number, around), AsNumberToDial(number, around)}) {
+            for (const auto& [what, text] : part.rows) {
+                if (what != L"received" && what != L"digits" && what != L"searched as" &&
+                    what != L"dialed") {
+                    ExpectMaskable(text);
+                }
+            }
+            for (const std::wstring& warning : part.warnings)
+                ExpectMaskable(warning);
+        }
+    });
+}
+
 Told Number(const std::vector<std::wstring>& arguments, const SetUp& setUp) {
     FakeOutput output;
     Told told;
     told.exitCode = RunNumber(arguments, output, On(setUp));
     EXPECT_EQ(output.errors, L"");
+    ExpectNumberMaskable(arguments.front(), setUp);
     for (std::wstring line : Split(output.written, L'\n')) {
         while (line.find(L"  ") != std::wstring::npos)
             line = ReplaceAll(line, L"  ", L" ");
@@ -39,6 +59,7 @@ bool Says(const Told& told, std::wstring_view line) {
 void Nothing(CheckedMachine&) {}
 
 TEST(Number, BothWaysAreTold) {
+    ExpectNumberMaskable(L"1 (555) 123-4567", &Nothing);
     FakeOutput output;
     EXPECT_EQ(
         RunNumber(std::vector<std::wstring>{L"1", L"(555)", L"123-4567"}, output, On(&Nothing)), 1);

@@ -6,6 +6,7 @@
 
 #include "check/Arguments.h"
 #include "CheckFixture.h"
+#include "Maskable.h"
 #include "util/Text.h"
 
 namespace corvane::test {
@@ -44,6 +45,10 @@ Printed Wiring(const std::function<void(CheckedMachine&)>& setUp,
     FakeOutput output;
     const int exitCode = RunWiring(arguments, output, On(setUp));
     EXPECT_EQ(output.errors, L"");
+    for (const auto& [link, finding] : LookAtLinks(On(setUp))) {
+        ExpectMaskable(finding.text);
+        ExpectMaskable(finding.fix);
+    }
     return {exitCode, output.written};
 }
 

@@ -6,6 +6,7 @@
 
 #include "check/calls/LogReader.h"
 #include "platform/kit/AnsiText.h"
+#include "platform/kit/Handles.h"
 #include "platform/modFile.h"
 #include "support/windows/Files.h"
 #include "support/windows/TemporaryFolder.h"
@@ -20,11 +21,11 @@ using test_support::TemporaryFolder;
 
 class WindowsLogFilesTest : public testing::Test {
 protected:
-    std::string ReadAll(const std::wstring& path) {
-        const auto source = logs.Open(path);
+    std::string ReadAll(const std::wstring& path) { return ReadAll(*logs.Open(path)); }
+    std::string ReadAll(LogSource& source, std::size_t most = 1000) {
         std::string all;
         char buffer[5];
-        while (const std::size_t count = source->Read(buffer))
+        while (const std::size_t count = all.size() < most ? source.Read(buffer) : 0)
             all.append(buffer, count);
         return all;
     }
@@ -58,6 +59,36 @@ TEST_F(WindowsLogFilesTest, RunsGoOnWritingWhatIsRead) {
     program.AppendToFile(path, L"two\r\n");
     EXPECT_EQ(reader.Next(), "two");
     EXPECT_TRUE(DeleteFileW(path.c_str())) << "nor is anybody kept from deleting it";
+}
+
+TEST_F(WindowsLogFilesTest, TheEndOfALogIsReadWhileItIsWritten) {
+    const std::wstring path = folder.file(L"a.log");
+    modFile program;
+    program.AppendToFile(path, L"one\r\ntwo\r\n");
+    const LogEnd all = logs.OpenEnd(path, 10);
+    EXPECT_TRUE(all.whole);
+    EXPECT_EQ(ReadAll(*all.source), "one\r\ntwo\r\n");
+    const LogEnd end = logs.OpenEnd(path, 7);
+    EXPECT_FALSE(end.whole);
+    program.AppendToFile(path, L"three\r\n");
+    EXPECT_EQ(ReadAll(*end.source), "\r\ntwo\r\nthree\r\n");
+    EXPECT_THROW(static_cast<void>(logs.OpenEnd(folder.file(L"none.log"), 10)), RuntimeError);
+}
+
+// As long as a log of years; its bytes are on no disk.
+TEST_F(WindowsLogFilesTest, TheEndOfAVeryLongLogIsReadAtOnce) {
+    const std::wstring path = folder.Write(L"long.log", "");
+    {
+        const UniqueHandle file(CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING,
+                                            FILE_ATTRIBUTE_NORMAL, nullptr));
+        LARGE_INTEGER size{};
+        size.QuadPart = 5LL << 30;
+        ASSERT_TRUE(SetFilePointerEx(file.get(), size, nullptr, FILE_BEGIN));
+        DWORD written = 0;
+        ASSERT_TRUE(WriteFile(file.get(), "\r\nlast", 6, &written, nullptr));
+    }
+    const LogEnd end = logs.OpenEnd(path, 100);
+    EXPECT_EQ(ReadAll(*end.source), std::string(94, '\0') + "\r\nlast");
 }
 
 TEST_F(WindowsLogFilesTest, SaysWhyALogCannotBeRead) {

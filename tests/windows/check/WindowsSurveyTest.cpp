@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <thread>
+#include <vector>
 
 #include "support/windows/Files.h"
 #include "support/windows/TemporaryFolder.h"
@@ -94,6 +95,34 @@ TEST_F(WindowsSurveyTest, AMissingAutomationClassIsError429) {
     } catch (const RuntimeError& error) {
         EXPECT_EQ(error.number, ErrorNumber::CannotCreateObject);
     }
+}
+
+// As Windows' own functions for it tell.
+std::wstring VersionBySystem(const wchar_t* file) {
+    std::vector<char> bytes(GetFileVersionInfoSizeW(file, nullptr));
+    void* found = nullptr;
+    UINT size = 0;
+    EXPECT_TRUE(GetFileVersionInfoW(file, 0, static_cast<DWORD>(bytes.size()), bytes.data()));
+    EXPECT_TRUE(VerQueryValueW(bytes.data(), L"\\", &found, &size));
+    const auto* const info = static_cast<const VS_FIXEDFILEINFO*>(found);
+    return std::to_wstring(HIWORD(info->dwFileVersionMS)) + L"." +
+           std::to_wstring(LOWORD(info->dwFileVersionMS)) + L"." +
+           std::to_wstring(HIWORD(info->dwFileVersionLS)) + L"." +
+           std::to_wstring(LOWORD(info->dwFileVersionLS));
+}
+
+TEST_F(WindowsSurveyTest, TheVersionOfAFileIsRead) {
+    const std::wstring version = VersionBySystem(L"C:\\windows\\system32\\oleaut32.dll");
+    EXPECT_GT(version.size(), 6u);
+    EXPECT_EQ(survey.FileVersion(L"oleaut32.dll"), version);
+    EXPECT_EQ(survey.FileVersion(L"C:\\windows\\system32\\oleaut32.dll"), version);
+}
+
+TEST_F(WindowsSurveyTest, AFileWithoutAVersionHasNone) {
+    EXPECT_EQ(survey.FileVersion(folder.file(L"none.exe")), L"");
+    EXPECT_EQ(survey.FileVersion(folder.Write(L"text.exe", "text")), L"");
+    EXPECT_EQ(survey.FileVersion(folder.path()), L"");
+    EXPECT_EQ(survey.FileVersion(L"corvane-none.dll"), L"");
 }
 
 }  // namespace

@@ -8,6 +8,9 @@
 
 #include "CallLogFixture.h"
 #include "check/calls/LogMessage.h"
+#include "check/calls/LogReader.h"
+#include "check/report/EndOfLog.h"
+#include "check/report/Masking.h"
 #include "unit/PlayedGoldMine.h"
 #include "unit/ProgramFixture.h"
 
@@ -136,6 +139,36 @@ const std::vector<RealRun> realRuns = {
      L" start   trouble: run-time error '13':  LoadSettings: chkCreateHistory: Type mismatch"},
 };
 
+// Masked, the log tells the same of a call but who it was.
+void ExpectTheSameMasked(const std::string& bytes, const CallLog& calls) {
+    FakeLogFiles files;
+    files.files[L"the.log"] = bytes;
+    Masking masking;
+    EndOfLog masked(files, L"the.log", bytes.size(), &masking);
+    const CallLog told = ReadCallLog(files, masked, {}, 100);
+    ASSERT_EQ(told.calls.size(), calls.calls.size());
+    for (std::size_t i = 0; i < told.calls.size(); ++i) {
+        const auto& events = calls.calls[i].events;
+        const auto& others = told.calls[i].events;
+        ASSERT_EQ(others.size(), events.size());
+        for (std::size_t j = 0; j < others.size(); ++j) {
+            EXPECT_EQ(others[j].outcome, events[j].outcome);
+            EXPECT_EQ(others[j].steps.size(), events[j].steps.size());
+            EXPECT_EQ(others[j].what, events[j].what);
+            EXPECT_EQ(others[j].identifier, events[j].identifier);
+            EXPECT_EQ(others[j].timeToPop, events[j].timeToPop);
+            EXPECT_TRUE(events[j].number.empty() || others[j].number != events[j].number);
+        }
+    }
+
+    EndOfLog again(files, L"the.log", bytes.size(), &masking);
+    LogReader reader(again);
+    while (const auto line = reader.Next()) {
+        for (const char* mark : {"(hidden", "5551234", "010-0199", "5550100199", "anonymous"})
+            EXPECT_EQ(line->find(mark), std::string_view::npos) << *line;
+    }
+}
+
 class CallsOfRealRunsTest : public testing::TestWithParam<RealRun> {};
 
 TEST_P(CallsOfRealRunsTest, AreToldAsTheyWere) {
@@ -174,6 +207,8 @@ TEST_P(CallsOfRealRunsTest, AreToldAsTheyWere) {
     const CallLog calls = ReadLog(bytes);
     EXPECT_EQ(RowsOf(calls), Rows{run.row});
     EXPECT_EQ(calls.odd.foreign + calls.odd.joined, 0U);
+
+    ExpectTheSameMasked(bytes, calls);
 }
 
 void PrintTo(const RealRun& run, std::ostream* out) {
