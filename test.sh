@@ -60,15 +60,15 @@ build_kind() {
 
 preset_of() { [ "$1" = native ] && echo native-asan || echo "$1-release"; }
 
-# test_kind <native|x64|x86> [ctest args]: ctest's end goes into a file. A Windows desktop has one
-# core, and nothing gains by running beside another test there.
+# test_kind <native|x64|x86> [ctest args]: ctest's end goes into a file. The tests of a Windows
+# desktop wait more than they work, so others run beside them, though it has one core.
 test_kind() {
-    local kind=$1 desktop=() jobs
+    local kind=$1 desktop=() jobs=2
     shift
-    jobs=$(nproc)
-    if [ "$kind" != native ]; then
+    if [ "$kind" = native ]; then
+        jobs=$(nproc)
+    else
         desktop=(scripts/with-desktop.sh "$kind")
-        jobs=1
     fi
     say "$kind: tests ($((SECONDS - began)) s so far)"
     "${desktop[@]}" ctest --preset "$(preset_of "$kind")" -V -j "$jobs" "$@" 2>&1 |
