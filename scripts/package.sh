@@ -55,7 +55,7 @@ for program in "$work"/kit/*.exe; do
 done
 pack "$work/kit" "$folder/$name-practice-kit.zip"
 
-if [ -f "$folder/symbols/CorvaneTo3CX.debug" ]; then
+if [ -d "$folder/symbols" ]; then
     pack "$folder/symbols" "$folder/$name-symbols.zip"
     rm -r "$folder/symbols"
 fi

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Makes a release into dist/<version> (or the folder that is named): release.sh [folder]
-# Installs what the machine lacks, builds the x86 program and its symbols, packs, and says what was
+# Installs what the machine lacks, builds the x86 programs and their symbols, packs, and says what was
 # made. docs/releasing.md tells how to sign it and what to do before and after.
 set -euo pipefail
 # shellcheck source=scripts/common.sh
@@ -24,21 +24,24 @@ build() {
         >"build/release/$1.log" 2>&1 || { cat "build/release/$1.log" >&2; fail "$1 does not build"; }
 }
 build x86-release src/all packaging/installer/all standin/all
-build x86-symbols CorvaneTo3CX
+programs=(CorvaneTo3CX CorvaneCheck)
+build x86-symbols "${programs[@]}"
 
-# The program is shipped without its symbols, which fit it only when both hold the same code.
-for section in .text .rdata .data; do
-    for preset in x86-release x86-symbols; do
-        i686-w64-mingw32-objcopy -O binary --only-section="$section" \
-            "build/$preset/CorvaneTo3CX.exe" "build/release/$preset$section"
-    done
-    cmp "build/release/x86-release$section" "build/release/x86-symbols$section" ||
-        fail "the symbols are another program's"
-done
+# The programs are shipped without their symbols, which fit them only when both hold the same code.
 rm -rf "$folder"
 mkdir -p "$folder/symbols"
-i686-w64-mingw32-objcopy --only-keep-debug build/x86-symbols/CorvaneTo3CX.exe \
-    "$folder/symbols/CorvaneTo3CX.debug"
+for program in "${programs[@]}"; do
+    for section in .text .rdata .data; do
+        for preset in x86-release x86-symbols; do
+            i686-w64-mingw32-objcopy -O binary --only-section="$section" \
+                "build/$preset/$program.exe" "build/release/$preset$section"
+        done
+        cmp "build/release/x86-release$section" "build/release/x86-symbols$section" ||
+            fail "the symbols are those of another $program"
+    done
+    i686-w64-mingw32-objcopy --only-keep-debug "build/x86-symbols/$program.exe" \
+        "$folder/symbols/$program.debug"
+done
 
 scripts/package.sh "$folder"
 cat "$folder/SHA256SUMS"
