@@ -1,5 +1,6 @@
 // Times what the program does within a run, beside the least that does the same:
 //   inside newest <folder>   the newest recording, beside one pass over the folder
+//   inside once <folder>     the newest recording, once and with nothing beside it
 //   inside log <lines>       status lines in the log, beside opening, appending, closing for each
 //   inside status <lines>    the same lines without a log
 //   inside window            the window, beside one with as many plain controls
@@ -75,6 +76,13 @@ Medians Newest(const std::wstring& folder) {
         [&] { return Milliseconds([&] { static_cast<void>(BarePass(folder + L"\\*.*")); }); });
 }
 
+Medians NewestOnce(const std::wstring& folder) {
+    const modFile files;
+    return {
+        Milliseconds([&] { static_cast<void>(files.GetNewestFileInFolder(folder, L"*.*", 0)); }),
+        0};
+}
+
 class Lines {
 public:
     Lines(int count, bool log) : count_(count), log_(log) {
@@ -140,6 +148,8 @@ int wmain(int count, wchar_t** arguments) {
     Medians medians{};
     if (what == L"newest" && !of.empty())
         medians = Newest(of);
+    else if (what == L"once" && !of.empty())
+        medians = NewestOnce(of);
     else if (what == L"log" && !of.empty())
         medians = Lines(std::stoi(of), true).Time();
     else if (what == L"status" && !of.empty())

@@ -30,8 +30,10 @@ contestant() {
     printf '\n'
 }
 
-# race: the contestants of standard input, timed side by side.
-race() { "${enclose[@]}" build/bench/side_by_side "$rounds" "$warm_up" >build/bench/race.tsv; }
+# race [rounds] [warm-up rounds]: the contestants of standard input, timed side by side.
+race() {
+    "${enclose[@]}" build/bench/side_by_side "${1:-$rounds}" "${2:-$warm_up}" >build/bench/race.tsv
+}
 # field <contestant> <number>: 2 is the median of the milliseconds, 5 that of the KiB.
 field() { awk -F'\t' -v name="$1" -v number="$2" '$1 == name { print $number }' build/bench/race.tsv; }
 
@@ -170,6 +172,15 @@ recordings() {
         time_inside newest "$folder"
         judge "newest of $count recordings" "one pass over the folder" ms \
             "$program_ms" "$other_ms" 1.05
+        # Whole processes: with 100,000 files the others take their time.
+        {
+            contestant program "$inside" once "$folder"
+            contestant dir 'C:\windows\system32\cmd.exe' /c dir /b /o-d "$folder"
+            contestant script 'C:\windows\system32\cscript.exe' //nologo bench/newest.vbs "$folder"
+        } | race "$((count > 10000 ? 3 : rounds))" 1
+        judge_times "newest of $count, as a process" program "\`dir /o-d\`" dir 1.00
+        judge_times "newest of $count, as a process" program \
+            "a script's collection of files" script 1.00
     done
 }
 
