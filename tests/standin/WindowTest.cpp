@@ -1,12 +1,39 @@
 // Commands that show something, the Complete Call dialog, and its events.
 #include "PracticeGoldMineTest.h"
 
+#include <commctrl.h>
+
 namespace standin_tests {
 namespace {
 
 constexpr int referenceControl = 1016;
 constexpr int notesControl = 1017;
+constexpr int historyList = 1321;
 const std::wstring executed = gmapi::Reply(L"MenuCommand", L"1", L"The command was executed.");
+
+// What a list of another process shows; that process has the same bits.
+std::wstring ListText(HWND list, int row, int column) {
+    struct Asked {
+        LVITEMW item;
+        wchar_t text[200];
+    };
+    DWORD processId = 0;
+    GetWindowThreadProcessId(list, &processId);
+    const KernelHandle process(
+        OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_READ | PROCESS_VM_WRITE, FALSE, processId));
+    void* const there = VirtualAllocEx(process.get(), nullptr, sizeof(Asked),
+                                       MEM_COMMIT | MEM_RESERVE, PAGE_READWRITE);
+    EXPECT_NE(there, nullptr);
+    Asked asked{};
+    asked.item.iSubItem = column;
+    asked.item.cchTextMax = ARRAYSIZE(asked.text);
+    asked.item.pszText = static_cast<Asked*>(there)->text;
+    EXPECT_TRUE(WriteProcessMemory(process.get(), there, &asked, sizeof(asked), nullptr));
+    SendMessageW(list, LVM_GETITEMTEXTW, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(there));
+    EXPECT_TRUE(ReadProcessMemory(process.get(), there, &asked, sizeof(asked), nullptr));
+    VirtualFreeEx(process.get(), there, 0, MEM_RELEASE);
+    return asked.text;
+}
 
 class WindowTest : public PracticeGoldMineTest {
 protected:
@@ -271,6 +298,22 @@ TEST_F(WindowTest, HistoryItemOpensInAWindow) {
     EXPECT_EQ(client.Macro(L"ContHist->RecID"), L"HN8K$2&0000001H");
     EXPECT_EQ(client.Ask(L"PopCalHistItem", {{L"recID", L"nothing"}}),
               gmapi::Reply(L"PopCalHistItem", L"0", L"There is no such history item."));
+}
+
+TEST_F(WindowTest, HistoryIsListedWithTheNewestFirstAndEachItemOnOneLine) {
+    Start();
+    Client client;
+    const HWND list = GetDlgItem(goldMine().MainWindow(), historyList);
+
+    EXPECT_EQ(ListText(list, 0, 0), L"2024-03-18");
+    EXPECT_EQ(ListText(list, 0, 2), L"ANNA");
+    EXPECT_EQ(ListText(list, 1, 4), L"Called back about delivery");
+    EXPECT_EQ(ListText(list, 1, 5), L"Delivery in week 13. Pays by transfer.");
+    EXPECT_EQ(SendMessageW(list, LVM_GETITEMCOUNT, 0, 0), 3);
+
+    client.Send(gmapi::InsHist(L"A0001", L"CI", L"Just now"));
+    EXPECT_EQ(SendMessageW(list, LVM_GETITEMCOUNT, 0, 0), 4);
+    EXPECT_EQ(ListText(list, 0, 4), L"Just now");
 }
 
 TEST_F(WindowTest, ClosingTheMainWindowDisconnectsClients) {

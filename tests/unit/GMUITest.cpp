@@ -366,6 +366,8 @@ TEST_F(GMUITest, OnlyTheErrorOfTheLastCommandIsKept) {
 
 TEST_F(GMUITest, TheStatusValueIsUnescaped) {
     EXPECT_EQ(gmui.StatusValue(Reply(L"Macro", L"1", L"A &amp;amp; B&amp;apos;s")), L"A & B's");
+    // The same when no XML reader is needed.
+    EXPECT_EQ(gmui.StatusValue(Reply(L"Macro", L"1", L"HK4Q$1&amp;amp;279")), L"HK4Q$1&279");
 }
 
 }  // namespace
