@@ -113,7 +113,7 @@ say "summary"
 for kind in "${kinds[@]}"; do
     printf '\n%s\n' "$kind"
     if [ -f "build/test/$kind.log" ]; then
-        sed -n '/tests passed\|tests failed\|No tests were found\|Total Test time/,$p' \
+        sed -n '/tests passed\|tests failed\|No tests were found\|Total Test time/p' \
             "build/test/$kind.log"
     else
         echo "not tested: it did not build"
@@ -122,6 +122,10 @@ done
 
 echo
 if [ "${#failed[@]}" -gt 0 ]; then
+    for kind in "${failed[@]}"; do
+        [ ! -f "build/test/$kind.log" ] ||
+            awk -f scripts/test-failures.awk "build/test/$kind.log" | sed "s/^/$kind:/"
+    done
     echo "FAILED: ${failed[*]} (after $((SECONDS - began)) s)"
     exit 1
 fi

@@ -6,6 +6,11 @@
 
 namespace end_to_end {
 
+// Of the minute that GoldMine hangs in a test, a check waits at most ten seconds for; a busy
+// machine stretches them, so that a test asks for half of the minute only.
+inline constexpr char hangsAMinute[] = " delay 60000\n";
+inline constexpr DWORD halfAMinute = 30'000;  // milliseconds
+
 // What the checking program said, and how it ended.
 struct Checked {
     std::string text;  // lines end in "\n"

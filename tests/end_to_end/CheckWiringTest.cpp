@@ -105,7 +105,6 @@ TEST_F(CheckWiringTest, AllIsWell) {
         text.erase(at, rights.size());
     EXPECT_EQ(SplitLines(text, "\n"), Healthy());
     EXPECT_EQ(checked.exitCode, 0u);
-    EXPECT_LT(checked.milliseconds, 10'000u);
 }
 
 TEST_F(CheckWiringTest, NothingIsChanged) {
@@ -136,13 +135,14 @@ TEST_F(CheckWiringTest, NoGoldMineIsStarted) {
 }
 
 TEST_F(CheckWiringTest, ItEndsInTimeWhenGoldMineHangs) {
-    GoldMine().SetFaults("Macro:&Version delay 12000\n");
-    GoldMineIsSpoilt();
+    PracticeGoldMine& goldMine = GoldMine();
+    goldMine.SetFaults(std::string("Macro:&Version") + hangsAMinute);
     WriteLog();
 
     const Checked checked = Check("wiring");
+    goldMine.Kill();
 
-    EXPECT_LT(checked.milliseconds, 10'000u);
+    EXPECT_LT(checked.milliseconds, halfAMinute);
     EXPECT_EQ(checked.exitCode, 2u);
     const Lines lines = LinesOf(checked);
     const Lines hangs = {"BROKEN log-in does not answer", seeGoldMine,

@@ -1,0 +1,44 @@
+# Reads what "ctest -V" printed, and prints each test that failed, briefly: its name, and the first
+# lines of where and why. Of a long log often no more is seen than the end, and there these stand.
+
+/^ *Start +[0-9]+: / {
+    sub(":", "", $2)
+    name[$2] = $3
+    next
+}
+
+/^[0-9]+: / {
+    number = $1
+    sub(":", "", number)
+    line = substr($0, length($1) + 2)
+    subject = line
+    sub(/^\[[^\]]*\] */, "", subject)
+    if (line ~ /^\[ RUN /) {
+        test[number] = subject
+        why[number] = ""
+        lines[number] = 0
+    } else if (line ~ /^\[ +OK \]/) {
+        delete test[number]
+    } else if (line ~ /^\[  FAILED  \].*ms\)$/) {
+        printf "  %s: %s\n%s", name[number], subject, why[number]
+        told[number] = 1
+        delete test[number]
+    } else if (line ~ /: Failure$/ || lines[number]) {
+        sub(/^\/.*\/tests\//, "tests/", line)
+        if (++lines[number] <= 6)
+            why[number] = why[number] "      " line ORS
+    } else if (!(number in test)) {
+        before[number] = last[number]
+        last[number] = "      " line ORS
+    }
+    next
+}
+
+/^ *[0-9]+\/[0-9]+ Test +#[0-9]+: / && !/ Passed +[0-9.]+ sec/ {
+    match($0, /#[0-9]+/)
+    number = substr($0, RSTART + 1, RLENGTH - 1)
+    if (number in test)
+        printf "  %s: %s did not end\n%s", name[number], test[number], why[number]
+    else if (!told[number])
+        printf "  %s\n%s%s", name[number], before[number], last[number]
+}
