@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <chrono>
+#include <ctime>
 #include <limits>
 
 namespace corvane::test {
@@ -103,23 +103,28 @@ TEST(BuiltInHtmlDocumentTest, CharactersBeyondTheFirstPlaneAreResolved) {
     EXPECT_EQ(BuiltInHtmlDocument().VisibleText(L"&#x1F600;"), L"\U0001F600");
 }
 
+// Of this process: a busy machine adds little to it.
+double ProcessorSeconds() {
+    timespec time{};
+    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
+    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9;
+}
+
 // Seconds that inserting into five megabytes of that piece and reading them takes.
 double SecondsForFiveMegabytesOf(const std::wstring& piece) {
     std::wstring html;
     while (html.size() < 5 * 1024 * 1024)
         html += piece;
 
-    const auto begin = std::chrono::steady_clock::now();
+    const double begin = ProcessorSeconds();
     BuiltInHtmlDocument document;
     document.InsertAtStartOfBody(html, L"<P>new</P>");
     EXPECT_GE(document.Serialise().size(), html.size());
     static_cast<void>(document.VisibleText(html));
-    const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - begin;
-    return taken.count();
+    return ProcessorSeconds() - begin;
 }
 
 TEST(LargeHtmlTest, FiveMegabytesOfNotesTakeLessThanASecond) {
-    // A busy machine slows a measurement down, never up.
     double best = std::numeric_limits<double>::max();
     for (int i = 0; i < 10 && best >= 1; ++i)
         best = std::min(best,
