@@ -122,7 +122,7 @@ bool HoldsIcon(HWND control) {
     const auto style = static_cast<DWORD>(GetWindowLongW(control, GWL_STYLE));
     DWORD_PTR icon = 0;
     return (style & SS_TYPEMASK) == SS_ICON &&
-           SendMessageTimeoutW(control, STM_GETICON, 0, 0, SMTO_ABORTIFHUNG, 5'000, &icon) != 0 &&
+           SendMessageTimeoutW(control, STM_GETICON, 0, 0, SMTO_NORMAL, patience, &icon) != 0 &&
            icon != 0;
 }
 

@@ -1,9 +1,9 @@
 #include "support/windows/NativeWindow.h"
 
+#include "support/windows/Waiting.h"
+
 namespace test_support {
 namespace {
-
-constexpr DWORD windowAnswerTime = 5'000;
 
 BOOL CALLBACK VisitWindow(HWND window, LPARAM visit) {
     return (*reinterpret_cast<const std::function<bool(HWND)>*>(visit))(window);
@@ -41,12 +41,11 @@ std::wstring ClassOf(HWND window) {
 
 std::wstring TextOf(HWND window) {
     DWORD_PTR length = 0;
-    SendMessageTimeoutW(window, WM_GETTEXTLENGTH, 0, 0, SMTO_ABORTIFHUNG, windowAnswerTime,
-                        &length);
+    SendMessageTimeoutW(window, WM_GETTEXTLENGTH, 0, 0, SMTO_NORMAL, patience, &length);
     std::wstring text(length + 1, L'\0');
     DWORD_PTR copied = 0;
     SendMessageTimeoutW(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()),
-                        SMTO_ABORTIFHUNG, windowAnswerTime, &copied);
+                        SMTO_NORMAL, patience, &copied);
     text.resize(copied);
     return text;
 }

@@ -13,8 +13,6 @@
 namespace test_support {
 namespace {
 
-constexpr DWORD closingTime = 10'000;
-
 bool IsMainWindow(HWND window) {
     return GetMenu(window) != nullptr;
 }
@@ -84,7 +82,7 @@ void PracticeGoldMine::CloseOtherWindows() const {
     EXPECT_TRUE(WaitUntil([this] {
         const std::vector<HWND> windows = OtherWindows(process_.id());
         for (const HWND window : windows)
-            SendMessageTimeoutW(window, WM_CLOSE, 0, 0, SMTO_ABORTIFHUNG, closingTime, nullptr);
+            SendMessageTimeoutW(window, WM_CLOSE, 0, 0, SMTO_NORMAL, patience, nullptr);
         return windows.empty();
     }));
 }
