@@ -36,7 +36,7 @@ bool Exists(const std::wstring& path) {
 
 // The text of one that hangs is not waited for.
 std::wstring TextOf(HWND window) {
-    constexpr UINT patienceMilliseconds = 300;
+    constexpr UINT patienceMilliseconds = 2000;
     std::array<wchar_t, 2000> text{};
     DWORD_PTR length = 0;
     if (!SendMessageTimeoutW(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()),
