@@ -20,8 +20,8 @@ constexpr std::wstring_view completeCallWindow = L"DIALOGSCHEDULECOMPLETE";
 constexpr std::wstring_view refControl = L"1016";
 constexpr std::wstring_view notesControl = L"1017";
 
-constexpr int mostWaits = 10;
-constexpr std::uint32_t waitMilliseconds = 1000;
+constexpr int mostWaitsForDialog = 10;
+constexpr std::uint32_t dialogWaitMilliseconds = 1000;
 
 }  // namespace
 
@@ -129,11 +129,11 @@ std::wstring CompleteCallDialog::NotesWithAddition(const std::wstring& notes,
 bool CompleteCallDialog::WaitUntilFilledIn() {
     if (!registered_)
         return false;
-    for (int wait = 1; awaited_ && wait <= mostWaits; ++wait) {
+    for (int wait = 1; awaited_ && wait <= mostWaitsForDialog; ++wait) {
         parts_.status.WriteStatus(Join(L"Waiting for history Ref and Notes to be filled in: ",
                                        std::to_wstring(wait), L" second(s)"));
         parts_.clock.PumpEvents();
-        parts_.clock.Sleep(waitMilliseconds);
+        parts_.clock.Sleep(dialogWaitMilliseconds);
     }
     parts_.clock.PumpEvents();
     return true;

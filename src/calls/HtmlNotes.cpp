@@ -9,8 +9,8 @@ namespace corvane {
 
 namespace {
 
-constexpr int mostWaits = 11;
-constexpr std::uint32_t waitMilliseconds = 1000;
+constexpr int mostWaitsForDocument = 11;
+constexpr std::uint32_t documentWaitMilliseconds = 1000;
 
 // The base of object errors plus 514.
 constexpr std::int64_t timeOutError = 0x80040202;
@@ -24,12 +24,12 @@ std::wstring HtmlNotes::PrependHTMLToBody(const std::wstring& existing,
         const auto document = newDocument_();
         document->InsertAtStartOfBody(existing, fragment);
         int waits = 0;
-        while (!document->Complete() && waits < mostWaits) {
-            clock_.Sleep(waitMilliseconds);
+        while (!document->Complete() && waits < mostWaitsForDocument) {
+            clock_.Sleep(documentWaitMilliseconds);
             clock_.PumpEvents();
             ++waits;
         }
-        if (waits == mostWaits) {
+        if (waits == mostWaitsForDocument) {
             RuntimeError error;
             error.number = timeOutError;
             error.source = Join(programName_, L".frmCorvaneTo3CX.", procedureName);

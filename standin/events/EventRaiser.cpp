@@ -5,7 +5,7 @@
 namespace practice {
 namespace {
 
-constexpr const wchar_t* className = L"PracticeGoldMineEvents";
+constexpr const wchar_t* eventWindowClass = L"PracticeGoldMineEvents";
 // Long enough that no client gets the event before the reply, by whatever thread each comes to it.
 constexpr UINT replyMilliseconds = 200;
 constexpr UINT signalPollMilliseconds = 20;
@@ -16,9 +16,9 @@ EventRaiser::EventRaiser() {
     WNDCLASSW windowClass{};
     windowClass.lpfnWndProc = Procedure;
     windowClass.hInstance = GetModuleHandleW(nullptr);
-    windowClass.lpszClassName = className;
+    windowClass.lpszClassName = eventWindowClass;
     RegisterClassW(&windowClass);
-    window_.reset(CreateWindowExW(0, className, L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
+    window_.reset(CreateWindowExW(0, eventWindowClass, L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
                                   windowClass.hInstance, nullptr));
     SetWindowLongPtrW(window_.get(), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
 }

@@ -15,7 +15,7 @@ namespace {
 constexpr wchar_t ownName[] = L"Practice GoldMine";
 constexpr wchar_t ownClass[] = L"Practice GoldMine user interface";
 
-std::wstring TextOf(const GUID& id) {
+std::wstring TextOfGuid(const GUID& id) {
     wchar_t text[39];
     const int length = StringFromGUID2(id, text, static_cast<int>(std::size(text)));
     return {text, static_cast<std::size_t>(length - 1)};
@@ -29,7 +29,7 @@ std::wstring VersionOf(const TypeLibrary& types) {
 }
 
 std::wstring InterfaceKey(const IID& id) {
-    return L"Interface\\" + TextOf(id);
+    return L"Interface\\" + TextOfGuid(id);
 }
 
 // A place of classes: the path ends in a backslash.
@@ -69,7 +69,7 @@ bool BelongsToAnother(const TypeLibrary& types) {
         const std::wstring library = Text(all, key, view);
         std::wstring libraryKey = L"TypeLib\\" + library;
         libraryKey.append(L"\\").append(Text(all, key, view, L"Version"));
-        return !library.empty() && library != TextOf(types.libraryId) &&
+        return !library.empty() && library != TextOfGuid(types.libraryId) &&
                !Text(all, libraryKey, view).starts_with(ownName);
     });
 }
@@ -85,9 +85,9 @@ std::vector<Entry> EntriesOf(const TypeLibrary& types) {
     constexpr wchar_t dispatchProxy[] = L"{00020420-0000-0000-C000-000000000046}";
     constexpr const wchar_t* system = sizeof(void*) == 8 ? L"win64" : L"win32";
     const std::wstring program = ProgramPath();
-    const std::wstring classId = TextOf(types.classId);
+    const std::wstring classId = TextOfGuid(types.classId);
     const std::wstring classKey = L"CLSID\\" + classId;
-    const std::wstring libraryId = TextOf(types.libraryId);
+    const std::wstring libraryId = TextOfGuid(types.libraryId);
     const std::wstring libraryKey = L"TypeLib\\" + libraryId + L"\\" + VersionOf(types);
     std::vector<Entry> entries = {
         {classKey, ownClass},
@@ -159,10 +159,10 @@ HRESULT UnregisterServer() {
     TypeLibrary types;
     if (const HRESULT outcome = ReadTypeLibrary(types); FAILED(outcome))
         return outcome;
-    const std::wstring libraryId = TextOf(types.libraryId);
+    const std::wstring libraryId = TextOfGuid(types.libraryId);
     LSTATUS outcome = ERROR_SUCCESS;
     for (const Classes& place : Places()) {
-        std::vector<std::wstring> trees = {L"CLSID\\" + TextOf(types.classId), types.programId,
+        std::vector<std::wstring> trees = {L"CLSID\\" + TextOfGuid(types.classId), types.programId,
                                            L"TypeLib\\" + libraryId};
         for (const IID& id : {userInterfaceId, types.eventsId}) {
             if (Text(place, InterfaceKey(id) + L"\\TypeLib") == libraryId)

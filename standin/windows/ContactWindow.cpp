@@ -10,7 +10,7 @@
 namespace practice {
 namespace {
 
-constexpr const wchar_t* className = L"PracticeGoldMine";
+constexpr const wchar_t* contactWindowClass = L"PracticeGoldMine";
 constexpr const wchar_t* productName = L"Practice GoldMine";
 constexpr UINT_PTR statusTimer = 1;
 
@@ -48,7 +48,7 @@ ContactWindow::ContactWindow(Desk& desk, Kind kind) : desk_(desk), kind_(kind) {
     windowClass.hIcon = LoadIconW(nullptr, MAKEINTRESOURCEW(32512));      // IDI_APPLICATION
     windowClass.hCursor = LoadCursorW(nullptr, MAKEINTRESOURCEW(32512));  // IDC_ARROW
     windowClass.hbrBackground = GetSysColorBrush(COLOR_3DFACE);
-    windowClass.lpszClassName = className;
+    windowClass.lpszClassName = contactWindowClass;
     RegisterClassExW(&windowClass);  // fails from the second window on, for good reason
 
     const Owned<HDC> screen(GetDC(nullptr));
@@ -60,9 +60,9 @@ ContactWindow::ContactWindow(Desk& desk, Kind kind) : desk_(desk), kind_(kind) {
 
     const bool isMain = kind_ == Kind::Main;
     const HMENU menu = isMain ? LoadMenuW(instance, MAKEINTRESOURCEW(IDR_MENU)) : nullptr;
-    CreateWindowExW(WS_EX_CONTROLPARENT, className, productName, WS_OVERLAPPEDWINDOW, CW_USEDEFAULT,
-                    CW_USEDEFAULT, Scaled(isMain ? 760 : 700), Scaled(isMain ? 560 : 480), nullptr,
-                    menu, instance, this);
+    CreateWindowExW(WS_EX_CONTROLPARENT, contactWindowClass, productName, WS_OVERLAPPEDWINDOW,
+                    CW_USEDEFAULT, CW_USEDEFAULT, Scaled(isMain ? 760 : 700),
+                    Scaled(isMain ? 560 : 480), nullptr, menu, instance, this);
     ListWindowAs(handle(), isMain ? mainWindowName : contactWindowName);
     MakeControls();
     Arrange();

@@ -9,7 +9,7 @@ namespace corvane {
 namespace {
 
 constexpr milliseconds longestCall = std::chrono::hours(12);
-constexpr milliseconds betweenSweeps = std::chrono::hours(1);
+constexpr milliseconds betweenCallSweeps = std::chrono::hours(1);
 constexpr std::size_t mostOpenCalls = 2048;
 constexpr std::size_t mostEvents = 64;  // a log that holds more of one call is no phone's
 
@@ -25,7 +25,7 @@ bool Happened(const Call& call, std::wstring_view what) {
 }  // namespace
 
 void CallAssembly::Take(CallEvent event) {
-    if (event.end - lastSweep_ >= betweenSweeps || event.end < lastSweep_ ||
+    if (event.end - lastSweep_ >= betweenCallSweeps || event.end < lastSweep_ ||
         open_.size() >= mostOpenCalls) {
         Sweep(event.end);
     }

@@ -8,7 +8,7 @@ constexpr std::size_t mostRunDigits = 7;  // the numbers go to a million
 constexpr std::size_t stampLength = 19;
 constexpr std::string_view behindStamp = "\t[";
 
-bool IsDigit(char each) {
+bool IsAsciiDigit(char each) {
     return each >= '0' && each <= '9';
 }
 
@@ -23,7 +23,7 @@ bool StampFollows(std::string_view text, std::size_t tab) {
 std::optional<LogLine> ParseLogLine(std::string_view text) {
     LogLine line;
     std::size_t at = 0;
-    while (at < text.size() && at < mostRunDigits && IsDigit(text[at]))
+    while (at < text.size() && at < mostRunDigits && IsAsciiDigit(text[at]))
         line.runNumber = line.runNumber * 10 + static_cast<std::uint32_t>(text[at++] - '0');
     if (at == 0 || text.size() < at + 1 + stampLength + behindStamp.size() || text[at] != '\t')
         return std::nullopt;
@@ -48,7 +48,7 @@ std::size_t FindLineWithin(std::string_view text) {
         if (text.size() < tab + 1 + stampLength || !StampFollows(text, tab))
             continue;
         std::size_t begin = tab;
-        while (begin > 0 && tab - begin < mostRunDigits && IsDigit(text[begin - 1]))
+        while (begin > 0 && tab - begin < mostRunDigits && IsAsciiDigit(text[begin - 1]))
             --begin;
         if (begin > 0 && begin < tab)
             return begin;

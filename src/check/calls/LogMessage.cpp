@@ -8,7 +8,7 @@ namespace corvane {
 
 namespace {
 
-struct Form {
+struct MessageForm {
     std::string_view beginning;
     Saying saying;
     std::wstring_view text{};
@@ -16,7 +16,7 @@ struct Form {
     bool moreLines = false;
 };
 
-constexpr auto forms = std::to_array<Form>({
+constexpr auto messageForms = std::to_array<MessageForm>({
     {"Inbound call search for CallerID:  no searching requested", Saying::popMoment, L"never"},
     {"Inbound call search for CallerID:  requested while", Saying::popMoment, L"ringing"},
     {"Inbound call search for CallerID:  requested when", Saying::popMoment, L"answered"},
@@ -99,8 +99,8 @@ constexpr auto forms = std::to_array<Form>({
 
 // By the first letter; of beginnings that begin alike, the longer one stands first.
 constexpr auto sortedForms = [] {
-    auto sorted = forms;
-    std::ranges::sort(sorted, [](const Form& one, const Form& other) {
+    auto sorted = messageForms;
+    std::ranges::sort(sorted, [](const MessageForm& one, const MessageForm& other) {
         return std::pair(one.beginning[0], other.beginning.size()) <
                std::pair(other.beginning[0], one.beginning.size());
     });
@@ -137,7 +137,7 @@ bool HasDetail(Saying saying) {
 LogMessage UnderstandMessage(std::string_view message) {
     if (message.empty())
         return {};
-    const auto firstLetter = [](const Form& each) { return each.beginning[0]; };
+    const auto firstLetter = [](const MessageForm& each) { return each.beginning[0]; };
     const auto* form = std::ranges::lower_bound(sortedForms, message[0], {}, firstLetter);
     const auto* const end = sortedForms.end();
     while (form != end && firstLetter(*form) == message[0] &&

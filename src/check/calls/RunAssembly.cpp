@@ -12,7 +12,7 @@ namespace {
 
 // A box may stand overnight.
 constexpr milliseconds longestSilence = std::chrono::hours(12);
-constexpr milliseconds betweenSweeps = std::chrono::hours(1);
+constexpr milliseconds betweenRunSweeps = std::chrono::hours(1);
 constexpr std::size_t mostOpenRuns = 4096;
 
 constexpr std::wstring_view cutOff = L"its first lines are missing";
@@ -20,7 +20,7 @@ constexpr std::wstring_view cutOff = L"its first lines are missing";
 }  // namespace
 
 void RunAssembly::Take(const LogLine& line, const LogMessage& message) {
-    if (line.time - lastSweep_ >= betweenSweeps || line.time < lastSweep_ ||
+    if (line.time - lastSweep_ >= betweenRunSweeps || line.time < lastSweep_ ||
         openCount_ >= mostOpenRuns) {
         Sweep(line.time);
     }

@@ -61,8 +61,9 @@ struct Part {
     std::wstring whyNot = {};  // empty when it could be had
 };
 
-std::wstring OneLine(std::wstring_view text) {
-    return std::wstring(TrimBlanks(ReplaceAll(ReplaceAll(text, lineBreak, L" "), L"\n", L" ")));
+std::wstring ReasonInOneLine(const RuntimeError& error) {
+    return std::wstring(
+        TrimBlanks(ReplaceAll(ReplaceAll(error.description, lineBreak, L" "), L"\n", L" ")));
 }
 
 // What a work comes to; it may be left behind, so it owns what it uses.
@@ -145,7 +146,7 @@ private:
             part.text = text();
         } catch (...) {
             const RuntimeError error = ErrorReport::CurrentError();
-            part.whyNot = OneLine(error.description);
+            part.whyNot = ReasonInOneLine(error);
             part.text = Join(L"Not to be had: error ", std::to_wstring(error.number), L", ",
                              Masked(part.whyNot), L"\n");
         }
@@ -308,7 +309,7 @@ int RunReport(std::span<const std::wstring> given, Output& output,
     try {
         around.files.WriteNew(path, report.Bytes());
     } catch (const RuntimeError& error) {
-        output.WriteError(Join(OneLine(error.description), L"\n"));
+        output.WriteError(Join(ReasonInOneLine(error), L"\n"));
         return ExitCode::wrongUse;
     }
     output.Write(Join(L"Wrote ", path, L"\n\n", report.Listing(), L"\n", report.MaskingText()));

@@ -21,7 +21,7 @@ namespace {
 
 constexpr std::wstring_view goldMineHangs =
     L"See whether GoldMine waits in a box or is busy; else close and restart it.";
-constexpr auto links = std::to_array<Link>({
+constexpr auto linksToGoldMine = std::to_array<Link>({
     {L"GoldMine", goldMineHangs},
     {L"automation class", goldMineHangs},
     {L"log-in", goldMineHangs},
@@ -137,7 +137,7 @@ void LookAtModem(const GoldMineIniSetup& ini, Findings& findings) {
          L"numbers are formatted before they are dialed");
 }
 
-void Look(const CheckSurroundings& around, Findings& findings) {
+void LookAtGoldMine(const CheckSurroundings& around, Findings& findings) {
     Form form;
     form.txtAppPath.setText(around.program.ExecutablePath());
     Talk talk;
@@ -180,6 +180,6 @@ void Look(const CheckSurroundings& around, Findings& findings) {
 
 }  // namespace
 
-const LinkGroup goldMineLinks{links, &Look};
+const LinkGroup goldMineLinks{linksToGoldMine, &LookAtGoldMine};
 
 }  // namespace corvane

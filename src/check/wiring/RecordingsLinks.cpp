@@ -17,7 +17,7 @@ namespace corvane {
 
 namespace {
 
-constexpr auto links = std::to_array<Link>({
+constexpr auto linksToRecordings = std::to_array<Link>({
     {L"recordings folder",
      L"See whether the folder's server can be reached, and whether it answers."},
 });
@@ -83,7 +83,7 @@ Finding LookAtFolder(const CheckSurroundings& around, Form& form) {
     return {LinkState::Ok, seen};
 }
 
-void Look(const CheckSurroundings& around, Findings& findings) {
+void LookAtRecordings(const CheckSurroundings& around, Findings& findings) {
     Form form;
     cSimuIniFile store = OwnSettingsStore(around.registry);
     for (Control* option :
@@ -100,6 +100,6 @@ void Look(const CheckSurroundings& around, Findings& findings) {
 
 }  // namespace
 
-const LinkGroup recordingsLinks{links, &Look};
+const LinkGroup recordingsLinks{linksToRecordings, &LookAtRecordings};
 
 }  // namespace corvane

@@ -20,7 +20,7 @@ using Generation = ThreeCXIntegration::Generation;
 
 constexpr std::wstring_view serverHangs =
     L"See whether its folder stands on a server that is gone.";
-constexpr auto links = std::to_array<Link>({
+constexpr auto linksToThreeCX = std::to_array<Link>({
     {L"program", serverHangs},
     {L"3CX", serverHangs},
     {L"call notifier", serverHangs},
@@ -139,7 +139,7 @@ Finding LookAtLogLevel(const Form& form) {
             L"Press \"Set to log only ImportantEvents\" on the program's Paths page."};
 }
 
-void Look(const CheckSurroundings& around, Findings& findings) {
+void LookAtThreeCX(const CheckSurroundings& around, Findings& findings) {
     Form form;
     Talk talk;
     ThreeCXIntegration threeCX(form, around.program, around.registry, around.files, around.shell,
@@ -164,6 +164,6 @@ void Look(const CheckSurroundings& around, Findings& findings) {
 
 }  // namespace
 
-const LinkGroup threeCXLinks{links, &Look};
+const LinkGroup threeCXLinks{linksToThreeCX, &LookAtThreeCX};
 
 }  // namespace corvane

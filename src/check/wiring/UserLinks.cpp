@@ -15,7 +15,7 @@ namespace corvane {
 namespace {
 
 constexpr std::wstring_view systemHangs = L"See whether this computer is very busy.";
-constexpr auto links = std::to_array<Link>({
+constexpr auto linksOfUser = std::to_array<Link>({
     {L"settings", systemHangs},
     {L"master switch", systemHangs},
     {L"log", systemHangs},
@@ -89,7 +89,7 @@ Finding LookAtInstances(const CheckSurroundings& around) {
     return {LinkState::Ok, Join(L"none; instances that run: ", std::to_wstring(running))};
 }
 
-void Look(const CheckSurroundings& around, Findings& findings) {
+void LookAtUser(const CheckSurroundings& around, Findings& findings) {
     Form form;
     findings.Tell(LookAtSettings(LoadSavedSettings(form, around.registry)));
     findings.Tell(LookAtMasterSwitch(form));
@@ -99,6 +99,6 @@ void Look(const CheckSurroundings& around, Findings& findings) {
 
 }  // namespace
 
-const LinkGroup userLinks{links, &Look};
+const LinkGroup userLinks{linksOfUser, &LookAtUser};
 
 }  // namespace corvane

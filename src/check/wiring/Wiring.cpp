@@ -48,7 +48,7 @@ void LookAt(const LinkGroup& group, const InSurroundings& inSurroundings, Findin
     }
 }
 
-std::wstring_view WordOf(LinkState state) {
+std::wstring_view PrintedWordOf(LinkState state) {
     switch (state) {
         case LinkState::Ok:
             return L"ok";
@@ -81,7 +81,7 @@ std::wstring WiringText(std::span<const Findings::Told> findings) {
     for (const auto& [link, finding] : findings) {
         warnings += finding.state == LinkState::Warning ? 1 : 0;
         broken += finding.state == LinkState::Broken ? 1 : 0;
-        table.Add({std::wstring(WordOf(finding.state)), std::wstring(link), finding.text});
+        table.Add({std::wstring(PrintedWordOf(finding.state)), std::wstring(link), finding.text});
         if (!finding.fix.empty())
             table.Add({L"", L"", L"-> " + finding.fix});
     }

@@ -7,7 +7,7 @@ namespace corvane {
 
 namespace {
 
-std::wstring_view WordOf(LinkState state) {
+std::wstring_view JsonWordOf(LinkState state) {
     switch (state) {
         case LinkState::Ok:
             return L"ok";
@@ -24,11 +24,11 @@ std::wstring_view WordOf(LinkState state) {
 
 std::wstring WiringJson(std::span<const Findings::Told> findings) {
     std::wstring json =
-        Join(L"{\n  \"result\": ", JsonText(WordOf(WorstOf(findings))), L",\n  \"links\": [");
+        Join(L"{\n  \"result\": ", JsonText(JsonWordOf(WorstOf(findings))), L",\n  \"links\": [");
     std::wstring_view separator = L"\n";
     for (const auto& [link, finding] : findings) {
         json += Join(separator, L"    {\"link\": ", JsonText(link), L", \"state\": ",
-                     JsonText(WordOf(finding.state)), L", \"text\": ", JsonText(finding.text),
+                     JsonText(JsonWordOf(finding.state)), L", \"text\": ", JsonText(finding.text),
                      L", \"fix\": ", JsonText(finding.fix), L"}");
         separator = L",\n";
     }

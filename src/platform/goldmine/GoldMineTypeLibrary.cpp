@@ -176,7 +176,7 @@ ComPtr<ITypeLib> LoadVersion(const RegisteredVersion& registered, DWORD view) {
     return nullptr;
 }
 
-ComPtr<ITypeLib> LoadLibrary() {
+ComPtr<ITypeLib> LoadGoldMineLibrary() {
     const std::wstring path = Join(L"Interface\\", TextOfGuid(goldMineInterface), L"\\TypeLib");
     // Own view first: then the one of programs of the other word length.
     for (const DWORD view : {DWORD{0}, DWORD{KEY_WOW64_32KEY}, DWORD{KEY_WOW64_64KEY}}) {
@@ -205,7 +205,7 @@ auto AttributesOf(ITypeInfo& type) {
     return std::unique_ptr<TYPEATTR, GiveBack<&ITypeInfo::ReleaseTypeAttr>>(attributes, {type});
 }
 
-auto FunctionOf(ITypeInfo& type, UINT index) {
+auto FunctionAt(ITypeInfo& type, UINT index) {
     FUNCDESC* function = nullptr;
     ThrowIfFailed(type.GetFuncDesc(index, &function));
     return std::unique_ptr<FUNCDESC, GiveBack<&ITypeInfo::ReleaseFuncDesc>>(function, {type});
@@ -254,7 +254,7 @@ bool IsDispatchMethod(MEMBERID member) {
 DISPID FirstMethod(ITypeInfo& type) {
     const auto attributes = AttributesOf(type);
     for (UINT index = 0; index < attributes->cFuncs; ++index) {
-        const auto function = FunctionOf(type, index);
+        const auto function = FunctionAt(type, index);
         if (function->invkind != INVOKE_FUNC || IsDispatchMethod(function->memid))
             continue;
         return function->memid;
@@ -265,7 +265,7 @@ DISPID FirstMethod(ITypeInfo& type) {
 DISPID MethodByName(ITypeInfo& type, std::wstring_view name) {
     const auto attributes = AttributesOf(type);
     for (UINT index = 0; index < attributes->cFuncs; ++index) {
-        const auto function = FunctionOf(type, index);
+        const auto function = FunctionAt(type, index);
         Bstr functionName;
         UINT names = 0;
         if (FAILED(type.GetNames(function->memid, functionName.put(), 1, &names)))
@@ -279,7 +279,7 @@ DISPID MethodByName(ITypeInfo& type, std::wstring_view name) {
 }  // namespace
 
 GoldMineIdentifiers ReadGoldMineTypeLibrary() {
-    return ReadGoldMineTypeLibrary(*LoadLibrary().Get());
+    return ReadGoldMineTypeLibrary(*LoadGoldMineLibrary().Get());
 }
 
 GoldMineIdentifiers ReadGoldMineTypeLibrary(ITypeLib& library) {
