@@ -2,7 +2,8 @@
 # Fails when a file includes what its folder may not:
 #   - an include of the program that runs upwards in the house, or against the order on a floor;
 #   - a header of Windows or COM outside of platform/, ui/window/, check/platform/ and the two main.cpp;
-#   - the practice GoldMine and the program sharing a file; a test from outside that knows either.
+#   - the practice GoldMine and the program sharing a file; a test from outside that knows either;
+#   - a name of a precompiled header of the library in use, and the header not included.
 set -euo pipefail
 # shellcheck source=scripts/common.sh
 . "$(dirname "$0")/common.sh"
@@ -88,5 +89,55 @@ while IFS=$'\t' read -r file header; do
     *) [ -f "$beside" ] ;;
     esac || complain "$file" "$header" "nothing that its folder may know"
 done < <(includes packaging standin tests | grep '"')
+
+# The names, behind std:: or std::ranges::, of which a file that uses them includes the header itself,
+# or a source's own header does. A row for each header of the library that is precompiled.
+names='
+algorithm: all_of any_of clamp copy copy_if copy_n count count_if equal equal_range fill find find_first_of
+algorithm: find_if find_if_not for_each lower_bound max max_element min min_element minmax mismatch none_of
+algorithm: remove_if replace replace_if reverse rotate search sort stable_sort transform unique upper_bound
+array: array to_array
+functional: bind_front cref function greater identity invoke not_fn plus ref reference_wrapper
+map: map multimap
+memory: addressof enable_shared_from_this make_shared make_unique shared_ptr unique_ptr weak_ptr
+optional: make_optional nullopt optional
+string: basic_string char_traits string to_string to_wstring wstring
+utility: as_const cmp_equal cmp_greater cmp_less exchange forward in_range index_sequence move pair swap
+vector: vector
+'
+for header in $(sed -n '/^target_precompile_headers/,/)/p' src/CMakeLists.txt standin/CMakeLists.txt |
+    grep -o '<[a-z_]*>' | tr -d '<>' | sort -u); do
+    grep -q "^$header: " <<<"$names" || complain "the build" "<$header>" "its names are not known here"
+done
+mapfile -t sources < <(find packaging src standin -name '*.cpp' -o -name '*.h' | sort)
+NAMES=$names awk '
+    BEGIN {
+        rows = split(ENVIRON["NAMES"], row, "\n")
+        for (i = 1; i <= rows; ++i)
+            if (split(row[i], part, ": ") == 2) {
+                gsub(" ", "|", part[2])
+                header[i] = part[1]
+                pattern[i] = "std::(ranges::)?(" part[2] ")([^a-z_]|$)"
+            }
+    }
+    /^#include </ { has[FILENAME, substr($2, 2, length($2) - 2)] }
+    { sub("//.*", "") }
+    /std::/ {
+        for (i in header)
+            if ($0 ~ pattern[i] && !((FILENAME, header[i]) in used))
+                used[FILENAME, header[i]] = FNR
+    }
+    END {
+        for (each in used) {
+            split(each, part, SUBSEP)
+            own = part[1]
+            sub(/cpp$/, "h", own)
+            if (!(each in has) && !((own, part[2]) in has)) {
+                print part[1] ":" used[each] ": uses <" part[2] ">, which is not included"
+                wrong = 1
+            }
+        }
+        exit wrong
+    }' "${sources[@]}" >&2 || wrong=1
 
 exit "$wrong"

@@ -2,6 +2,7 @@
 
 #include <commctrl.h>
 #include <objbase.h>
+#include <string>
 
 #include "commands/CommandRouter.h"
 #include "data/Database.h"

@@ -1,5 +1,7 @@
 #include "installer/Places.h"
 
+#include <utility>
+
 #include "installer/FolderRights.h"
 #include "platform/kit/Handles.h"
 

@@ -1,5 +1,7 @@
 #include "app/CallParameters.h"
 
+#include <utility>
+
 #include "app/Status.h"
 #include "calls/CallerID.h"
 #include "ui/form/Form.h"

@@ -1,5 +1,7 @@
 #include "calls/CallerID.h"
 
+#include <string>
+
 #include "seams/Conversions.h"
 #include "seams/StatusWriter.h"
 #include "ui/form/Form.h"

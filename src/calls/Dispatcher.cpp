@@ -1,5 +1,7 @@
 #include "calls/Dispatcher.h"
 
+#include <string>
+
 #include "calls/CallHistory.h"
 #include "calls/CallInProgress.h"
 #include "calls/CompleteCallDialog.h"

@@ -1,6 +1,7 @@
 #include "calls/RecordingLink.h"
 
 #include <cmath>
+#include <utility>
 
 #include "seams/Clock.h"
 #include "seams/Conversions.h"

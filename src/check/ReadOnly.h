@@ -1,5 +1,9 @@
 #pragma once
 
+#include <optional>
+#include <string>
+#include <vector>
+
 #include "seams/CrashLine.h"
 #include "seams/FileSystem.h"
 #include "seams/IniFiles.h"

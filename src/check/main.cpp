@@ -1,6 +1,7 @@
 // The console program that tells how GoldMine, 3CX and CorvaneTo3CX are linked. CorvaneTo3CX takes
 // whatever is no switch for a number to dial, so its command line has no room for this.
 
+#include <functional>
 #include <span>
 #include <string>
 #include <vector>

@@ -1,5 +1,7 @@
 #include "dialing/Dialer.h"
 
+#include <string>
+
 #include "seams/MessageBoxes.h"
 #include "seams/Processes.h"
 #include "seams/StatusWriter.h"

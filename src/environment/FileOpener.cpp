@@ -1,5 +1,7 @@
 #include "environment/FileOpener.h"
 
+#include <string>
+
 #include "seams/FileSystem.h"
 #include "seams/MessageBoxes.h"
 #include "seams/Shell.h"

@@ -1,5 +1,7 @@
 #include "environment/GoldMineProcess.h"
 
+#include <vector>
+
 #include "seams/MessageBoxes.h"
 #include "seams/StatusWriter.h"
 #include "ui/form/Form.h"

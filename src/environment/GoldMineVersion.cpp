@@ -1,6 +1,7 @@
 #include "environment/GoldMineVersion.h"
 
 #include <optional>
+#include <string>
 
 #include "dialing/GoldMineIniSetup.h"
 #include "gmapi/Macro.h"

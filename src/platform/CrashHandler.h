@@ -1,6 +1,7 @@
 #pragma once
 
 #include <exception>
+#include <string>
 
 #include "platform/kit/Windows.h"
 #include "seams/CrashLine.h"

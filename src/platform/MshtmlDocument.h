@@ -1,6 +1,8 @@
 #pragma once
 
 #include <memory>
+#include <string>
+#include <utility>
 
 #include "platform/HtmlClientSite.h"
 #include "platform/kit/Dispatch.h"

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <optional>
+#include <string>
+
 #include "seams/XPathReader.h"
 
 namespace corvane {

@@ -1,3 +1,5 @@
+#include <string>
+
 #include "platform/kit/Bstr.h"
 #include "platform/kit/ComError.h"
 #include "seams/Conversions.h"

@@ -1,6 +1,7 @@
 #include "platform/WindowsProcesses.h"
 
 #include <array>
+#include <utility>
 
 #include "platform/kit/AnsiText.h"
 

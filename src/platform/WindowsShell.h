@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 #include "seams/Shell.h"
 
 namespace corvane {

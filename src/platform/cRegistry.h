@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 #include "seams/Registry.h"
 
 namespace corvane {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 #include "seams/IniFiles.h"
 
 namespace corvane {

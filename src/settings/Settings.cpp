@@ -1,5 +1,7 @@
 #include "settings/Settings.h"
 
+#include <string>
+
 #include "seams/MessageBoxes.h"
 #include "seams/StatusWriter.h"
 #include "settings/cSimuIniFile.h"

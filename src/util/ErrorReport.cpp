@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <exception>
 #include <new>
+#include <string>
 
 #include "seams/MessageBoxes.h"
 #include "seams/StatusWriter.h"

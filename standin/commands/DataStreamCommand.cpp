@@ -1,6 +1,9 @@
 #include "commands/DataStreamCommand.h"
 
 #include <algorithm>
+#include <string>
+#include <utility>
+#include <vector>
 
 #include "shared/Text.h"
 

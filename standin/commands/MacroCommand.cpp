@@ -1,6 +1,9 @@
 #include "commands/MacroCommand.h"
 
 #include <algorithm>
+#include <optional>
+#include <string>
+#include <vector>
 
 #include "shared/Text.h"
 

@@ -1,6 +1,9 @@
 #include "commands/RecordCommands.h"
 
 #include <cstdlib>
+#include <optional>
+#include <string>
+#include <utility>
 
 #include "shared/Text.h"
 

@@ -1,5 +1,8 @@
 #include "commands/WindowCommands.h"
 
+#include <optional>
+#include <string>
+
 #include "shared/Text.h"
 #include "windows/WindowList.h"
 

@@ -2,7 +2,9 @@
 
 #include <windows.h>
 
+#include <algorithm>
 #include <cstdint>
+#include <utility>
 
 #include "data/SampleContacts.h"
 #include "shared/Text.h"

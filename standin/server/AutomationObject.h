@@ -7,6 +7,7 @@
 #include <wrl/client.h>
 
 #include <map>
+#include <string>
 
 #include "commands/Client.h"
 #include "envelope/Command.h"

@@ -4,6 +4,7 @@
 #include <array>
 #include <iterator>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "server/TypeLibrary.h"

@@ -1,6 +1,7 @@
 #include "windows/Desk.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "windows/CompleteCallDialog.h"
 #include "windows/ContactWindow.h"

@@ -1,5 +1,7 @@
 #include "windows/WindowList.h"
 
+#include <utility>
+
 #include "shared/Text.h"
 
 namespace practice {

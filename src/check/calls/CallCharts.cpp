@@ -1,6 +1,7 @@
 #include "check/calls/CallCharts.h"
 
 #include <algorithm>
+#include <array>
 #include <numeric>
 
 #include "check/calls/CallTexts.h"

@@ -1,6 +1,7 @@
 #include "check/calls/CallPage.h"
 
 #include <algorithm>
+#include <array>
 
 #include "check/calls/CallCharts.h"
 #include "check/calls/CallPageStyle.h"

@@ -1,5 +1,7 @@
 #include "check/calls/CallTable.h"
 
+#include <vector>
+
 #include "check/calls/CallTexts.h"
 #include "check/Table.h"
 #include "util/Text.h"

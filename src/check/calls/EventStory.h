@@ -3,6 +3,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "check/calls/CallEvent.h"
 #include "check/calls/LogLine.h"

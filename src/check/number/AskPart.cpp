@@ -1,5 +1,10 @@
 // A caller ID searched in GoldMine, without anything being shown there.
 
+#include <functional>
+#include <optional>
+#include <string>
+#include <utility>
+
 #include "calls/CallerID.h"
 #include "calls/ContactSearch.h"
 #include "check/number/CommandReader.h"

@@ -1,5 +1,9 @@
 // A number as the caller ID of a call: what it is reduced to, and what GoldMine would be asked.
 
+#include <string>
+#include <utility>
+#include <vector>
+
 #include "calls/CallerID.h"
 #include "calls/ContactSearch.h"
 #include "check/number/CommandReader.h"

@@ -1,6 +1,7 @@
 // A number that GoldMine passes on to be dialed.
 
 #include <cwctype>
+#include <string>
 
 #include "app/CallParameters.h"
 #include "app/Status.h"

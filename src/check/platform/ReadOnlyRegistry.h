@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 #include "platform/cRegistry.h"
 
 namespace corvane {

@@ -1,6 +1,7 @@
 #include "check/platform/WindowsLogFiles.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "check/platform/FileBytes.h"
 #include "platform/kit/AnsiText.h"

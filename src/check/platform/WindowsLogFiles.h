@@ -1,5 +1,8 @@
 #pragma once
 
+#include <memory>
+#include <string>
+
 #include "check/calls/LogFiles.h"
 
 namespace corvane {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 #include "check/report/ReportFiles.h"
 
 namespace corvane {

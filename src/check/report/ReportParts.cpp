@@ -1,6 +1,7 @@
 #include "check/report/ReportParts.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "check/SavedSettings.h"
 #include "check/Survey.h"

@@ -1,6 +1,8 @@
 // GoldMine as it runs in this session. It is asked for macros only.
 
 #include <array>
+#include <string>
+#include <utility>
 
 #include "check/ReadOnly.h"
 #include "check/Survey.h"

@@ -1,6 +1,7 @@
 // The folder that recordings are linked from.
 
 #include <array>
+#include <string>
 
 #include "calls/RecordingLink.h"
 #include "check/ReadOnly.h"

@@ -1,6 +1,7 @@
 // The program itself, and what 3CX knows of it.
 
 #include <array>
+#include <string>
 
 #include "check/ReadOnly.h"
 #include "check/Survey.h"

@@ -1,6 +1,8 @@
 // This user's settings and log, and what of the program runs already.
 
 #include <array>
+#include <string>
+#include <vector>
 
 #include "check/ReadOnly.h"
 #include "check/SavedSettings.h"

@@ -1,7 +1,9 @@
 #include "check/wiring/Wiring.h"
 
 #include <array>
+#include <functional>
 #include <memory>
+#include <utility>
 
 #include "check/Arguments.h"
 #include "check/Output.h"

@@ -1,5 +1,7 @@
 #include "platform/goldmine/GoldMineAutomation.h"
 
+#include <utility>
+
 #include "platform/kit/Bstr.h"
 #include "platform/kit/ComApartment.h"
 #include "platform/kit/ComError.h"

@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <optional>
+#include <string>
 
 #include "platform/goldmine/GoldMineTypeLibrary.h"
 #include "platform/goldmine/WindowUpDownSink.h"

@@ -1,5 +1,7 @@
 #include "platform/kit/ComError.h"
 
+#include <string>
+
 #include "platform/kit/Handles.h"
 #include "util/Text.h"
 

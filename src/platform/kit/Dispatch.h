@@ -2,7 +2,9 @@
 
 #include <optional>
 #include <span>
+#include <string>
 #include <string_view>
+#include <utility>
 
 #include "platform/kit/Bstr.h"
 

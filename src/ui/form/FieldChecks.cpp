@@ -1,6 +1,7 @@
 #include "ui/form/FieldChecks.h"
 
 #include <optional>
+#include <string>
 
 #include "seams/Conversions.h"
 #include "seams/MessageBoxes.h"

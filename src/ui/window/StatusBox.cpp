@@ -1,6 +1,7 @@
 #include "ui/window/StatusBox.h"
 
 #include <algorithm>
+#include <string>
 
 namespace corvane {
 
