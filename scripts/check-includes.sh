@@ -10,7 +10,10 @@ set -euo pipefail
 cd "$top"
 
 # Each folder of src/ and those that it may include; docs/architecture.md draws this.
-allowed='
+declare -A allowed
+while IFS=: read -r folder others; do
+    allowed[$folder]=$others
+done <<'ALLOWED'
 seams:
 util: seams
 platform: seams util
@@ -26,14 +29,15 @@ app/main.cpp: seams util ui/form settings gmapi dialing calls environment app pl
 check: seams util ui/form settings gmapi dialing calls environment app
 check/platform: seams util platform check
 check/main.cpp: seams util ui/form settings gmapi dialing calls environment platform check check/platform
-'
+ALLOWED
 
-# room <file below src/>: the folder whose rules it follows.
+# room <file below src/>: puts the folder whose rules it follows into $room.
 room() {
+    local below=${1#*/}
     case $1 in
-    app/main.cpp | check/main.cpp) echo "$1" ;;
-    ui/* | check/platform/*) cut -d/ -f1,2 <<<"$1" ;;
-    *) cut -d/ -f1 <<<"$1" ;;
+    app/main.cpp | check/main.cpp) room=$1 ;;
+    ui/* | check/platform/*) room=${1%%/*}/${below%%/*} ;;
+    *) room=${1%%/*} ;;
     esac
 }
 
@@ -50,9 +54,9 @@ includes() {
 }
 
 while IFS=$'\t' read -r file header; do
-    from=$(room "${file#src/}")
-    may=$(sed -n "s|^$from: *||p" <<<"$allowed")
-    grep -q "^$from:" <<<"$allowed" || complain "$file" "$header" "the folder has no rule"
+    room "${file#src/}"
+    from=$room
+    [ -n "${allowed[$from]+yes}" ] || complain "$file" "$header" "the folder has no rule"
     case $header in
     '<'*.h*'>')
         # C++ headers have no ending; everything else in angle brackets is the system's.
@@ -62,9 +66,9 @@ while IFS=$'\t' read -r file header; do
     '"Version.h"' | '"resources/'*) ;;
     '"'*)
         header=${header//\"/}
-        to=$(room "$header")
-        [ "$to" = "${from%/main.cpp}" ] || [[ " $may " == *" $to "* ]] ||
-            complain "$file" "$header" "$from may include no $to"
+        room "$header"
+        [ "$room" = "${from%/main.cpp}" ] || [[ " ${allowed[$from]-} " == *" $room "* ]] ||
+            complain "$file" "$header" "$from may include no $room"
         ;;
     esac
 done < <(includes src)
@@ -74,7 +78,7 @@ done < <(includes src)
 # knows no Windows); one that knows the program also the program and all of tests/.
 while IFS=$'\t' read -r file header; do
     header=${header//\"/}
-    beside=$(dirname "$file")/$header
+    beside=${file%/*}/$header
     case $file:$header in
     *:*..*) false ;;
     standin/*) [ -f "$beside" ] || [ -f "standin/$header" ] || [ "$header" = sqlite3.h ] ;;
