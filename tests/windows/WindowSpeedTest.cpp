@@ -1,9 +1,11 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <limits>
+#include <cstddef>
+#include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "ShownWindows.h"
 #include "support/windows/NativeWindow.h"
@@ -13,27 +15,40 @@ namespace {
 
 using test_support::TextOf;
 
-// A busy machine slows a measurement down, never up: the best of several is what the work costs.
-constexpr int measurements = 25;
+// What the work takes compared with the other, which is done in turn with it: a busy machine slows
+// both down. One pair may be hit by chance, the middle of several is not; more of them are measured
+// while it is above what is allowed.
+double MiddleRatio(double allowed, const std::function<double()>& ratioOfOnePair) {
+    constexpr size_t enough = 3;
+    constexpr size_t most = 25;
+    std::vector<double> ratios;
+    double middle = 0;
+    do {
+        ratios.push_back(ratioOfOnePair());
+        std::ranges::sort(ratios);
+        middle = ratios[ratios.size() / 2];
+    } while (ratios.size() < enough || (ratios.size() < most && middle > allowed));
+    return middle;
+}
 
 TEST(WindowSpeedTest, WindowAppearsNearlyAsFastAsABareOneWithAsManyControls) {
-    constexpr double allowedRatio = 1.5;
-    constexpr int enough = 5;
-    double bare = std::numeric_limits<double>::max();
-    double shown = std::numeric_limits<double>::max();
+    constexpr double allowed = 1.5;
     { const BareWindow warmUp; }
     { const ShownWindow warmUp; }
 
-    for (int i = 0; i < enough || (i < measurements && shown > allowedRatio * bare); ++i) {
-        std::unique_ptr<BareWindow> plain;
-        bare = std::min(bare, Milliseconds([&] { plain = std::make_unique<BareWindow>(); }));
-        plain.reset();
-        std::unique_ptr<ShownWindow> full;
-        shown = std::min(shown, Milliseconds([&] { full = std::make_unique<ShownWindow>(); }));
-        ASSERT_TRUE(IsWindowVisible(full->window->handle()));
-    }
-
-    EXPECT_LE(shown, allowedRatio * bare) << "bare " << bare << " ms, shown " << shown << " ms";
+    EXPECT_LE(MiddleRatio(allowed,
+                          [] {
+                              std::unique_ptr<BareWindow> plain;
+                              const double bare =
+                                  Milliseconds([&] { plain = std::make_unique<BareWindow>(); });
+                              plain.reset();
+                              std::unique_ptr<ShownWindow> full;
+                              const double shown =
+                                  Milliseconds([&] { full = std::make_unique<ShownWindow>(); });
+                              EXPECT_TRUE(IsWindowVisible(full->window->handle()));
+                              return shown / bare;
+                          }),
+              allowed);
 }
 
 // The status box on its tab, where every line is seen, and hidden on another.
@@ -65,23 +80,20 @@ protected:
 
 TEST_P(StatusSpeedTest, TheTenThousandthStatusLineCostsAsMuchAsTheFirst) {
     constexpr int lines = 1000;
-    constexpr double allowedRatio = 2;
-    constexpr int enough = 3;
-    double first = std::numeric_limits<double>::max();
-    double last = std::numeric_limits<double>::max();
+    constexpr double allowed = 2;
     shown_.form.SelectTab(shown_.form.tabstripOptions, GetParam());
     ServeWaitingMessages();
 
-    for (int i = 0; i < enough || (i < measurements && last > allowedRatio * first); ++i) {
-        shown_.form.txtStatus.setText(L"");
-        whole_.clear();
-        first = std::min(first, TimeOfLines(lines));
-        static_cast<void>(TimeOfLines(8 * lines));
-        last = std::min(last, TimeOfLines(lines));
-    }
-
+    EXPECT_LE(MiddleRatio(allowed,
+                          [&] {
+                              shown_.form.txtStatus.setText(L"");
+                              whole_.clear();
+                              const double first = TimeOfLines(lines);
+                              static_cast<void>(TimeOfLines(8 * lines));
+                              return TimeOfLines(lines) / first;
+                          }),
+              allowed);
     EXPECT_EQ(TextOf(NativeStatus()), whole_);
-    EXPECT_LE(last, allowedRatio * first) << "first " << first << " ms, last " << last << " ms";
 }
 
 INSTANTIATE_TEST_SUITE_P(Tabs, StatusSpeedTest,
