@@ -30,8 +30,6 @@ public:
     bool running() const { return process_.running(); }
     // Closes the main window and waits for the program's end.
     void Close();
-    // Ends one that hangs.
-    void Kill() { process_.Terminate(); }
     // Waits for the end of one that is ending by itself.
     bool WaitForEnd() const { return process_.WaitForEnd(); }
 
