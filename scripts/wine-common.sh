@@ -46,3 +46,30 @@ use_wine() {
     export LC_ALL=${CORVANE_LOCALE:-C.UTF-8}
     unset LANG LANGUAGE
 }
+
+# run_program <program> [arguments...]: runs it and ends with its exit code. One that still runs after
+# $CORVANE_STACKS_AFTER seconds, when that is set, is ended (124), and where it and all other Windows
+# programs of the desktop stood is printed: a hang that nobody can look at any more would teach nothing.
+run_program() {
+    [ -n "${CORVANE_STACKS_AFTER:-}" ] || exec "${enclose[@]}" "$loader" "$@"
+    print_stacks_later "${1##*/}" &
+    local later=$! status=0
+    "${enclose[@]}" "$loader" "$@" || status=$?
+    kill "$later" 2>/dev/null || :
+    ! wait "$later" 2>/dev/null || status=124
+    exit "$status"
+}
+
+# print_stacks_later <name>: waits without a process of its own, which would outlive this one; can be
+# ended only as long as it waits.
+print_stacks_later() {
+    local debugger=("${enclose[@]}" "$loader" winedbg.exe --command) process
+    read -rt "$CORVANE_STACKS_AFTER" <> <(:) || :
+    trap '' TERM
+    echo "$1 still runs after $CORVANE_STACKS_AFTER s. The stacks:"
+    process=$("${debugger[@]}" "info proc" </dev/null |
+        awk -v name="'$1'" '$NF == name { found = $1 } END { print found }')
+    process=$((16#${process//[!0-9a-f]/}))
+    "${debugger[@]}" "bt all" "$process" </dev/null 2>&1
+    "${enclose[@]}" "$loader" taskkill.exe /F /PID "$process" </dev/null
+}

@@ -11,4 +11,4 @@ if [ "${CORVANE_DESKTOP:-}" != x64 ] && [ -z "${CORVANE_WINEPREFIX:+${DISPLAY:-}
     exec "$top/scripts/with-desktop.sh" x64 "$0" "$@"
 fi
 use_wine x64
-exec "${enclose[@]}" "$loader" "$@"
+run_program "$@"

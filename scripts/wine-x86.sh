@@ -11,4 +11,4 @@ if [ "${CORVANE_DESKTOP:-}" != x86 ] && [ -z "${CORVANE_WINEPREFIX:+${DISPLAY:-}
     exec "$top/scripts/with-desktop.sh" x86 "$0" "$@"
 fi
 use_wine x86
-exec "${enclose[@]}" "$loader" "$@"
+run_program "$@"

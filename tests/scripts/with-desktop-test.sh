@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# What scripts/with-desktop.sh does to what it finds: it deletes nobody's folder, and a session that
-# was killed is not in the way of the next one.
+# What scripts/with-desktop.sh does to what it finds, and to what hangs: it deletes nobody's folder, a
+# session that was killed is not in the way of the next one, and a program that hangs says where.
 set -euo pipefail
 top=$(cd "$(dirname "$0")/../.." && pwd -P)
 work=$(mktemp -d)
@@ -26,3 +26,10 @@ done
 desktop sh -c 'pgrep -P "$PPID" -x Xvfb >"$0"; kill -9 "$PPID"' "$work/xvfb" 2>/dev/null && failed "it lived on"
 xvfb=$(cat "$work/xvfb")
 desktop true || failed "a session after a killed one does not begin"
+
+# A program that hangs ends with what it was at, and one that does not as if nobody had waited.
+answer=0
+CORVANE_STACKS_AFTER=2 desktop "$top/scripts/wine-x64.sh" wineboot.exe || failed "a program that ends failed"
+CORVANE_STACKS_AFTER=2 desktop "$top/scripts/wine-x64.sh" notepad.exe >"$work/said" 2>&1 || answer=$?
+[ "$answer" -eq 124 ] || failed "a hanging program ended with $answer"
+grep -q 'Backtracing for thread .*notepad\.exe' "$work/said" || failed "no stacks: $(cat "$work/said")"
