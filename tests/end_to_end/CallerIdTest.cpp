@@ -3,19 +3,17 @@
 namespace end_to_end {
 namespace {
 
-struct Case {
+struct CallerIdCase {
     const char* name;
     std::map<std::string, std::string> options;
     std::string callerId;
     std::string searched;  // what GoldMine is asked for
 };
 
-}  // namespace
-
-class CallerIdTest : public EndToEndTest, public testing::WithParamInterface<Case> {};
+class CallerIdTest : public EndToEndTest, public testing::WithParamInterface<CallerIdCase> {};
 
 TEST_P(CallerIdTest, IsSearchedAsConfigured) {
-    const Case& each = GetParam();
+    const CallerIdCase& each = GetParam();
     GoldMine("/NoRecord").SetFaults("CallerID status 0\n");
     SetAll(each.options);
 
@@ -31,25 +29,25 @@ TEST_P(CallerIdTest, IsSearchedAsConfigured) {
 
 INSTANTIATE_TEST_SUITE_P(
     CallerIds, CallerIdTest,
-    testing::Values(Case{"TenDigits", {}, "5551234567", "(555)123-4567"},
-                    Case{"SevenDigits", {}, "5551234", "()555-1234"},
-                    Case{"ExactlyTheMinimum", {}, "123456", "()12-3456"},
-                    Case{"Punctuation", {}, "+1(555)123-45.67", "(555)123-4567"},
-                    Case{"LeadingOneOfElevenDigits", {}, "15551234567", "(555)123-4567"},
-                    Case{"LeadingOneIsKept",
-                         {{"chkCallerIDIgnoreLeading1", "0"}},
-                         "15551234567",
-                         "(1555)123-4567"},
-                    Case{"LeadingOneOfTenDigitsStays", {}, "1555123456", "(155)512-3456"},
-                    Case{"TwelveDigits", {}, "442079460000", "(44207)946-0000"},
-                    Case{"LeadingZerosAreLost", {}, "0005551234567", "(555)123-4567"},
-                    Case{"NoFormat", {{"chkFormatCallerID", "0"}}, "5551234567", "5551234567"},
-                    Case{"AnotherFormat",
-                         {{"txtCallerIDFormat", "###-###-####"}},
-                         "5551234567",
-                         "555-123-4567"},
-                    Case{"ShortOnesToo", {{"chkIgnoreShortCallerID", "0"}}, "12", "()-12"},
-                    Case{"AnotherMinimum", {{"txtCallerIDMinLength", "3"}}, "123", "()-123"}),
+    testing::Values(
+        CallerIdCase{"TenDigits", {}, "5551234567", "(555)123-4567"},
+        CallerIdCase{"SevenDigits", {}, "5551234", "()555-1234"},
+        CallerIdCase{"ExactlyTheMinimum", {}, "123456", "()12-3456"},
+        CallerIdCase{"Punctuation", {}, "+1(555)123-45.67", "(555)123-4567"},
+        CallerIdCase{"LeadingOneOfElevenDigits", {}, "15551234567", "(555)123-4567"},
+        CallerIdCase{"LeadingOneIsKept",
+                     {{"chkCallerIDIgnoreLeading1", "0"}},
+                     "15551234567",
+                     "(1555)123-4567"},
+        CallerIdCase{"LeadingOneOfTenDigitsStays", {}, "1555123456", "(155)512-3456"},
+        CallerIdCase{"TwelveDigits", {}, "442079460000", "(44207)946-0000"},
+        CallerIdCase{"LeadingZerosAreLost", {}, "0005551234567", "(555)123-4567"},
+        CallerIdCase{"NoFormat", {{"chkFormatCallerID", "0"}}, "5551234567", "5551234567"},
+        CallerIdCase{
+            "AnotherFormat", {{"txtCallerIDFormat", "###-###-####"}}, "5551234567", "555-123-4567"},
+        CallerIdCase{"ShortOnesToo", {{"chkIgnoreShortCallerID", "0"}}, "12", "()-12"},
+        CallerIdCase{"AnotherMinimum", {{"txtCallerIDMinLength", "3"}}, "123", "()-123"}),
     NameOf);
 
+}  // namespace
 }  // namespace end_to_end

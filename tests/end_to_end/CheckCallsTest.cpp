@@ -6,7 +6,8 @@
 #include "CheckTest.h"
 #include "support/windows/Files.h"
 
-namespace end_to_end {
+// For itself: its short names would be in the way of other tests.
+namespace end_to_end::check_calls {
 namespace {
 
 using Options = std::map<std::string, std::string>;
@@ -65,7 +66,7 @@ Lines RowsOf(const std::string& text) {
     return rows;
 }
 
-struct Case {
+struct CheckedCall {
     const char* name;
     std::string commandLine;
     Options options;
@@ -74,8 +75,6 @@ struct Case {
     std::function<void()> setUp{};
     std::string goldMine{};  // its options; "none" when it does not run
 };
-
-}  // namespace
 
 class CheckCallsTest : public CheckTest {
 protected:
@@ -86,10 +85,11 @@ protected:
     }
 };
 
-class CheckCallsOutcomeTest : public CheckCallsTest, public testing::WithParamInterface<Case> {};
+class CheckCallsOutcomeTest : public CheckCallsTest,
+                              public testing::WithParamInterface<CheckedCall> {};
 
 TEST_P(CheckCallsOutcomeTest, IsARowOfItsOwn) {
-    const Case& each = GetParam();
+    const CheckedCall& each = GetParam();
     CloseGoldMine();  // a contact of an earlier call would be the current one
     if (each.goldMine != "none")
         GoldMine(each.goldMine).SetFaults(each.faults);
@@ -109,90 +109,99 @@ TEST_P(CheckCallsOutcomeTest, IsARowOfItsOwn) {
 INSTANTIATE_TEST_SUITE_P(
     Outcomes, CheckCallsOutcomeTest,
     testing::Values(
-        Case{"Popped", ringing, pop,
-             "00042 ringing in 5551234567 <> s popped in a primary contact record"},
-        Case{"PoppedInTheOpenRecord",
-             ringing,
-             pop,
-             "00042 ringing in 5551234567 <> s popped in Phone1 of the current record",
-             {},
-             {},
-             "/Record:A0002"},
-        Case{"NotFound", "/N:S /C:5550000000 /T:I /I:00042", pop,
-             "00042 ringing in 5550000000 not found"},
-        Case{"TooShort", "/N:S /C:123 /T:I /I:00042", pop,
-             "00042 ringing in 123 ignored: caller ID too short"},
-        Case{"NotTheMoment", answered, pop,
-             "00042 answered in 5551234567 ignored: search is set to ringing, history is set to "
-             "never"},
-        Case{"SwitchedOff",
-             ringing,
-             {{"chkGlobalEnable", "0"}},
-             "00042 ringing in 5551234567 ignored: master switch is off"},
-        Case{"Dialed", "(555) 123-4567", {}, "dial (555) 123-4567 dialed 5551234567"},
-        Case{"NoDigitsToDial",
-             "home",
-             {},
-             "dial home trouble: no digits to dial; box: <> s at most"},
-        Case{"HistoryWithLink",
-             answered,
-             link,
-             "00042 answered in 5551234567 found in a primary contact record; link to "
-             "call(00042).wav; history created; history item opened",
-             {},
-             [] { Record("call(00042).wav", 1); }},
-        Case{"RecordingOfAnotherCall",
-             answered,
-             link,
-             "00042 answered in 5551234567 found in a primary contact record; no link: newest "
-             "recording is of another call; history created; history item opened",
-             {},
-             [] { Record("call(00041).wav", 1); }},
-        Case{"RecordingTooOld",
-             answered,
-             link,
-             "00042 answered in 5551234567 found in a primary contact record; no link: newest "
-             "recording is too old; history created; history item opened",
-             {},
-             [] { Record("call(00042).wav", 90000); }},
-        Case{"HistoryRefused", answered, history,
-             "00042 answered in 5551234567 trouble: found in a primary contact record; history not "
-             "created; box: <> s at most",
-             "InsHist value 0\n"},
-        Case{"DialogFilledIn", answered, dialog,
-             "00042 answered in 5551234567 found in a primary contact record; Complete Call filled "
-             "in"},
-        Case{"DialogThatNeverComes", answered, dialog,
-             "00042 answered in 5551234567 trouble: found in a primary contact record; Complete "
-             "Call did not come up",
-             "MenuCommand event never\n"},
-        Case{
+        CheckedCall{"Popped", ringing, pop,
+                    "00042 ringing in 5551234567 <> s popped in a primary contact record"},
+        CheckedCall{"PoppedInTheOpenRecord",
+                    ringing,
+                    pop,
+                    "00042 ringing in 5551234567 <> s popped in Phone1 of the current record",
+                    {},
+                    {},
+                    "/Record:A0002"},
+        CheckedCall{"NotFound", "/N:S /C:5550000000 /T:I /I:00042", pop,
+                    "00042 ringing in 5550000000 not found"},
+        CheckedCall{"TooShort", "/N:S /C:123 /T:I /I:00042", pop,
+                    "00042 ringing in 123 ignored: caller ID too short"},
+        CheckedCall{
+            "NotTheMoment", answered, pop,
+            "00042 answered in 5551234567 ignored: search is set to ringing, history is set to "
+            "never"},
+        CheckedCall{"SwitchedOff",
+                    ringing,
+                    {{"chkGlobalEnable", "0"}},
+                    "00042 ringing in 5551234567 ignored: master switch is off"},
+        CheckedCall{"Dialed", "(555) 123-4567", {}, "dial (555) 123-4567 dialed 5551234567"},
+        CheckedCall{"NoDigitsToDial",
+                    "home",
+                    {},
+                    "dial home trouble: no digits to dial; box: <> s at most"},
+        CheckedCall{"HistoryWithLink",
+                    answered,
+                    link,
+                    "00042 answered in 5551234567 found in a primary contact record; link to "
+                    "call(00042).wav; history created; history item opened",
+                    {},
+                    [] { Record("call(00042).wav", 1); }},
+        CheckedCall{
+            "RecordingOfAnotherCall",
+            answered,
+            link,
+            "00042 answered in 5551234567 found in a primary contact record; no link: newest "
+            "recording is of another call; history created; history item opened",
+            {},
+            [] { Record("call(00041).wav", 1); }},
+        CheckedCall{
+            "RecordingTooOld",
+            answered,
+            link,
+            "00042 answered in 5551234567 found in a primary contact record; no link: newest "
+            "recording is too old; history created; history item opened",
+            {},
+            [] { Record("call(00042).wav", 90000); }},
+        CheckedCall{
+            "HistoryRefused", answered, history,
+            "00042 answered in 5551234567 trouble: found in a primary contact record; history not "
+            "created; box: <> s at most",
+            "InsHist value 0\n"},
+        CheckedCall{
+            "DialogFilledIn", answered, dialog,
+            "00042 answered in 5551234567 found in a primary contact record; Complete Call filled "
+            "in"},
+        CheckedCall{
+            "DialogThatNeverComes", answered, dialog,
+            "00042 answered in 5551234567 trouble: found in a primary contact record; Complete "
+            "Call did not come up",
+            "MenuCommand event never\n"},
+        CheckedCall{
             "SlowCommand", ringing, With(pop, {{"chkLogCOMCalls", "1"}}),
             "00042 ringing in 5551234567 <> s popped in a primary contact record; slowest command: "
             "CallerID <> s",
             "CallerID delay 2500\n"},
-        Case{"QueryRefused", "/N:S /C:5550000000 /T:I /I:00042",
-             With(pop, {{"chkSearchInAddlContacts", "1"}}),
-             "00042 ringing in 5550000000 trouble: GoldMine refused a query; not found; box: <> s "
-             "at "
-             "most",
-             "DataStream status 0\n"},
-        Case{"NoGoldMine",
-             ringing,
-             pop,
-             "00042 ringing in 5551234567 trouble: GoldMine was not running",
-             {},
-             {},
-             "none"},
-        Case{"NotLoggedIn", ringing, pop,
-             "00042 ringing in 5551234567 trouble: not logged in to GoldMine; GoldMine told no "
-             "version; box: <> s at most",
-             "Macro:&Version access-denied\n"},
-        Case{"SettingThatDoesNotConvert",
-             ringing,
-             {{"chkCreateHistory", "maybe"}},
-             "start trouble: run-time error '13': LoadSettings: chkCreateHistory: Type mismatch; "
-             "box: <> s at most"}),
+        CheckedCall{
+            "QueryRefused", "/N:S /C:5550000000 /T:I /I:00042",
+            With(pop, {{"chkSearchInAddlContacts", "1"}}),
+            "00042 ringing in 5550000000 trouble: GoldMine refused a query; not found; box: <> s "
+            "at "
+            "most",
+            "DataStream status 0\n"},
+        CheckedCall{"NoGoldMine",
+                    ringing,
+                    pop,
+                    "00042 ringing in 5551234567 trouble: GoldMine was not running",
+                    {},
+                    {},
+                    "none"},
+        CheckedCall{
+            "NotLoggedIn", ringing, pop,
+            "00042 ringing in 5551234567 trouble: not logged in to GoldMine; GoldMine told no "
+            "version; box: <> s at most",
+            "Macro:&Version access-denied\n"},
+        CheckedCall{
+            "SettingThatDoesNotConvert",
+            ringing,
+            {{"chkCreateHistory", "maybe"}},
+            "start trouble: run-time error '13': LoadSettings: chkCreateHistory: Type mismatch; "
+            "box: <> s at most"}),
     NameOf);
 
 TEST_F(CheckCallsTest, ARunThatWaitsInABoxDidNotEnd) {
@@ -242,4 +251,5 @@ TEST_F(CheckCallsTest, WithoutALogItSaysWhy) {
         << checked.text;
 }
 
-}  // namespace end_to_end
+}  // namespace
+}  // namespace end_to_end::check_calls

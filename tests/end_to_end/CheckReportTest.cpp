@@ -16,8 +16,6 @@ bool Holds(const std::string& text, std::string_view part) {
     return text.find(part) != std::string::npos;
 }
 
-}  // namespace
-
 class CheckReportTest : public CheckTest {
 protected:
     void SetUp() override {
@@ -166,4 +164,5 @@ TEST_F(CheckReportTest, WithoutANameItGoesToTheDesktop) {
     DeleteFileW(path.c_str());
 }
 
+}  // namespace
 }  // namespace end_to_end

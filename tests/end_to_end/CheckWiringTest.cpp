@@ -9,11 +9,7 @@
 namespace end_to_end {
 namespace {
 
-const std::string recording = "5551234567 (00042).wav";
-
-void SetMachine(const wchar_t* key, const std::string& name, const std::string& text) {
-    SetRegistryText(HKEY_LOCAL_MACHINE, key, name, text);
-}
+const std::string recordingName = "5551234567 (00042).wav";
 
 void WriteUserIni(const std::string& modem) {
     WriteFileText(std::wstring(dataFolder) + L"MASTER.INI",
@@ -49,14 +45,12 @@ Lines LinesOf(const Checked& checked) {
     return lines;
 }
 
-}  // namespace
-
 class CheckWiringTest : public CheckTest {
 protected:
     void SetUp() override {
         CheckTest::SetUp();
         SetAll({{"chkCreateLink", "1"}, {"txtLinkedItemPath", Utf8(recordingsFolder)}});
-        WriteFileText(recordingsFolder + Wide(recording), "practice");
+        WriteFileText(recordingsFolder + Wide(recordingName), "practice");
     }
     // The log is there, as after the first run.
     static void WriteLog() {
@@ -82,7 +76,7 @@ protected:
                 "ok  modem: TAPITranslation  numbers are dialed as entered",
                 "ok  notes                   plain text",
                 "ok  recordings folder       C:\\corvane-e2e\\recordings\\: 1 file, the newest, " +
-                    recording + ", less than a minute ago",
+                    recordingName + ", less than a minute ago",
                 "ok  settings                all convert",
                 "ok  master switch           on",
                 "ok  log                     " + Utf8(logFile()),
@@ -208,13 +202,9 @@ private:
     KernelHandle held_;
 };
 
-namespace {
-
 CheckBrokenLinkTest& Desk(CheckTest& test) {
     return static_cast<CheckBrokenLinkTest&>(test);
 }
-
-}  // namespace
 
 TEST_P(CheckBrokenLinkTest, IsToldWithItsFix) {
     GoldMine();
@@ -355,9 +345,11 @@ INSTANTIATE_TEST_SUITE_P(
             1},
         BrokenLink{
             "OldRecordings",
-            [](CheckTest&) { AgeFile(recordingsFolder + Wide(recording), 40LL * 86400 + 3600); },
+            [](CheckTest&) {
+                AgeFile(recordingsFolder + Wide(recordingName), 40LL * 86400 + 3600);
+            },
             {"warning recordings folder C:\\corvane-e2e\\recordings\\: 1 file, the newest, " +
-                 recording + ", 40 days ago",
+                 recordingName + ", 40 days ago",
              "-> See whether 3CX still records calls there."},
             1},
         BrokenLink{
@@ -421,4 +413,5 @@ TEST_F(CheckPlaceTest, AFolderWithBlanksIsTold) {
     RemoveFolder(folder);
 }
 
+}  // namespace
 }  // namespace end_to_end

@@ -4,10 +4,6 @@ namespace end_to_end {
 
 namespace {
 
-const std::string disabledLine =
-    "Corvane to 3CX disabled--the \"Master Switch\" is unchecked. No connection to GoldMine "
-    "attempted.";
-
 // What stands in the window's parameter boxes.
 struct Parameters {
     std::string notification{};
@@ -38,7 +34,7 @@ Parameters ReadParameters(HWND window) {
             .outbound = ControlText(window, "txtOutboundPhone")};
 }
 
-struct Case {
+struct CommandLineCase {
     const char* name;
     std::string commandLine;
     Parameters parameters;
@@ -47,13 +43,11 @@ struct Case {
 
 const std::string longIdentifier(3'950, '7');
 
-}  // namespace
-
 // With the master switch off and the form shown, the window shows what became of the command line.
-class CommandLineTest : public EndToEndTest, public testing::WithParamInterface<Case> {};
+class CommandLineTest : public EndToEndTest, public testing::WithParamInterface<CommandLineCase> {};
 
 TEST_P(CommandLineTest, FillsTheParameterBoxes) {
-    const Case& each = GetParam();
+    const CommandLineCase& each = GetParam();
     CloseGoldMine();
     SetAll({{"chkGlobalEnable", "0"}, {"chkAlwaysShowForm", "1"}, {"chkIgnoreShortCallerID", "0"}});
 
@@ -74,76 +68,80 @@ TEST_P(CommandLineTest, FillsTheParameterBoxes) {
 INSTANTIATE_TEST_SUITE_P(
     CommandLines, CommandLineTest,
     testing::Values(
-        Case{"FourSwitches",
-             "/N:S /C:5551234567 /T:I /I:00042",
-             {.notification = "S",
-              .callerId = "5551234567",
-              .digits = "5551234567",
-              .formatted = "(555)123-4567",
-              .callType = "I",
-              .identifier = "00042"}},
-        Case{"AnyOrder",
-             "/I:7 /T:O /C:5551234567 /N:E",
-             {.notification = "E",
-              .callerId = "5551234567",
-              .digits = "5551234567",
-              .formatted = "(555)123-4567",
-              .callType = "O",
-              .identifier = "7"}},
-        Case{"AnySeparator",
-             "/N=S /TxI /I-5",
-             {.notification = "S", .callType = "I", .identifier = "5"}},
-        Case{"TheLaterOfTwoCounts",
-             "/N:S /N:C /T:I /T:O /I:1 /I:2",
-             {.notification = "C", .callType = "O", .identifier = "2"}},
-        Case{"MissingSwitchesLeaveTheirBoxesEmpty",
-             "/N:E /I:9",
-             {.notification = "E", .identifier = "9"}},
-        Case{"ShortTokensGiveEmptyValues", "/N /T: /I:3", {.identifier = "3"}},
-        Case{"SeveralBlanksCountAsOne",
-             "/N:S    /T:I   /I:8",
-             {.notification = "S", .callType = "I", .identifier = "8"}},
-        Case{"ANumberFromGoldMine", "5551234", {.outbound = "5551234"}},
-        Case{"ANumberFromGoldMineArrivesWhole", "(555) 123-4567", {.outbound = "(555) 123-4567"}},
-        Case{"WithoutSlashQuotesStay", "\"555  1234\"", {.outbound = "\"555  1234\""}},
-        Case{"ASwitchAloneIsANumberToDial", "/N:S", {.outbound = "/N:S"}},
-        Case{"WithASlashQuotesVanishFromANumber", "\"5551234/2\"", {.outbound = "5551234/2"}},
-        Case{"ATabIsNoBlank", "/N:S\t/I:5", {.outbound = "/N:S\t/I:5"}},
-        Case{"LowerCaseSwitchesAreNotRecognised",
-             "/n:S /i:5 /T:I",
-             {.callType = "I"},
-             {"[]: Unrecognized parameter #0: /n:S.", "[]: Unrecognized parameter #1: /i:5."}},
-        Case{"ValuesKeepTheirCase",
-             "/N:s /T:i /I:aB",
-             {.notification = "s", .callType = "i", .identifier = "aB"}},
-        Case{"UnknownSwitchesAreReportedByTheirPlace",
-             "/N:S /X:1 /I:4 what /T:I",
-             {.notification = "S", .callType = "I", .identifier = "4"},
-             {"[]: Unrecognized parameter #1: /X:1.", "[4]: Unrecognized parameter #3: what."}},
-        Case{"ABlankInQuotesSplitsTheValue",
-             "/N:S \"/C:555 1234567\" /I:6",
-             {.notification = "S",
-              .callerId = "555",
-              .digits = "555",
-              .formatted = "()-555",
-              .identifier = "6"},
-             {"[]: Unrecognized parameter #2: 1234567."}},
-        Case{"FourThousandCharacters",
-             "/N:S /C:5551234567 /T:I /I:" + longIdentifier,
-             {.notification = "S",
-              .callerId = "5551234567",
-              .digits = "5551234567",
-              .formatted = "(555)123-4567",
-              .callType = "I",
-              .identifier = longIdentifier}},
-        Case{"LettersOutsideASCII",
-             "/N:S /C:5551234567 /T:I /I:Zo\u00eb",
-             {.notification = "S",
-              .callerId = "5551234567",
-              .digits = "5551234567",
-              .formatted = "(555)123-4567",
-              .callType = "I",
-              .identifier = "Zo\u00eb"}}),
+        CommandLineCase{"FourSwitches",
+                        "/N:S /C:5551234567 /T:I /I:00042",
+                        {.notification = "S",
+                         .callerId = "5551234567",
+                         .digits = "5551234567",
+                         .formatted = "(555)123-4567",
+                         .callType = "I",
+                         .identifier = "00042"}},
+        CommandLineCase{"AnyOrder",
+                        "/I:7 /T:O /C:5551234567 /N:E",
+                        {.notification = "E",
+                         .callerId = "5551234567",
+                         .digits = "5551234567",
+                         .formatted = "(555)123-4567",
+                         .callType = "O",
+                         .identifier = "7"}},
+        CommandLineCase{"AnySeparator",
+                        "/N=S /TxI /I-5",
+                        {.notification = "S", .callType = "I", .identifier = "5"}},
+        CommandLineCase{"TheLaterOfTwoCounts",
+                        "/N:S /N:C /T:I /T:O /I:1 /I:2",
+                        {.notification = "C", .callType = "O", .identifier = "2"}},
+        CommandLineCase{"MissingSwitchesLeaveTheirBoxesEmpty",
+                        "/N:E /I:9",
+                        {.notification = "E", .identifier = "9"}},
+        CommandLineCase{"ShortTokensGiveEmptyValues", "/N /T: /I:3", {.identifier = "3"}},
+        CommandLineCase{"SeveralBlanksCountAsOne",
+                        "/N:S    /T:I   /I:8",
+                        {.notification = "S", .callType = "I", .identifier = "8"}},
+        CommandLineCase{"ANumberFromGoldMine", "5551234", {.outbound = "5551234"}},
+        CommandLineCase{
+            "ANumberFromGoldMineArrivesWhole", "(555) 123-4567", {.outbound = "(555) 123-4567"}},
+        CommandLineCase{"WithoutSlashQuotesStay", "\"555  1234\"", {.outbound = "\"555  1234\""}},
+        CommandLineCase{"ASwitchAloneIsANumberToDial", "/N:S", {.outbound = "/N:S"}},
+        CommandLineCase{
+            "WithASlashQuotesVanishFromANumber", "\"5551234/2\"", {.outbound = "5551234/2"}},
+        CommandLineCase{"ATabIsNoBlank", "/N:S\t/I:5", {.outbound = "/N:S\t/I:5"}},
+        CommandLineCase{
+            "LowerCaseSwitchesAreNotRecognised",
+            "/n:S /i:5 /T:I",
+            {.callType = "I"},
+            {"[]: Unrecognized parameter #0: /n:S.", "[]: Unrecognized parameter #1: /i:5."}},
+        CommandLineCase{"ValuesKeepTheirCase",
+                        "/N:s /T:i /I:aB",
+                        {.notification = "s", .callType = "i", .identifier = "aB"}},
+        CommandLineCase{
+            "UnknownSwitchesAreReportedByTheirPlace",
+            "/N:S /X:1 /I:4 what /T:I",
+            {.notification = "S", .callType = "I", .identifier = "4"},
+            {"[]: Unrecognized parameter #1: /X:1.", "[4]: Unrecognized parameter #3: what."}},
+        CommandLineCase{"ABlankInQuotesSplitsTheValue",
+                        "/N:S \"/C:555 1234567\" /I:6",
+                        {.notification = "S",
+                         .callerId = "555",
+                         .digits = "555",
+                         .formatted = "()-555",
+                         .identifier = "6"},
+                        {"[]: Unrecognized parameter #2: 1234567."}},
+        CommandLineCase{"FourThousandCharacters",
+                        "/N:S /C:5551234567 /T:I /I:" + longIdentifier,
+                        {.notification = "S",
+                         .callerId = "5551234567",
+                         .digits = "5551234567",
+                         .formatted = "(555)123-4567",
+                         .callType = "I",
+                         .identifier = longIdentifier}},
+        CommandLineCase{"LettersOutsideASCII",
+                        "/N:S /C:5551234567 /T:I /I:Zo\u00eb",
+                        {.notification = "S",
+                         .callerId = "5551234567",
+                         .digits = "5551234567",
+                         .formatted = "(555)123-4567",
+                         .callType = "I",
+                         .identifier = "Zo\u00eb"}}),
     NameOf);
 
 class CommandLineEchoTest : public EndToEndTest {};
@@ -242,4 +240,5 @@ INSTANTIATE_TEST_SUITE_P(
             {"[3]: Ignored non-numeric CallerID: none.", "[3]: Unrecognized parameter #2: /X:1."}}),
     NameOf);
 
+}  // namespace
 }  // namespace end_to_end

@@ -9,7 +9,7 @@
 namespace end_to_end {
 namespace {
 
-struct Case {
+struct DialledNumber {
     const char* name;
     std::map<std::string, std::string> options;
     std::string phone;
@@ -32,12 +32,10 @@ Lines DialledLog(const std::string& phone, const std::string& dialled) {
                    "Call processing completed in <seconds> seconds."});
 }
 
-}  // namespace
-
-class DialingTest : public EndToEndTest, public testing::WithParamInterface<Case> {};
+class DialingTest : public EndToEndTest, public testing::WithParamInterface<DialledNumber> {};
 
 TEST_P(DialingTest, AsksTheCallTriggerForTheDigits) {
-    const Case& each = GetParam();
+    const DialledNumber& each = GetParam();
     GoldMine();
     SetAll(each.options);
 
@@ -52,33 +50,35 @@ TEST_P(DialingTest, AsksTheCallTriggerForTheDigits) {
 INSTANTIATE_TEST_SUITE_P(
     Numbers, DialingTest,
     testing::Values(
-        Case{"Formatted", untrimmed, "(555) 123-4567", "5551234567"},
-        Case{"CountryCode", untrimmed, "+1 555.123.4567", "15551234567"},
-        Case{"Trimmed", {}, "915551234567", "5551234567"},
-        Case{"TrimmedToAnotherLength", {{"txtOutboundMaxLength", "4"}}, "5551234567", "4567"},
-        Case{"ShorterThanTheLength", {}, "5551234", "5551234"},
-        Case{"DialCode", {}, "*67 555 1234", "*675551234"},
-        Case{"Pound", untrimmed, "#31#5551234", "#31#5551234"},
-        Case{"TrimmingCountsEveryDialCharacter", {}, "#31#5551234", "31#5551234"},
-        Case{"OneDigit", {}, "0", "0"},
-        Case{"LettersAreDropped", {}, "call 555-1234 now", "5551234"},
-        Case{"ShellCharactersAreDropped", {}, "555&1234|calc>x%PATH%\"", "5551234"},
-        Case{"ShellCharactersAloneAreDropped", untrimmed, "5^5;5'5`5$(5){5}[5]<5!5~5@5=5\\5",
-             "55555555555555"},
-        Case{"PercentSignsAreDropped", untrimmed, "%COMSPEC%%1%n%s5%%5%20x", "15520"},
-        Case{"TabsAreDropped", untrimmed, "555\t12\t34", "5551234"},
-        Case{"AWholeCommandIsOneNumber", untrimmed, "5551234\" -cmd \"makecall:999", "5551234999"},
-        Case{"RaisedFiguresAreDropped", untrimmed, "5\u00b25\u00b35\u00b9", "555"},
-        Case{"ThreeHundredDigits", untrimmed, Repeated("0123456789", 300),
-             Repeated("0123456789", 300)},
-        Case{"ThreeHundredCharacters", untrimmed, Repeated("(1*)-2 #x3", 300),
-             Repeated("1*2#3", 150)},
-        Case{"TheLastOfThreeHundred", {}, Repeated("0123456789", 300), "0123456789"},
-        Case{"TheLengthMayBeLongerThanTheBoxTakes",
-             {{"txtOutboundMaxLength", "299"}},
-             Repeated("0123456789", 300),
-             Repeated("1234567890", 299)},
-        Case{"StarAlone", {}, "*", "*"}, Case{"ASwitchAlone", {}, "/N:5", "5"}),
+        DialledNumber{"Formatted", untrimmed, "(555) 123-4567", "5551234567"},
+        DialledNumber{"CountryCode", untrimmed, "+1 555.123.4567", "15551234567"},
+        DialledNumber{"Trimmed", {}, "915551234567", "5551234567"},
+        DialledNumber{
+            "TrimmedToAnotherLength", {{"txtOutboundMaxLength", "4"}}, "5551234567", "4567"},
+        DialledNumber{"ShorterThanTheLength", {}, "5551234", "5551234"},
+        DialledNumber{"DialCode", {}, "*67 555 1234", "*675551234"},
+        DialledNumber{"Pound", untrimmed, "#31#5551234", "#31#5551234"},
+        DialledNumber{"TrimmingCountsEveryDialCharacter", {}, "#31#5551234", "31#5551234"},
+        DialledNumber{"OneDigit", {}, "0", "0"},
+        DialledNumber{"LettersAreDropped", {}, "call 555-1234 now", "5551234"},
+        DialledNumber{"ShellCharactersAreDropped", {}, "555&1234|calc>x%PATH%\"", "5551234"},
+        DialledNumber{"ShellCharactersAloneAreDropped", untrimmed,
+                      "5^5;5'5`5$(5){5}[5]<5!5~5@5=5\\5", "55555555555555"},
+        DialledNumber{"PercentSignsAreDropped", untrimmed, "%COMSPEC%%1%n%s5%%5%20x", "15520"},
+        DialledNumber{"TabsAreDropped", untrimmed, "555\t12\t34", "5551234"},
+        DialledNumber{"AWholeCommandIsOneNumber", untrimmed, "5551234\" -cmd \"makecall:999",
+                      "5551234999"},
+        DialledNumber{"RaisedFiguresAreDropped", untrimmed, "5\u00b25\u00b35\u00b9", "555"},
+        DialledNumber{"ThreeHundredDigits", untrimmed, Repeated("0123456789", 300),
+                      Repeated("0123456789", 300)},
+        DialledNumber{"ThreeHundredCharacters", untrimmed, Repeated("(1*)-2 #x3", 300),
+                      Repeated("1*2#3", 150)},
+        DialledNumber{"TheLastOfThreeHundred", {}, Repeated("0123456789", 300), "0123456789"},
+        DialledNumber{"TheLengthMayBeLongerThanTheBoxTakes",
+                      {{"txtOutboundMaxLength", "299"}},
+                      Repeated("0123456789", 300),
+                      Repeated("1234567890", 299)},
+        DialledNumber{"StarAlone", {}, "*", "*"}, DialledNumber{"ASwitchAlone", {}, "/N:5", "5"}),
     NameOf);
 
 class DialingRunTest : public EndToEndTest {};
@@ -139,10 +139,10 @@ TEST_F(DialingRunTest, GoldMineDialsByTheInstructionThatTheProgramWrote) {
         << LogText();
 }
 
-class NoDigitsTest : public EndToEndTest, public testing::WithParamInterface<Case> {};
+class NoDigitsTest : public EndToEndTest, public testing::WithParamInterface<DialledNumber> {};
 
 TEST_P(NoDigitsTest, NothingIsStarted) {
-    const Case& each = GetParam();
+    const DialledNumber& each = GetParam();
     GoldMine();
     SetAll(each.options);
 
@@ -160,8 +160,10 @@ TEST_P(NoDigitsTest, NothingIsStarted) {
 
 INSTANTIATE_TEST_SUITE_P(
     Numbers, NoDigitsTest,
-    testing::Values(Case{"Letters", {}, "CALLME", ""}, Case{"SignsOnly", {}, "+-() .%&\"", ""},
-                    Case{"TrimmedToNothing", {{"txtOutboundMaxLength", "0"}}, "555-1234", ""}),
+    testing::Values(DialledNumber{"Letters", {}, "CALLME", ""},
+                    DialledNumber{"SignsOnly", {}, "+-() .%&\"", ""},
+                    DialledNumber{
+                        "TrimmedToNothing", {{"txtOutboundMaxLength", "0"}}, "555-1234", ""}),
     NameOf);
 
 TEST_F(DialingRunTest, FiguresOfOtherScriptsAreNoDigits) {
@@ -188,7 +190,7 @@ struct Place {
     Boxes findings;
 };
 
-Box NotFound(const std::string& path) {
+Box CallNotifierNotFound(const std::string& path) {
     return {"The 3CX MyPhone Outbound Call Notifier program (" + path +
             ") could not be found. Please re-install the 3CX MyPhone Desktop Components."};
 }
@@ -221,11 +223,11 @@ INSTANTIATE_TEST_SUITE_P(
         Place{"Nothing",
               "C:\\corvane-e2e\\3cx\\CallTriggerCmd.exe",
               [] {},
-              {NotFound("C:\\corvane-e2e\\3cx\\CallTriggerCmd.exe")}},
+              {CallNotifierNotFound("C:\\corvane-e2e\\3cx\\CallTriggerCmd.exe")}},
         Place{"AFolder",
               "C:\\corvane-e2e\\3cx\\CallTriggerCmd.exe",
               [] { EmptyFolder(L"C:\\corvane-e2e\\3cx\\CallTriggerCmd.exe\\"); },
-              {NotFound("C:\\corvane-e2e\\3cx\\CallTriggerCmd.exe")}},
+              {CallNotifierNotFound("C:\\corvane-e2e\\3cx\\CallTriggerCmd.exe")}},
         Place{"AFileThatIsNoProgram",
               "C:\\corvane-e2e\\3cx\\CallTriggerCmd.exe",
               [] { WriteFileText(L"C:\\corvane-e2e\\3cx\\CallTriggerCmd.exe", "no program"); },
@@ -235,7 +237,7 @@ INSTANTIATE_TEST_SUITE_P(
               [] {
                   CopyFileTo(StandinFile("CallTriggerCmd.exe"), L"C:\\corvane-e2e\\3cx\\Call.exe");
               },
-              {NotFound("C:\\corvane-e2e\\3cx\\Call Trigger\\CallTriggerCmd.exe")}},
+              {CallNotifierNotFound("C:\\corvane-e2e\\3cx\\Call Trigger\\CallTriggerCmd.exe")}},
         Place{"No3CX",
               "",
               [] { RegDeleteTreeW(HKEY_LOCAL_MACHINE, L"SOFTWARE\\3CX"); },
@@ -264,4 +266,5 @@ TEST_F(DialingRunTest, AMissingCallTriggerOf3CXPhoneIsTold) {
                      {"Call to number 5551234 failed.\r\nCommand: " + command}}});
 }
 
+}  // namespace
 }  // namespace end_to_end

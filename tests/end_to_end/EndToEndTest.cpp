@@ -3,6 +3,7 @@
 #include "support/windows/BuiltFiles.h"
 #include "support/windows/Files.h"
 #include "support/windows/Folders.h"
+#include "support/windows/SystemWords.h"
 
 namespace end_to_end {
 namespace {
@@ -205,6 +206,11 @@ Lines Joined(std::initializer_list<Lines> parts) {
     for (const Lines& part : parts)
         all.insert(all.end(), part.begin(), part.end());
     return all;
+}
+
+std::string SystemText(DWORD code) {
+    const std::string words = Utf8(SystemWords(code));
+    return words.substr(0, words.find_last_not_of("\r\n ") + 1);
 }
 
 }  // namespace end_to_end

@@ -109,6 +109,18 @@ Lines Joined(std::initializer_list<Lines> parts);
 // Names the rows of a table of tests by their member "name".
 inline constexpr auto NameOf = [](const auto& each) { return std::string(each.param.name); };
 
+// What the system says about a code, without the line end.
+std::string SystemText(DWORD code);
+
+inline const std::string ringingCall = "/N:S /C:5551234567 /T:I /I:7";
+inline const std::string foundLine = "Found (555)123-4567 in a primary contact record.";
+inline const std::string popPhase = "Inbound call search for CallerID:  ";
+inline const std::string historyPhase = "History creation:  ";
+inline const std::string disabledLine =
+    "Corvane to 3CX disabled--the \"Master Switch\" is unchecked. No connection to GoldMine "
+    "attempted.";
+inline const Box loadingFailed{"Error loading configuration. Exiting.", "OK", "critical"};
+
 // What every run that finds GoldMine says and asks first.
 inline const std::string versionDetected = "GoldMine version 2014.1 detected.";
 inline const Lines startUpCommands = {gmapi::Macro("&amp;Version"),

@@ -9,9 +9,9 @@
 #include "EndToEndTest.h"
 #include "support/windows/BuiltFiles.h"
 #include "support/windows/Files.h"
-#include "support/windows/SystemWords.h"
 
-namespace end_to_end {
+// For itself: its short names would be in the way of other tests.
+namespace end_to_end::fault_table {
 namespace {
 
 enum class Fault {
@@ -79,7 +79,6 @@ const std::string typedNotes = "He rang before.\r\nCall back.";
 // The lines of the runs ---------------------------------------------------------------------------
 
 const std::string searching = "Inbound call search for CallerID:  ";
-const std::string history = "History creation:  ";
 const std::string completedBegin = "Call processing completed in ";
 const std::string completed = completedBegin + "<seconds> seconds.";
 const std::string foundAdditional = "Found (206)555-0151 in an Additional Contact record.";
@@ -99,31 +98,31 @@ Lines Popping(const Lines& messages, const Lines& atTheStart = {}) {
                    atTheStart,
                    ringingSearch,
                    messages,
-                   {searching + "processing completed.", history + "no history creation requested.",
-                    completed}});
+                   {searching + "processing completed.",
+                    historyPhase + "no history creation requested.", completed}});
 }
 
 Lines Saving(const Lines& messages) {
     return Joined(
         {{versionDetected, searching + "no searching requested on inbound call.",
-          history + "requested at _end_ of call.",
+          historyPhase + "requested at _end_ of call.",
           "Found (555)123-4567 in a primary contact record.", "Creating history at end of call.",
           "Checked 1 files in \"C:\\corvane-e2e\\recordings\" in <seconds> seconds.",
           "Most recent file is \"call (7).wav\", modified <date>.",
           "Prepared link to \"C:\\corvane-e2e\\recordings\\call (7).wav\"."},
          messages,
-         {"Finishing creating history at end of call.", history + "processing completed.",
+         {"Finishing creating history at end of call.", historyPhase + "processing completed.",
           completed}});
 }
 
 Lines Dialog(const Lines& messages, const Lines& behind = {}) {
     return Joined({{versionDetected, searching + "no searching requested on inbound call.",
-                    history + "requested at _connection_ of call.",
+                    historyPhase + "requested at _connection_ of call.",
                     "Found (555)123-4567 in a primary contact record.",
                     "Creating history at connection of call."},
                    messages,
                    {"Finishing creating history at connection of call.",
-                    history + "processing completed.", completed},
+                    historyPhase + "processing completed.", completed},
                    behind});
 }
 
@@ -180,17 +179,10 @@ Report RunTimeError(const std::string& number, const std::string& description) {
     return {begin + "  " + description, {begin + "\r\n\r\n" + description, "OK", "critical"}};
 }
 
-// What the system says about a code, without the line end.
-std::string SystemText(DWORD code) {
-    const std::string words = Utf8(SystemWords(code));
-    return words.substr(0, words.find_last_not_of("\r\n ") + 1);
-}
-
 const Report notRegistered = NoObject("429", "ActiveX component can't create object");
 const Report noVersion = Exclamation("Error retrieving GoldMine version.");
 const Report noFolders = Exclamation("Could not retrieve ProgramDataDir or SysDir");
 const Report noUser = Exclamation("Could not retrieve UserName");
-const Box loadingFailed{"Error loading configuration. Exiting.", "OK", "critical"};
 
 // The table ---------------------------------------------------------------------------------------
 
@@ -524,8 +516,6 @@ std::string Plain(std::string text) {
     return text;
 }
 
-}  // namespace
-
 class FaultTableTest : public EndToEndTest, public testing::WithParamInterface<Row> {
 protected:
     void SetUp() override {
@@ -623,4 +613,5 @@ TEST(FaultTableCoverageTest, EveryCommandIsInTheTable) {
     EXPECT_GT(commands, 0);
 }
 
-}  // namespace end_to_end
+}  // namespace
+}  // namespace end_to_end::fault_table

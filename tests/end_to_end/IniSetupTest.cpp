@@ -6,10 +6,9 @@
 namespace end_to_end {
 namespace {
 
-const std::string call = "/N:E /I:7";
+const std::string endedCall = "/N:E /I:7";
 const std::wstring userIni = std::wstring(dataFolder) + L"MASTER.INI";
 const std::string dial = "&Dial,,C:\\corvane-e2e\\app\\CorvaneTo3CX.exe %s";
-const Box loadingFailed{"Error loading configuration. Exiting.", "OK", "critical"};
 const Box askModem{
     "Okay to define a dummy modem in your GoldMine <user>.INI file? This is required for outbound "
     "dialing via 3CX.",
@@ -22,7 +21,7 @@ const Box askTapi{
     "Okay to set GoldMine to \"Dial numbers as entered\" instead of formatting using TAPI? This "
     "is required for outbound dialing via 3CX.",
     "Yes No"};
-const Box restart{"Please close and restart GoldMine to load the updated <user>.INI file."};
+const Box askRestart{"Please close and restart GoldMine to load the updated <user>.INI file."};
 
 Box AskToChangeDial(const std::string& current) {
     return {"Your GoldMine <user>.INI file already has this DDEDial instruction:\r\n\r\n" +
@@ -33,7 +32,7 @@ Box AskToChangeDial(const std::string& current) {
             "Yes No"};
 }
 
-struct Case {
+struct IniSetupCase {
     const char* name;
     std::string modem;  // the lines of the section
     std::vector<std::string> answers;
@@ -59,7 +58,7 @@ std::string ModemValue(const wchar_t* key) {
     return Utf8({text, length});
 }
 
-const Boxes allQuestions = {askModem, askDial, askTapi, restart};
+const Boxes allQuestions = {askModem, askDial, askTapi, askRestart};
 const std::vector<std::string> allAgreed = {"Yes", "Yes", "Yes", "OK"};
 const std::string allSet = "DeviceID=0\r\nDDEDial=" + dial + "\r\nTAPITranslation=0\r\n";
 const std::string rightDial = "DDEDial=" + dial + "\r\n";
@@ -68,21 +67,19 @@ const Lines processed = {versionDetected, "History creation:  requested at _conn
                          "History creation:  processing completed.",
                          "Call processing completed in <seconds> seconds."};
 
-}  // namespace
-
 class IniSetupTest : public EndToEndTest {};
 
-class ModemSectionTest : public IniSetupTest, public testing::WithParamInterface<Case> {};
+class ModemSectionTest : public IniSetupTest, public testing::WithParamInterface<IniSetupCase> {};
 
 TEST_P(ModemSectionTest, IsCompletedAsTheUserAgrees) {
-    const Case& each = GetParam();
+    const IniSetupCase& each = GetParam();
     GoldMine();
     WriteFileText(userIni, "[GoldMine]\r\nA=1\r\n[Modem]\r\n" + each.modem);
     const bool refused = !each.boxes.empty() && each.boxes.back() == loadingFailed;
 
-    const Outcome run = Run(call, each.answers);
+    const Outcome run = Run(endedCall, each.answers);
 
-    Check(run, {.log = RunLog(call, "7",
+    Check(run, {.log = RunLog(endedCall, "7",
                               refused ? Lines{versionDetected, Declined(each.boxes)} : processed),
                 .commands = startUpCommands,
                 .boxes = each.boxes});
@@ -94,104 +91,106 @@ TEST_P(ModemSectionTest, IsCompletedAsTheUserAgrees) {
 
     // What was set is not asked again.
     if (!refused && !each.boxes.empty()) {
-        EXPECT_EQ(Run(call).boxes, Boxes{});
+        EXPECT_EQ(Run(endedCall).boxes, Boxes{});
     }
 }
 
 INSTANTIATE_TEST_SUITE_P(
     Sections, ModemSectionTest,
     testing::Values(
-        Case{"EmptyAndAllAgreed", "", allAgreed, allQuestions, "0|" + dial + "|0"},
-        Case{"KeysWithoutValues", "DeviceID=\r\nDDEDial=\r\nTAPITranslation=\r\n", allAgreed,
-             allQuestions, "0|" + dial + "|0"},
-        Case{"AllRightIsLeftAlone", allSet, {}, {}, "0|" + dial + "|0"},
-        Case{"LetterCaseOfTheKeysDoesNotMatter",
-             "deviceid=5\r\nDDEDIAL=" + dial + "\r\ntapitranslation=2\r\n",
-             {},
-             {},
-             "5|" + dial + "|2"},
-        Case{"LongValuesAreAccepted",
-             "DeviceID=" + std::string(300, '5') + "\r\n" + rightDial +
-                 "TAPITranslation=" + std::string(300, '1') + "\r\n",
-             {},
-             {},
-             std::string(300, '5') + "|" + dial + "|" + std::string(300, '1')},
-        Case{"ALongInstructionIsShownUpTo254Characters",
-             "DeviceID=0\r\nDDEDial=" + std::string(253, 'x') + "yz" + std::string(45, 'z') +
-                 "\r\nTAPITranslation=0\r\n",
-             {"Yes", "OK"},
-             {AskToChangeDial(std::string(253, 'x') + "y"), restart},
-             "0|" + dial + "|0"},
-        Case{"AnInstructionWithMoreBehindItIsAnother",
-             "DeviceID=0\r\nDDEDial=" + dial + " %s\r\nTAPITranslation=0\r\n",
-             {"No", "OK"},
-             {AskToChangeDial(dial + " %s"), loadingFailed},
-             "0|" + dial + " %s|0"},
-        Case{"RefusedTelephonyKeepsWhatWasWritten",
-             "TAPITranslation=1\r\n",
-             {"Yes", "Yes", "No", "OK"},
-             {askModem, askDial, askTapi, loadingFailed},
-             "0|" + dial + "|1"},
-        Case{"NoModem",
-             "DeviceID=-1\r\n" + rightDial + "TAPITranslation=0\r\n",
-             {"Yes", "OK"},
-             {askModem, restart},
-             "0|" + dial + "|0"},
-        Case{"AnotherModemIsAccepted",
-             "DeviceID=5\r\n" + rightDial + "TAPITranslation=2\r\n",
-             {},
-             {},
-             "5|" + dial + "|2"},
-        Case{"RefusedModemStopsAll",
-             "TAPITranslation=1\r\n",
-             {"No", "OK"},
-             {askModem, loadingFailed},
-             "||1"},
-        Case{"AnotherInstruction",
-             "DeviceID=0\r\nDDEDial=&Dial,,C:\\other\\dialer.exe %s\r\nTAPITranslation=0\r\n",
-             {"Yes", "OK"},
-             {AskToChangeDial("&Dial,,C:\\other\\dialer.exe %s"), restart},
-             "0|" + dial + "|0"},
-        Case{"AnInstructionInOtherLetterCaseIsAnother",
-             "DeviceID=0\r\nDDEDial=&Dial,,c:\\corvane-e2e\\app\\corvaneto3cx.exe %s\r\n"
-             "TAPITranslation=0\r\n",
-             {"No", "OK"},
-             {AskToChangeDial("&Dial,,c:\\corvane-e2e\\app\\corvaneto3cx.exe %s"), loadingFailed},
-             "0|&Dial,,c:\\corvane-e2e\\app\\corvaneto3cx.exe %s|0"},
-        Case{"RefusedInstructionKeepsTheModemWritten",
-             "TAPITranslation=1\r\n",
-             {"Yes", "No", "OK"},
-             {askModem, askDial, loadingFailed},
-             "0||1"},
-        Case{"Telephony",
-             "DeviceID=0\r\n" + rightDial + "TAPITranslation=1\r\n",
-             {"Yes", "OK"},
-             {askTapi, restart},
-             "0|" + dial + "|0"},
-        Case{"RefusedTelephony",
-             "DeviceID=0\r\n" + rightDial,
-             {"No", "OK"},
-             {askTapi, loadingFailed},
-             "0|" + dial + "|"}),
+        IniSetupCase{"EmptyAndAllAgreed", "", allAgreed, allQuestions, "0|" + dial + "|0"},
+        IniSetupCase{"KeysWithoutValues", "DeviceID=\r\nDDEDial=\r\nTAPITranslation=\r\n",
+                     allAgreed, allQuestions, "0|" + dial + "|0"},
+        IniSetupCase{"AllRightIsLeftAlone", allSet, {}, {}, "0|" + dial + "|0"},
+        IniSetupCase{"LetterCaseOfTheKeysDoesNotMatter",
+                     "deviceid=5\r\nDDEDIAL=" + dial + "\r\ntapitranslation=2\r\n",
+                     {},
+                     {},
+                     "5|" + dial + "|2"},
+        IniSetupCase{"LongValuesAreAccepted",
+                     "DeviceID=" + std::string(300, '5') + "\r\n" + rightDial +
+                         "TAPITranslation=" + std::string(300, '1') + "\r\n",
+                     {},
+                     {},
+                     std::string(300, '5') + "|" + dial + "|" + std::string(300, '1')},
+        IniSetupCase{"ALongInstructionIsShownUpTo254Characters",
+                     "DeviceID=0\r\nDDEDial=" + std::string(253, 'x') + "yz" +
+                         std::string(45, 'z') + "\r\nTAPITranslation=0\r\n",
+                     {"Yes", "OK"},
+                     {AskToChangeDial(std::string(253, 'x') + "y"), askRestart},
+                     "0|" + dial + "|0"},
+        IniSetupCase{"AnInstructionWithMoreBehindItIsAnother",
+                     "DeviceID=0\r\nDDEDial=" + dial + " %s\r\nTAPITranslation=0\r\n",
+                     {"No", "OK"},
+                     {AskToChangeDial(dial + " %s"), loadingFailed},
+                     "0|" + dial + " %s|0"},
+        IniSetupCase{"RefusedTelephonyKeepsWhatWasWritten",
+                     "TAPITranslation=1\r\n",
+                     {"Yes", "Yes", "No", "OK"},
+                     {askModem, askDial, askTapi, loadingFailed},
+                     "0|" + dial + "|1"},
+        IniSetupCase{"NoModem",
+                     "DeviceID=-1\r\n" + rightDial + "TAPITranslation=0\r\n",
+                     {"Yes", "OK"},
+                     {askModem, askRestart},
+                     "0|" + dial + "|0"},
+        IniSetupCase{"AnotherModemIsAccepted",
+                     "DeviceID=5\r\n" + rightDial + "TAPITranslation=2\r\n",
+                     {},
+                     {},
+                     "5|" + dial + "|2"},
+        IniSetupCase{"RefusedModemStopsAll",
+                     "TAPITranslation=1\r\n",
+                     {"No", "OK"},
+                     {askModem, loadingFailed},
+                     "||1"},
+        IniSetupCase{
+            "AnotherInstruction",
+            "DeviceID=0\r\nDDEDial=&Dial,,C:\\other\\dialer.exe %s\r\nTAPITranslation=0\r\n",
+            {"Yes", "OK"},
+            {AskToChangeDial("&Dial,,C:\\other\\dialer.exe %s"), askRestart},
+            "0|" + dial + "|0"},
+        IniSetupCase{
+            "AnInstructionInOtherLetterCaseIsAnother",
+            "DeviceID=0\r\nDDEDial=&Dial,,c:\\corvane-e2e\\app\\corvaneto3cx.exe %s\r\n"
+            "TAPITranslation=0\r\n",
+            {"No", "OK"},
+            {AskToChangeDial("&Dial,,c:\\corvane-e2e\\app\\corvaneto3cx.exe %s"), loadingFailed},
+            "0|&Dial,,c:\\corvane-e2e\\app\\corvaneto3cx.exe %s|0"},
+        IniSetupCase{"RefusedInstructionKeepsTheModemWritten",
+                     "TAPITranslation=1\r\n",
+                     {"Yes", "No", "OK"},
+                     {askModem, askDial, loadingFailed},
+                     "0||1"},
+        IniSetupCase{"Telephony",
+                     "DeviceID=0\r\n" + rightDial + "TAPITranslation=1\r\n",
+                     {"Yes", "OK"},
+                     {askTapi, askRestart},
+                     "0|" + dial + "|0"},
+        IniSetupCase{"RefusedTelephony",
+                     "DeviceID=0\r\n" + rightDial,
+                     {"No", "OK"},
+                     {askTapi, loadingFailed},
+                     "0|" + dial + "|"}),
     NameOf);
 
 TEST_F(IniSetupTest, WithoutAFolderTheRunEnds) {
     GoldMine().SetFaults("Macro:&ProgramDataDir status 0\nMacro:&SysDir status 0\n");
 
-    Check(
-        Run(call),
-        {.log = RunLog(call, "7", {versionDetected, "Could not retrieve ProgramDataDir or SysDir"}),
-         .commands = {gmapi::Macro("&amp;Version"), gmapi::Macro("&amp;ProgramDataDir"),
-                      gmapi::Macro("&amp;SysDir")},
-         .boxes = {{"Could not retrieve ProgramDataDir or SysDir", "OK", "exclamation"},
-                   loadingFailed}});
+    Check(Run(endedCall),
+          {.log = RunLog(endedCall, "7",
+                         {versionDetected, "Could not retrieve ProgramDataDir or SysDir"}),
+           .commands = {gmapi::Macro("&amp;Version"), gmapi::Macro("&amp;ProgramDataDir"),
+                        gmapi::Macro("&amp;SysDir")},
+           .boxes = {{"Could not retrieve ProgramDataDir or SysDir", "OK", "exclamation"},
+                     loadingFailed}});
 }
 
 TEST_F(IniSetupTest, TheSystemFolderServesWithoutADataFolder) {
     GoldMine().SetFaults("Macro:&ProgramDataDir status 0\n");
 
-    Check(Run(call),
-          {.log = RunLog(call, "7", processed),
+    Check(Run(endedCall),
+          {.log = RunLog(endedCall, "7", processed),
            .commands = {gmapi::Macro("&amp;Version"), gmapi::Macro("&amp;ProgramDataDir"),
                         gmapi::Macro("&amp;SysDir"), gmapi::Macro("&amp;UserName")}});
 }
@@ -199,8 +198,8 @@ TEST_F(IniSetupTest, TheSystemFolderServesWithoutADataFolder) {
 TEST_F(IniSetupTest, WithoutAUserTheRunEnds) {
     GoldMine().SetFaults("Macro:&UserName status 0\n");
 
-    Check(Run(call),
-          {.log = RunLog(call, "7", {versionDetected, "Could not retrieve UserName"}),
+    Check(Run(endedCall),
+          {.log = RunLog(endedCall, "7", {versionDetected, "Could not retrieve UserName"}),
            .commands = startUpCommands,
            .boxes = {{"Could not retrieve UserName", "OK", "exclamation"}, loadingFailed}});
 }
@@ -209,26 +208,26 @@ TEST_F(IniSetupTest, WithoutTheUsersFileTheRunEnds) {
     GoldMine();
     DeleteFileW(userIni.c_str());
 
-    Check(Run(call), {.log = RunLog(call, "7",
-                                    {versionDetected,
-                                     "Could not find GoldMine <user>.INI file "
-                                     "C:\\corvane-e2e\\goldmine\\MASTER.INI"}),
-                      .commands = startUpCommands,
-                      .boxes = {{"Could not find GoldMine <user>.INI file\r\n"
-                                 "C:\\corvane-e2e\\goldmine\\MASTER.INI",
-                                 "OK", "exclamation"},
-                                loadingFailed}});
+    Check(Run(endedCall), {.log = RunLog(endedCall, "7",
+                                         {versionDetected,
+                                          "Could not find GoldMine <user>.INI file "
+                                          "C:\\corvane-e2e\\goldmine\\MASTER.INI"}),
+                           .commands = startUpCommands,
+                           .boxes = {{"Could not find GoldMine <user>.INI file\r\n"
+                                      "C:\\corvane-e2e\\goldmine\\MASTER.INI",
+                                      "OK", "exclamation"},
+                                     loadingFailed}});
 }
 
 TEST_F(IniSetupTest, WithoutGoldMinesFileTheRunGoesOn) {
     GoldMine();
     DeleteFileW((std::wstring(dataFolder) + L"GM.INI").c_str());
 
-    Check(Run(call), {.log = RunLog(call, "7", processed),
-                      .commands = startUpCommands,
-                      .boxes = {{"Could not find GoldMine GM.INI file\r\n"
-                                 "C:\\corvane-e2e\\goldmine\\GM.INI",
-                                 "OK", "exclamation"}}});
+    Check(Run(endedCall), {.log = RunLog(endedCall, "7", processed),
+                           .commands = startUpCommands,
+                           .boxes = {{"Could not find GoldMine GM.INI file\r\n"
+                                      "C:\\corvane-e2e\\goldmine\\GM.INI",
+                                      "OK", "exclamation"}}});
 }
 
 TEST_F(IniSetupTest, AFileWithoutTheSectionGetsItAndKeepsTheRest) {
@@ -236,9 +235,9 @@ TEST_F(IniSetupTest, AFileWithoutTheSectionGetsItAndKeepsTheRest) {
     const std::string others = "; the user's own\r\n[GoldMine]\r\nDeviceID=7\r\n";
     WriteFileText(userIni, others);
 
-    Check(
-        Run(call, allAgreed),
-        {.log = RunLog(call, "7", processed), .commands = startUpCommands, .boxes = allQuestions});
+    Check(Run(endedCall, allAgreed), {.log = RunLog(endedCall, "7", processed),
+                                      .commands = startUpCommands,
+                                      .boxes = allQuestions});
 
     EXPECT_EQ(ReadFileText(userIni), others + "[Modem]\r\n" + allSet);
     EXPECT_EQ(ReadFileText(userIni + L".bak-CorvaneTo3CX"), others);
@@ -263,9 +262,9 @@ TEST_F(IniSetupTest, AFileThatTakesNoWritingCountsAsWrittenAndIsAskedForAgain) {
     const KernelHandle held = HoldFileAgainstWriting(userIni);
 
     for (int run = 0; run < 2; ++run) {
-        Check(Run(call, allAgreed), {.log = RunLog(call, "7", processed),
-                                     .commands = startUpCommands,
-                                     .boxes = allQuestions});
+        Check(Run(endedCall, allAgreed), {.log = RunLog(endedCall, "7", processed),
+                                          .commands = startUpCommands,
+                                          .boxes = allQuestions});
     }
     EXPECT_EQ(ReadFileText(userIni), "[Modem]\r\n");
 }
@@ -275,7 +274,7 @@ TEST_F(IniSetupTest, AFolderInPlaceOfTheUsersFileIsNoFile) {
     DeleteFileW(userIni.c_str());
     EmptyFolder(userIni + L"\\");
 
-    const Boxes boxes = Run(call).boxes;
+    const Boxes boxes = Run(endedCall).boxes;
     RemoveFolder(userIni + L"\\");
 
     EXPECT_EQ(boxes, (Boxes{{"Could not find GoldMine <user>.INI file\r\n"
@@ -312,9 +311,9 @@ protected:
 };
 
 TEST_P(IniNamesTest, AreReadAndWrittenInTheSystemsCodePage) {
-    EXPECT_EQ(Run(call, allAgreed).boxes, allQuestions);
+    EXPECT_EQ(Run(endedCall, allAgreed).boxes, allQuestions);
 
-    const Boxes second = Run(call, allAgreed).boxes;
+    const Boxes second = Run(endedCall, allAgreed).boxes;
     if (GetParam().inCodePage) {
         EXPECT_EQ(ReadFileText(file()), "[Modem]\r\n" + allSet);
         EXPECT_EQ(second, Boxes{});
@@ -333,4 +332,5 @@ INSTANTIATE_TEST_SUITE_P(
                     Name{"FolderInAnotherScript", "\u30c7\u30fc\u30bf", "ANN", false}),
     NameOf);
 
+}  // namespace
 }  // namespace end_to_end

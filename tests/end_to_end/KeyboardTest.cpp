@@ -10,8 +10,6 @@ namespace {
 
 using Names = std::vector<std::string>;
 
-const std::string call = "/N:S /C:5551234567 /T:I /I:7";
-
 // Where Tab stops on each page while everything on it is usable: from top to bottom, in a line from
 // left to right, once in a group of options.
 const std::vector<Names> optionPages = {
@@ -48,8 +46,6 @@ Names Round(const Names& optionPage, const Names& paramPage) {
                    paramPage,
                    {"tabstripOptions"}});
 }
-
-}  // namespace
 
 class KeyboardTest : public WindowTest {
 protected:
@@ -304,7 +300,7 @@ TEST_F(KeyboardTest,
 TEST_F(KeyboardTest, EnterPressesTheButtonThatHasTheFocusElseProcessCall) {
     GoldMine();
     SetAll({{"chkAlwaysShowForm", "1"}, {"chkAutoProcess", "0"}, {"chkCreateHistory", "0"}});
-    ProgramRun run = Start(call);
+    ProgramRun run = Start(ringingCall);
     const HWND window = Show(run);
     BringToForeground(window);
     EXPECT_TRUE(HasFocus(window, "cmdProcessCall")) << FocusedControl(window);
@@ -337,7 +333,7 @@ TEST_F(KeyboardTest, ComingBackToTheWindowBringsTheFocusToProcessCallWhileItCanB
     const HWND other = CreateWindowExW(0, L"Static", L"another window", WS_OVERLAPPED | WS_VISIBLE,
                                        0, 0, 100, 100, nullptr, nullptr, nullptr, nullptr);
     for (const bool withCall : {true, false}) {
-        ProgramRun run = Start(withCall ? call : "");
+        ProgramRun run = Start(withCall ? ringingCall : "");
         const HWND window = ShowAt(run, "cmdExit");
         BringToForeground(other);
         EXPECT_TRUE(WaitUntil([&] { return FocusedControl(window).empty(); }));
@@ -354,7 +350,7 @@ TEST_F(KeyboardTest, ComingBackToTheWindowBringsTheFocusToProcessCallWhileItCanB
 TEST_F(KeyboardTest, ABoxOfTheProgramLeavesTheFocusWhereItWas) {
     GoldMine();
     SetAll({{"chkAlwaysShowForm", "1"}, {"chkAutoProcess", "0"}, {"chkCreateHistory", "0"}});
-    ProgramRun run = Start(call);
+    ProgramRun run = Start(ringingCall);
     const HWND window = Show(run);
     BringToForeground(window);
     Click(window, "cmdParams");
@@ -409,4 +405,5 @@ TEST_F(KeyboardTest, KeysWorkWhileTheEndWaitsForGoldMinesDialog) {
     Finish(run);
 }
 
+}  // namespace
 }  // namespace end_to_end

@@ -39,8 +39,6 @@ private:
 const std::map<UINT, std::string> names = {
     {932, "山田ソ表"}, {1251, "Анна Жук"}, {1252, "Zoë Ørum"}, {1254, "Işıl Şen"}};
 
-}  // namespace
-
 class LocaleTest : public WindowTest {
 protected:
     // Saves what a settings run has loaded.
@@ -127,4 +125,5 @@ TEST_F(LocaleTest, NamesOfTheCodePageSurvive) {
     EXPECT_EQ(goldMine.NewestHistory("UserID, Notes"), name + "\t" + recording);
 }
 
+}  // namespace
 }  // namespace end_to_end

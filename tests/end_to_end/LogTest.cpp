@@ -16,8 +16,6 @@ struct RunNumberCase {
     std::string storedAfterwards;
 };
 
-}  // namespace
-
 class LogTest : public EndToEndTest {
 protected:
     void SetUp() override {
@@ -188,4 +186,5 @@ TEST_F(LogTest, AnUpgradeStartsTheNumbersAgain) {
     EXPECT_EQ(OwnValue("PreviousStatus"), "1");
 }
 
+}  // namespace
 }  // namespace end_to_end

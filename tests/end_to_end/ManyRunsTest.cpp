@@ -7,18 +7,16 @@
 namespace end_to_end {
 namespace {
 
-const std::string pop = "Inbound call search for CallerID:  ";
-const std::string history = "History creation:  ";
-const Lines messages = {versionDetected,
-                        pop + "requested while inbound call is _ringing_.",
-                        pop + "searching while incoming call is ringing.",
-                        "Found (555)123-4567 in Phone1 of the current record.",
-                        pop + "processing completed.",
-                        history + "requested at _connection_ of call.",
-                        history + "call start event ignored.",
-                        history + "processing completed.",
-                        "Call processing completed in <seconds> seconds."};
-const Lines commands =
+const Lines runMessages = {versionDetected,
+                           popPhase + "requested while inbound call is _ringing_.",
+                           popPhase + "searching while incoming call is ringing.",
+                           "Found (555)123-4567 in Phone1 of the current record.",
+                           popPhase + "processing completed.",
+                           historyPhase + "requested at _connection_ of call.",
+                           historyPhase + "call start event ignored.",
+                           historyPhase + "processing completed.",
+                           "Call processing completed in <seconds> seconds."};
+const Lines runCommands =
     Joined({startUpCommands,
             {gmapi::Macro("&amp;Phone1"),
              gmapi::StatusMsg("Corvane found (555)123-4567 in Phone1 of the current record.")}});
@@ -33,8 +31,6 @@ int RunsInARow() {
     const char* asked = std::getenv("CORVANE_RUNS");
     return asked ? std::atoi(asked) : fewRuns;
 }
-
-}  // namespace
 
 class ManyRunsTest : public EndToEndTest {
 protected:
@@ -53,7 +49,7 @@ TEST_F(ManyRunsTest, OneGoldMineServesOneCallAfterAnotherAndOtherClientsBetween)
         SCOPED_TRACE(number);
         const std::string call = EventNumber(number);
         Check(Run(call),
-              {.log = RunLog(call, std::to_string(number), messages), .commands = commands});
+              {.log = RunLog(call, std::to_string(number), runMessages), .commands = runCommands});
         EXPECT_EQ(RunToEnd(BuiltFile(L"tests/bare_client.exe"),
                            L"\"" + Wide(gmapi::Macro("&amp;UserName")) + L"\""),
                   0U);
@@ -80,7 +76,7 @@ TEST_F(ManyRunsTest, FiftyAtOnceLoseNothing) {
     for (int number = 0; number < count; ++number) {
         const std::string identifier = std::to_string(number);
         const std::string call = EventNumber(number);
-        Lines expected = RunLog(call, identifier, messages);
+        Lines expected = RunLog(call, identifier, runMessages);
         // Separator and echo bear no identifier.
         for (const std::string& line : {expected[0], expected[1]}) {
             const auto found = std::find(logged[""].begin(), logged[""].end(), line);
@@ -100,9 +96,10 @@ TEST_F(ManyRunsTest, FiftyAtOnceLoseNothing) {
             ++received[journal[entry].substr(2)];
     }
     std::map<std::string, int> sent;
-    for (const std::string& command : commands)
+    for (const std::string& command : runCommands)
         sent[command] += count;
     EXPECT_EQ(received, sent);
 }
 
+}  // namespace
 }  // namespace end_to_end

@@ -8,8 +8,9 @@
 namespace end_to_end {
 namespace {
 
-const std::string path = "C:\\corvane-e2e\\recordings\\a b & c.wav";
-const std::string link = "<A href='file://" + path + "'>" + path + "</A>";
+const std::string recordingPath = "C:\\corvane-e2e\\recordings\\a b & c.wav";
+const std::string recordingLink =
+    "<A href='file://" + recordingPath + "'>" + recordingPath + "</A>";
 const std::string fragmentBegin = "<P><FONT size=2 face='Segoe UI,Tahoma'>";
 const std::string fragmentEnd = "</FONT></P>";
 
@@ -28,8 +29,6 @@ std::string LongNotes(size_t length) {
         notes += line;
     return notes + std::string(length - written, 'x');
 }
-
-}  // namespace
 
 // Somebody has written into the Complete Call dialog before the program gets to it.
 class OldNotesTest : public CompleteCallTest {
@@ -91,10 +90,10 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         PlainNotes{"BehindTheRefTextThatFoundItsFieldFilled", "asked for <Ann> & Bob",
                    "Called back",
-                   "Connected incoming call from (555)123-4567\r\n" + path + "\r\n\r\n"},
+                   "Connected incoming call from (555)123-4567\r\n" + recordingPath + "\r\n\r\n"},
         PlainNotes{"SeventyThousandCharacters", "",
                    "\r\n a < b & c &amp; \"d\" 'e' </data>\t\r\n\r\n" + LongNotes(70'000) + "\r\n",
-                   path + "\r\n\r\n"}),
+                   recordingPath + "\r\n\r\n"}),
     NameOf);
 
 struct HtmlNotesCase {
@@ -131,14 +130,14 @@ INSTANTIATE_TEST_SUITE_P(
     Texts, OldHtmlNotesTest,
     testing::Values(HtmlNotesCase{"OfSeventyThousandCharactersWithAllKindsOfMarkup", "",
                                   upperCaseBegin, LongNotes(70'000) + hostileContent,
-                                  upperCaseBegin, "", link + fragmentEnd + "<br>"},
+                                  upperCaseBegin, "", recordingLink + fragmentEnd + "<br>"},
                     HtmlNotesCase{"WithoutABody", "", "", "old <B>notes</B> </body>",
                                   "<HTML><HEAD></HEAD>\r\n<BODY>", "</BODY></HTML>",
-                                  link + fragmentEnd + "<br>"},
-                    HtmlNotesCase{
-                        "WithoutVisibleTextAndBehindTheRefText", "x", "<html><body>",
-                        "<p> </p></body></html>", "<html><body>", "",
-                        "Connected incoming call from (555)123-4567<br>" + link + fragmentEnd}),
+                                  recordingLink + fragmentEnd + "<br>"},
+                    HtmlNotesCase{"WithoutVisibleTextAndBehindTheRefText", "x", "<html><body>",
+                                  "<p> </p></body></html>", "<html><body>", "",
+                                  "Connected incoming call from (555)123-4567<br>" + recordingLink +
+                                      fragmentEnd}),
     NameOf);
 
 TEST_F(OldNotesTest, AnEngineThatNeverGetsReadyLeavesTheNotesAsTheyAre) {
@@ -165,7 +164,7 @@ TEST_F(OldNotesTest, AnEngineThatNeverGetsReadyLeavesTheNotesAsTheyAre) {
     const Lines recording = {
         "[9]: Checked 1 files in \"C:\\corvane-e2e\\recordings\" in <seconds> seconds.",
         "[9]: Most recent file is \"a b & c.wav\", modified <date>.",
-        "[9]: Prepared link to \"" + path + "\"."};
+        "[9]: Prepared link to \"" + recordingPath + "\"."};
     const HWND dialog = Dialog(goldMine);
     Check(run, {.log = Log(Joined({recording,
                                    {opening, "[9]: " + timedOut,
@@ -260,4 +259,5 @@ INSTANTIATE_TEST_SUITE_P(
                        "", noList}),
     NameOf);
 
+}  // namespace
 }  // namespace end_to_end

@@ -8,7 +8,7 @@
 namespace end_to_end {
 namespace {
 
-constexpr wchar_t goldMineKey[] = L"SOFTWARE\\FrontRange Solutions\\GoldMine";
+constexpr wchar_t goldMinesKey[] = L"SOFTWARE\\FrontRange Solutions\\GoldMine";
 const std::string unknown = "Unknown - probably not running or not installed locally";
 const std::string ofLater3CX = "(the plugin belongs to 3CX 14 and later)";
 const Box restart3CX{
@@ -24,8 +24,6 @@ struct Wiring {
     Boxes findings;
     Texts shown;
 };
-
-}  // namespace
 
 class PathsPageTest : public WindowTest {
 protected:
@@ -180,7 +178,7 @@ class StoredFolderTest : public PathsPageTest, public testing::WithParamInterfac
 
 TEST_P(StoredFolderTest, IsShownAsAText) {
     const StoredFolder& each = GetParam();
-    SetRegistryBytes(HKEY_LOCAL_MACHINE, goldMineKey, "InstallDir", each.type, each.bytes);
+    SetRegistryBytes(HKEY_LOCAL_MACHINE, goldMinesKey, "InstallDir", each.type, each.bytes);
     ProgramRun run = Start("");
 
     const HWND window = ShowPaths(run);
@@ -202,7 +200,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST_F(PathsPageTest, KeysThatMayNotBeReadAreTakenAsMissing) {
     const DeniedAccess noCallNotifier(HKEY_LOCAL_MACHINE, crmKey, KEY_READ);
-    const DeniedAccess noGoldMine(HKEY_LOCAL_MACHINE, goldMineKey, KEY_READ);
+    const DeniedAccess noGoldMine(HKEY_LOCAL_MACHINE, goldMinesKey, KEY_READ);
     ProgramRun run = Start("");
 
     const HWND window = ShowPaths(run, 1);
@@ -345,4 +343,5 @@ TEST_F(OpenButtonsTest, TellThatTheirFilesHaveGone) {
     EXPECT_EQ(Dialled(), Lines{});
 }
 
+}  // namespace
 }  // namespace end_to_end

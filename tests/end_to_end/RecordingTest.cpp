@@ -24,8 +24,6 @@ std::string Stored(std::string notes) {
     return notes;
 }
 
-}  // namespace
-
 // With a link to a recording, and without the wait for it.
 class RecordingTest : public HistoryTest {
 protected:
@@ -340,4 +338,5 @@ TEST_F(RecordingTest, AnInsertionThatIsAnsweredWithoutAnIdentifierGetsNoNotes) {
     EXPECT_EQ(goldMine.NewestHistory("RecID, Notes"), before);
 }
 
+}  // namespace
 }  // namespace end_to_end

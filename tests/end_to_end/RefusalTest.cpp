@@ -2,22 +2,18 @@
 // keys of 3CX and GoldMine that do stand with the tests of these.
 #include <algorithm>
 
-#include "support/windows/SystemWords.h"
 #include "WindowTest.h"
 
 namespace end_to_end {
 namespace {
 
-const std::string call = "/N:S /C:5551234567 /T:I /I:7";
-const Box loadingFailed{"Error loading configuration. Exiting.", "OK", "critical"};
 const std::string finished = "[]: Finished unloading form and closing program.";
 
 class OwnKeyTest : public WindowTest {
 protected:
     // The line of an error that the registry answers with a refusal.
     static std::string Refusal(const std::string& procedure, const std::string& access) {
-        std::string words = Utf8(SystemWords(ERROR_ACCESS_DENIED));
-        words.resize(words.find_last_not_of("\r\n") + 1);
+        const std::string words = SystemText(ERROR_ACCESS_DENIED);
         return "[]: Run-time error '-2147191503':  " + procedure + "RegCreateKeyEx requesting " +
                access + " access to 'HKEY_CURRENT_USER\\" + Utf8(ownKey) +
                "' System error 5: " + words + " ";
@@ -31,7 +27,7 @@ TEST_F(OwnKeyTest, OneThatMayNotBeReadEndsTheRunWithABoxAndItsLine) {
     Outcome run;
     {
         const DeniedAccess denied(HKEY_CURRENT_USER, ownKey, KEY_QUERY_VALUE);
-        run = Run(call);
+        run = Run(ringingCall);
     }
     Check(run, {.log = {Refusal("SetUpLog: chkWriteLog: ", "READ")}, .boxes = {loadingFailed}});
     EXPECT_EQ(OwnValue("PreviousStatus"), "0");
@@ -46,7 +42,7 @@ TEST_F(OwnKeyTest, OneThatMayNotBeWrittenEndsTheRunWithABoxAndItsLines) {
     Outcome run;
     {
         const DeniedAccess denied(HKEY_CURRENT_USER, ownKey, KEY_SET_VALUE);
-        run = Run(call);
+        run = Run(ringingCall);
     }
     Check(run, {.log = {Refusal("SetUpLog: ", "WRITE"), Refusal("", "WRITE"), finished},
                 .boxes = {loadingFailed}});

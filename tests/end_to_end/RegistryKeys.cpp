@@ -42,7 +42,7 @@ private:
     HKEY key_ = nullptr;
 };
 
-std::string TextOf(DWORD type, std::wstring text) {
+std::string ValueText(DWORD type, std::wstring text) {
     if (type != REG_SZ)
         return "<type " + std::to_string(type) + ">";
     if (!text.empty() && text.back() == L'\0')
@@ -152,6 +152,10 @@ void SetRegistryText(HKEY root, const std::wstring& path, const std::string& nam
         {reinterpret_cast<const char*>(data.c_str()), (data.size() + 1) * sizeof(wchar_t)});
 }
 
+void SetMachine(const std::wstring& path, const std::string& name, const std::string& text) {
+    SetRegistryText(HKEY_LOCAL_MACHINE, path, name, text);
+}
+
 std::optional<std::string> RegistryText(HKEY root, const std::wstring& path,
                                         const std::string& name) {
     const std::map<std::string, std::string> values = RegistryValues(root, path);
@@ -177,7 +181,7 @@ std::map<std::string, std::string> RegistryValues(HKEY root, const std::wstring&
             break;
         }
         data.resize(size / sizeof(wchar_t));
-        values[Utf8({name, nameSize})] = TextOf(type, data);
+        values[Utf8({name, nameSize})] = ValueText(type, data);
     }
     return values;
 }

@@ -53,6 +53,8 @@ void SetRegistryBytes(HKEY root, const std::wstring& path, const std::string& na
 // Text values of one key, UTF-8.
 void SetRegistryText(HKEY root, const std::wstring& path, const std::string& name,
                      const std::string& text);
+// The same of a key of the machine.
+void SetMachine(const std::wstring& path, const std::string& name, const std::string& text);
 std::optional<std::string> RegistryText(HKEY root, const std::wstring& path,
                                         const std::string& name);
 bool RegistryKeyExists(HKEY root, const std::wstring& path);

@@ -8,7 +8,7 @@
 namespace end_to_end {
 namespace {
 
-constexpr wchar_t path[] = L"Software\\Halvorn test of the tests";
+constexpr wchar_t testKey[] = L"Software\\Halvorn test of the tests";
 
 class ClearedKeyTest : public testing::Test {
 protected:
@@ -17,36 +17,37 @@ protected:
 
     // The key, and what this test itself may have left when it was killed.
     static void Forget() {
-        RegDeleteTreeW(HKEY_CURRENT_USER, path);
+        RegDeleteTreeW(HKEY_CURRENT_USER, testKey);
         RegDeleteTreeW(HKEY_CURRENT_USER,
-                       (std::wstring(L"Software\\Halvorn end-to-end tests\\") + path).c_str());
+                       (std::wstring(L"Software\\Halvorn end-to-end tests\\") + testKey).c_str());
     }
     // A test that was killed while it had the key.
     static void LeaveAKilledTest() {
-        static_cast<void>(std::make_unique<ClearedKey>(HKEY_CURRENT_USER, path).release());
-        EXPECT_FALSE(RegistryKeyExists(HKEY_CURRENT_USER, path));
-        SetRegistryText(HKEY_CURRENT_USER, path, "name", "of the killed test");
+        static_cast<void>(std::make_unique<ClearedKey>(HKEY_CURRENT_USER, testKey).release());
+        EXPECT_FALSE(RegistryKeyExists(HKEY_CURRENT_USER, testKey));
+        SetRegistryText(HKEY_CURRENT_USER, testKey, "name", "of the killed test");
     }
 };
 
 TEST_F(ClearedKeyTest, WhatAKilledTestHadClearedComesBack) {
-    SetRegistryText(HKEY_CURRENT_USER, path, "name", "the user's");
-    SetRegistryText(HKEY_CURRENT_USER, std::wstring(path) + L"\\below", "name", "the user's too");
+    SetRegistryText(HKEY_CURRENT_USER, testKey, "name", "the user's");
+    SetRegistryText(HKEY_CURRENT_USER, std::wstring(testKey) + L"\\below", "name",
+                    "the user's too");
     LeaveAKilledTest();
 
-    { const ClearedKey cleared(HKEY_CURRENT_USER, path); }
+    { const ClearedKey cleared(HKEY_CURRENT_USER, testKey); }
 
-    EXPECT_EQ(RegistryText(HKEY_CURRENT_USER, path, "name"), "the user's");
-    EXPECT_EQ(RegistryText(HKEY_CURRENT_USER, std::wstring(path) + L"\\below", "name"),
+    EXPECT_EQ(RegistryText(HKEY_CURRENT_USER, testKey, "name"), "the user's");
+    EXPECT_EQ(RegistryText(HKEY_CURRENT_USER, std::wstring(testKey) + L"\\below", "name"),
               "the user's too");
 }
 
 TEST_F(ClearedKeyTest, WhatAKilledTestHadMadeGoes) {
     LeaveAKilledTest();
 
-    { const ClearedKey cleared(HKEY_CURRENT_USER, path); }
+    { const ClearedKey cleared(HKEY_CURRENT_USER, testKey); }
 
-    EXPECT_FALSE(RegistryKeyExists(HKEY_CURRENT_USER, path));
+    EXPECT_FALSE(RegistryKeyExists(HKEY_CURRENT_USER, testKey));
 }
 
 TEST_F(ClearedKeyTest, OutsideWineNothingIsCleared) {

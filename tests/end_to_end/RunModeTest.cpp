@@ -3,14 +3,9 @@
 namespace end_to_end {
 namespace {
 
-const Box loadingFailed = {"Error loading configuration. Exiting.", "OK", "critical"};
-const std::string call = "/N:S /C:5551234567 /T:I /I:7";
-const std::string disabledLine =
-    "Corvane to 3CX disabled--the \"Master Switch\" is unchecked. No connection to GoldMine "
-    "attempted.";
 const std::string notRunning = "GoldMine not running, so version unknown.";
 const std::string noParams = "Program was started without params. Process Call button disabled.";
-const std::string echo = "Corvane 1.0.0.1 started with param(s): " + call + ".";
+const std::string echo = "Corvane 1.0.0.1 started with param(s): " + ringingCall + ".";
 
 // The lines and commands of this call's search, which finds a contact in a new window.
 const Lines searchLines = {
@@ -20,12 +15,10 @@ const Lines searchLines = {
     "Inbound call search for CallerID:  processing completed.",
     "History creation:  no history creation requested.",
     "Call processing completed in <seconds> seconds."};
-const Lines searchCommands =
+const Lines toldSearchCommands =
     Joined({phoneCommands,
             {gmapi::CallerID("(555)123-4567", "1", "1"),
              gmapi::StatusMsg("Corvane found (555)123-4567 in a primary contact record.")}});
-
-}  // namespace
 
 class RunModeTest : public EndToEndTest {
 protected:
@@ -43,10 +36,10 @@ protected:
 TEST_F(RunModeTest, AnEventWithoutGoldMineEndsWithTwoLines) {
     CloseGoldMine();
 
-    const Outcome run = Run(call);
+    const Outcome run = Run(ringingCall);
 
     Check(run,
-          {.log = RunLog(call, "7",
+          {.log = RunLog(ringingCall, "7",
                          {notRunning, "Parameters found but GoldMine not running. Exiting."})});
 }
 
@@ -54,10 +47,10 @@ TEST_F(RunModeTest, AnEventWithoutGoldMineEndsEvenWhenTheFormIsAlwaysShown) {
     CloseGoldMine();
     Set("chkAlwaysShowForm", "1");
 
-    const Outcome run = Run(call);
+    const Outcome run = Run(ringingCall);
 
     Check(run,
-          {.log = RunLog(call, "7",
+          {.log = RunLog(ringingCall, "7",
                          {notRunning, "Parameters found but GoldMine not running. Exiting."})});
 }
 
@@ -92,16 +85,16 @@ TEST_F(RunModeTest, MasterSwitchOffDropsAnEvent) {
     GoldMine();
     Set("chkGlobalEnable", "0");
 
-    const Outcome run = Run(call);
+    const Outcome run = Run(ringingCall);
 
-    Check(run, {.log = RunLog(call, "7", {disabledLine})});
+    Check(run, {.log = RunLog(ringingCall, "7", {disabledLine})});
 }
 
 TEST_F(RunModeTest, MasterSwitchOffShowsTheWindowToAnEventIfItIsAlwaysShown) {
     GoldMine();
     SetAll({{"chkGlobalEnable", "0"}, {"chkAlwaysShowForm", "1"}});
 
-    ProgramRun run = Start(call);
+    ProgramRun run = Start(ringingCall);
     const HWND window = run.WaitForWindow();
     EXPECT_EQ(ControlText(window, "txtCallerID"), "5551234567");
     EXPECT_EQ(ControlText(window, "txtStatus"), StatusText({echo, disabledLine}));
@@ -111,7 +104,7 @@ TEST_F(RunModeTest, MasterSwitchOffShowsTheWindowToAnEventIfItIsAlwaysShown) {
     EXPECT_FALSE(ControlEnabled(window, "chkCreateHistory"));
     PressControl(window, "cmdExit");
 
-    Check(Finish(run), {.log = RunLog(call, "7", {disabledLine}), .window = true});
+    Check(Finish(run), {.log = RunLog(ringingCall, "7", {disabledLine}), .window = true});
 }
 
 TEST_F(RunModeTest, MasterSwitchOffShowsTheWindowWithoutParameters) {
@@ -127,10 +120,10 @@ TEST_F(RunModeTest, MasterSwitchOffShowsTheWindowWithoutParameters) {
 TEST_F(RunModeTest, UnreadableVersionEndsTheRun) {
     GoldMine().SetFaults("Macro:&Version status 0 Not now\n");
 
-    const Outcome run = Run(call);
+    const Outcome run = Run(ringingCall);
 
     Check(run,
-          {.log = RunLog(call, "7", {"Error retrieving GoldMine version."}),
+          {.log = RunLog(ringingCall, "7", {"Error retrieving GoldMine version."}),
            .commands = {gmapi::Macro("&amp;Version")},
            .boxes = {{"Error retrieving GoldMine version.", "OK", "exclamation"}, loadingFailed}});
     EXPECT_EQ(OwnValue("PreviousStatus"), "18");
@@ -139,10 +132,10 @@ TEST_F(RunModeTest, UnreadableVersionEndsTheRun) {
 TEST_F(RunModeTest, AVersionWithoutAPointEndsTheRun) {
     GoldMine().SetFaults("Macro:&Version value 65\n");
 
-    const Outcome run = Run(call);
+    const Outcome run = Run(ringingCall);
 
     Check(run,
-          {.log = RunLog(call, "7", {"Error parsing GoldMine version 65"}),
+          {.log = RunLog(ringingCall, "7", {"Error parsing GoldMine version 65"}),
            .commands = {gmapi::Macro("&amp;Version")},
            .boxes = {{"Error parsing GoldMine version 65", "OK", "exclamation"}, loadingFailed}});
 }
@@ -153,9 +146,9 @@ TEST_P(OldVersionTest, EndsTheRun) {
     const std::string version = GetParam();
     GoldMine().SetFaults("Macro:&Version value " + version + "\n");
 
-    const Outcome run = Run(call);
+    const Outcome run = Run(ringingCall);
 
-    Check(run, {.log = RunLog(call, "7",
+    Check(run, {.log = RunLog(ringingCall, "7",
                               {"GoldMine version " + version + " detected.",
                                "Corvane requires GoldMine 6.7 or later. Exiting."}),
                 .commands = {gmapi::Macro("&amp;Version")},
@@ -189,7 +182,7 @@ TEST_F(RunModeTest, TroubleshootingWaitsForTheButton) {
     GoldMine();
     SetAll({{"chkAlwaysShowForm", "1"}, {"chkAutoProcess", "0"}, {"chkCreateHistory", "0"}});
 
-    ProgramRun run = Start(call);
+    ProgramRun run = Start(ringingCall);
     const HWND window = run.WaitForWindow();
     EXPECT_TRUE(StatusIs(window, {echo, versionDetected}));
     EXPECT_EQ(Commands(), startUpCommands);
@@ -198,8 +191,8 @@ TEST_F(RunModeTest, TroubleshootingWaitsForTheButton) {
     EXPECT_TRUE(StatusIs(window, searchLines)) << testing::PrintToString(NormalisedStatus(window));
     PostMessageW(window, WM_CLOSE, 0, 0);
 
-    Check(Finish(run), {.log = RunLog(call, "7", Joined({{versionDetected}, searchLines})),
-                        .commands = Joined({startUpCommands, searchCommands}),
+    Check(Finish(run), {.log = RunLog(ringingCall, "7", Joined({{versionDetected}, searchLines})),
+                        .commands = Joined({startUpCommands, toldSearchCommands}),
                         .window = true});
 }
 
@@ -207,13 +200,13 @@ TEST_F(RunModeTest, TroubleshootingProcessesAtOnceWhenAsked) {
     GoldMine();
     SetAll({{"chkAlwaysShowForm", "1"}, {"chkAutoProcess", "1"}, {"chkCreateHistory", "0"}});
 
-    ProgramRun run = Start(call);
+    ProgramRun run = Start(ringingCall);
     const HWND window = run.WaitForWindow();
     EXPECT_TRUE(StatusIs(window, Joined({{echo, versionDetected}, searchLines})));
     PostMessageW(window, WM_CLOSE, 0, 0);
 
-    Check(Finish(run), {.log = RunLog(call, "7", Joined({{versionDetected}, searchLines})),
-                        .commands = Joined({startUpCommands, searchCommands}),
+    Check(Finish(run), {.log = RunLog(ringingCall, "7", Joined({{versionDetected}, searchLines})),
+                        .commands = Joined({startUpCommands, toldSearchCommands}),
                         .window = true});
 }
 
@@ -221,7 +214,7 @@ TEST_F(RunModeTest, TheButtonAsksToStartGoldMineWhenItWasClosed) {
     GoldMine();
     SetAll({{"chkAlwaysShowForm", "1"}, {"chkAutoProcess", "0"}});
 
-    ProgramRun run = Start(call);
+    ProgramRun run = Start(ringingCall);
     const HWND window = run.WaitForWindow();
     EXPECT_TRUE(StatusIs(window, {echo, versionDetected}));
     CloseGoldMine();
@@ -229,7 +222,7 @@ TEST_F(RunModeTest, TheButtonAsksToStartGoldMineWhenItWasClosed) {
     run.Answer("OK");
     PostMessageW(window, WM_CLOSE, 0, 0);
 
-    Check(Finish(run), {.log = RunLog(call, "7", {versionDetected}),
+    Check(Finish(run), {.log = RunLog(ringingCall, "7", {versionDetected}),
                         .boxes = {{"Please start GoldMine before processing a call."}},
                         .window = true});
 }
@@ -344,4 +337,5 @@ TEST_F(ExitPromptTest, AFailedSaveKeepsTheWindow) {
            .window = true});
 }
 
+}  // namespace
 }  // namespace end_to_end

@@ -11,8 +11,6 @@ struct BadText {
     std::string error = "Type mismatch";
 };
 
-}  // namespace
-
 class SettingsTest : public EndToEndTest {};
 
 TEST_F(SettingsTest, AFirstRunLeavesAKeyWithoutOptions) {
@@ -96,4 +94,5 @@ INSTANTIATE_TEST_SUITE_P(StoredTexts, BadSettingTest,
                                          BadText{"ChoiceBlank", "optPopNewWindow", " "}),
                          NameOf);
 
+}  // namespace
 }  // namespace end_to_end

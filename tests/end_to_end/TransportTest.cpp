@@ -2,34 +2,22 @@
 #include "support/windows/BuiltFiles.h"
 #include "support/windows/Files.h"
 #include "support/windows/Folders.h"
-#include "support/windows/SystemWords.h"
 
 namespace end_to_end {
 namespace {
 
-const std::string call = "/N:S /C:5551234567 /T:I /I:7";
 const Box versionUnread{"Error retrieving GoldMine version.", "OK", "exclamation"};
-const Box loadingFailed{"Error loading configuration. Exiting.", "OK", "critical"};
-const std::string found = "Found (555)123-4567 in a primary contact record.";
-const Lines before = {
+const Lines linesBefore = {
     versionDetected,
     "Inbound call search for CallerID:  requested while inbound call is _ringing_.",
     "Inbound call search for CallerID:  searching while incoming call is ringing."};
-const Lines after = {"Inbound call search for CallerID:  processing completed.",
-                     "History creation:  no history creation requested.",
-                     "Call processing completed in <seconds> seconds."};
+const Lines linesAfter = {"Inbound call search for CallerID:  processing completed.",
+                          "History creation:  no history creation requested.",
+                          "Call processing completed in <seconds> seconds."};
 const Lines searchCommands =
     Joined({startUpCommands, phoneCommands, {gmapi::CallerID("(555)123-4567", "1", "1")}});
 const std::string shown =
     gmapi::StatusMsg("Corvane found (555)123-4567 in a primary contact record.");
-
-// What the system says about a code, without the line end.
-std::string SystemText(DWORD code) {
-    const std::string words = Utf8(SystemWords(code));
-    return words.substr(0, words.find_last_not_of("\r\n ") + 1);
-}
-
-}  // namespace
 
 class TransportTest : public EndToEndTest {
 protected:
@@ -43,7 +31,7 @@ TEST_F(TransportTest, AnUnregisteredGoldMineIsExplained) {
     GoldMine();
     UnregisterGoldMine(ordinaryGoldMine);
 
-    const Outcome run = Run(call);
+    const Outcome run = Run(ringingCall);
 
     RegisterGoldMine(ordinaryGoldMine);
     const std::string registration = "\"" + Utf8(StandinFile("gmw.exe")) + "\" /RegServer";
@@ -51,7 +39,7 @@ TEST_F(TransportTest, AnUnregisteredGoldMineIsExplained) {
         "GoldMine should be installed locally. If it already is, this error can usually be "
         "resolved by running the following command from a command prompt (opened with \"Run as "
         "administrator\"):";
-    Check(run, {.log = RunLog(call, "7",
+    Check(run, {.log = RunLog(ringingCall, "7",
                               {"Could not connect to GoldMine's user interface. Error number:  429 "
                                "Error message:  ActiveX component can't create object " +
                                    advice + registration,
@@ -69,9 +57,9 @@ TEST_F(TransportTest, AnUnregisteredGoldMineIsExplained) {
 TEST_F(TransportTest, AccessDeniedMeansNotLoggedIn) {
     GoldMine().SetFaults("Macro:&Version access-denied\n");
 
-    const Outcome run = Run(call);
+    const Outcome run = Run(ringingCall);
 
-    Check(run, {.log = RunLog(call, "7",
+    Check(run, {.log = RunLog(ringingCall, "7",
                               {"GoldMine may be running but you are not logged in. Log in to "
                                "GoldMine and re-try the operation. Error number:  70 Error "
                                "message:  Permission denied",
@@ -89,16 +77,16 @@ TEST_F(TransportTest, AccessDeniedMeansNotLoggedIn) {
 TEST_F(TransportTest, TheCommandAfterADeniedOneConnectsAnew) {
     GoldMine().SetFaults("Macro:&Phone1 access-denied\n");
 
-    const Outcome run = Run(call);
+    const Outcome run = Run(ringingCall);
 
     Check(run,
-          {.log = RunLog(call, "7",
-                         Joined({before,
+          {.log = RunLog(ringingCall, "7",
+                         Joined({linesBefore,
                                  {"GoldMine may be running but you are not logged in. Log in to "
                                   "GoldMine and re-try the operation. Error number:  70 Error "
                                   "message:  Permission denied",
-                                  found},
-                                 after})),
+                                  foundLine},
+                                 linesAfter})),
            .commands = Joined(
                {startUpCommands,
                 {gmapi::Macro("&amp;Phone1"), gmapi::CallerID("(555)123-4567", "1", "1"), shown}}),
@@ -113,7 +101,7 @@ TEST_F(TransportTest, AGoldMineThatDiesInACallIsALostConnection) {
     GoldMine().SetFaults("Macro:&Version die\n");
     GoldMineIsSpoilt();
 
-    const Outcome run = Run(call);
+    const Outcome run = Run(ringingCall);
 
     ASSERT_EQ(run.boxes.size(), 3u);
     // Windows may find the server gone or the call broken.
@@ -122,7 +110,7 @@ TEST_F(TransportTest, AGoldMineThatDiesInACallIsALostConnection) {
     const std::string message = number == "462"
                                     ? "The remote server machine does not exist or is unavailable"
                                     : SystemText(0x800706BE);
-    Check(run, {.log = RunLog(call, "7",
+    Check(run, {.log = RunLog(ringingCall, "7",
                               {"Lost connection to GoldMine's user interface. If you closed "
                                "GoldMine before closing Corvane, you can ignore this error. Error "
                                "number:  " +
@@ -143,14 +131,14 @@ TEST_F(TransportTest, ACommandSlowerThanTheThresholdIsLogged) {
     GoldMine().SetFaults("CallerID delay 5100\n");
     Set("txtCOMDurationSeconds", "5");
 
-    const Outcome run = Run(call);
+    const Outcome run = Run(ringingCall);
 
-    Check(run, {.log = RunLog(call, "7",
-                              Joined({before,
+    Check(run, {.log = RunLog(ringingCall, "7",
+                              Joined({linesBefore,
                                       {"> COM command > 5 second(s) (<seconds> seconds): '" +
                                            gmapi::CallerID("(555)123-4567", "1", "1") + "'",
-                                       found},
-                                      after})),
+                                       foundLine},
+                                      linesAfter})),
                 .commands = Joined({searchCommands, {shown}})});
 }
 
@@ -158,7 +146,7 @@ TEST_F(TransportTest, AThresholdOfZeroLogsEveryCommand) {
     GoldMine();
     Set("txtCOMDurationSeconds", "0");
 
-    const Outcome run = Run(call);
+    const Outcome run = Run(ringingCall);
 
     Lines timed;
     for (const std::string& line : run.log) {
@@ -177,21 +165,21 @@ TEST_F(TransportTest, NothingIsTimedWhenThatIsOff) {
     GoldMine();
     SetAll({{"chkLogCOMCalls", "0"}, {"txtCOMDurationSeconds", "0"}});
 
-    const Outcome run = Run(call);
+    const Outcome run = Run(ringingCall);
 
-    Check(run, {.log = RunLog(call, "7", Joined({before, {found}, after})),
+    Check(run, {.log = RunLog(ringingCall, "7", Joined({linesBefore, {foundLine}, linesAfter})),
                 .commands = Joined({searchCommands, {shown}})});
 }
 
 TEST_F(TransportTest, AnExceptionOfGoldMineIsARunTimeError) {
     GoldMine().SetFaults("CallerID exception 4711 GoldMine|The index is locked.\n");
 
-    const Outcome run = Run(call);
+    const Outcome run = Run(ringingCall);
 
     Check(run,
-          {.log = RunLog(
-               call, "7",
-               Joined({before, {"Run-time error '4711':  ProcessCall: The index is locked."}})),
+          {.log = RunLog(ringingCall, "7",
+                         Joined({linesBefore,
+                                 {"Run-time error '4711':  ProcessCall: The index is locked."}})),
            .commands = searchCommands,
            .boxes = {{"Run-time error '4711':\r\n\r\nProcessCall: The index is locked.", "OK",
                       "critical"}}});
@@ -200,12 +188,12 @@ TEST_F(TransportTest, AnExceptionOfGoldMineIsARunTimeError) {
 TEST_F(TransportTest, AnotherFailureOfACallIsARunTimeError) {
     GoldMine().SetFaults("CallerID hresult 0x8007000D\n");
 
-    const Outcome run = Run(call);
+    const Outcome run = Run(ringingCall);
 
     const std::string description = "ProcessCall: " + SystemText(0x8007000D);
     Check(run,
-          {.log = RunLog(call, "7",
-                         Joined({before, {"Run-time error '-2147024883':  " + description}})),
+          {.log = RunLog(ringingCall, "7",
+                         Joined({linesBefore, {"Run-time error '-2147024883':  " + description}})),
            .commands = searchCommands,
            .boxes = {{"Run-time error '-2147024883':\r\n\r\n" + description, "OK", "critical"}}});
 }
@@ -213,20 +201,20 @@ TEST_F(TransportTest, AnotherFailureOfACallIsARunTimeError) {
 TEST_F(TransportTest, ABusyGoldMineIsAskedAgain) {
     GoldMine().SetFaults("CallerID busy 2\n");
 
-    const Outcome run = Run(call);
+    const Outcome run = Run(ringingCall);
 
     const std::string search = gmapi::CallerID("(555)123-4567", "1", "1");
-    Check(run, {.log = RunLog(call, "7", Joined({before, {found}, after})),
+    Check(run, {.log = RunLog(ringingCall, "7", Joined({linesBefore, {foundLine}, linesAfter})),
                 .commands = Joined({searchCommands, {search, search, shown}})});
 }
 
 TEST_F(TransportTest, ASuccessWithoutMoreHasAnEmptyValue) {
     GoldMine().SetFaults("Macro:&Version reply <GMAPI call=\"Macro\"><status code=\"1\">\n");
 
-    const Outcome run = Run(call);
+    const Outcome run = Run(ringingCall);
 
     Check(run,
-          {.log = RunLog(call, "7", {"Error parsing GoldMine version "}),
+          {.log = RunLog(ringingCall, "7", {"Error parsing GoldMine version "}),
            .commands = {gmapi::Macro("&amp;Version")},
            .boxes = {{"Error parsing GoldMine version ", "OK", "exclamation"}, loadingFailed}});
 }
@@ -236,9 +224,9 @@ class FailedReplyTest : public TransportTest, public testing::WithParamInterface
 TEST_P(FailedReplyTest, CountsAsFailure) {
     GoldMine().SetFaults(std::string("Macro:&Version reply ") + GetParam() + "\n");
 
-    const Outcome run = Run(call);
+    const Outcome run = Run(ringingCall);
 
-    Check(run, {.log = RunLog(call, "7", {versionUnread.text}),
+    Check(run, {.log = RunLog(ringingCall, "7", {versionUnread.text}),
                 .commands = {gmapi::Macro("&amp;Version")},
                 .boxes = {versionUnread, loadingFailed}});
 }
@@ -276,7 +264,7 @@ protected:
         const std::wstring program = folder + Wide(programName);
         CopyFileTo(StandinFile(ordinaryGoldMine), program);
         const PracticeGoldMine goldMine(program, dataFolder, "");
-        return Run(call);
+        return Run(ringingCall);
     }
 
     void SetUp() override {
@@ -289,9 +277,9 @@ TEST_F(DiscoveryTest, AnyGoldMineIsFoundByItsTypeLibrary) {
     const Exchange exchange;
     const PracticeGoldMine other(StandinFile(otherGoldMine), dataFolder, "");
 
-    const Outcome run = Run(call);
+    const Outcome run = Run(ringingCall);
 
-    Check(run, {.log = RunLog(call, "7", Joined({before, {found}, after}))});
+    Check(run, {.log = RunLog(ringingCall, "7", Joined({linesBefore, {foundLine}, linesAfter}))});
     Lines commands;
     for (const std::string& entry : other.Journal()) {
         if (entry.starts_with("> "))
@@ -316,7 +304,7 @@ TEST_F(DiscoveryTest, AnyGoldMineReportsItsDialog) {
                 "Inbound call search for CallerID:  requested while inbound call is _ringing_.",
                 "Inbound call search for CallerID:  call connect (answered) event ignored.",
                 "Inbound call search for CallerID:  processing completed.",
-                "History creation:  requested at _connection_ of call.", found,
+                "History creation:  requested at _connection_ of call.", foundLine,
                 "Creating history at connection of call.",
                 "Opening Complete Call dialog before saving in history.",
                 "Finished opening Complete Call dialog before saving in history.",
@@ -327,13 +315,15 @@ TEST_F(DiscoveryTest, AnyGoldMineReportsItsDialog) {
 
 TEST_F(DiscoveryTest, AProcessOfAnotherCaseIsNoGoldMine) {
     Check(RunBeside("GMW.EXE"),
-          {.log = RunLog(call, "7",
+          {.log = RunLog(ringingCall, "7",
                          {"GoldMine not running, so version unknown.",
                           "Parameters found but GoldMine not running. Exiting."})});
 }
 
 TEST_F(DiscoveryTest, OlderGoldMinesProgramNameIsFoundToo) {
-    Check(RunBeside("gmw6.exe"), {.log = RunLog(call, "7", Joined({before, {found}, after}))});
+    Check(RunBeside("gmw6.exe"),
+          {.log = RunLog(ringingCall, "7", Joined({linesBefore, {foundLine}, linesAfter}))});
 }
 
+}  // namespace
 }  // namespace end_to_end

@@ -25,8 +25,6 @@ void PutOnClipboard(HWND window, const std::wstring& text) {
     CloseClipboard();
 }
 
-}  // namespace
-
 class WindowFieldsTest : public WindowTest {};
 
 class FieldCheckTest : public WindowTest, public testing::WithParamInterface<FieldCase> {};
@@ -350,4 +348,5 @@ TEST_F(WindowFieldsTest, AFolderPathOf32000CharactersIsRefused) {
                       "access, e.g. \\\\Server\\Share\\Folder or X:\\Folder."}});
 }
 
+}  // namespace
 }  // namespace end_to_end

@@ -62,8 +62,6 @@ State Usable(HWND window, const State& controls) {
     return usable;
 }
 
-}  // namespace
-
 class WindowRulesTest : public WindowTest {};
 
 TEST_F(WindowRulesTest, EverySampledStateEnablesWhatTheRulesSay) {
@@ -251,4 +249,5 @@ TEST_F(WindowRulesTest, SavingStoresWhatTheWindowShows) {
     Close(run, window);  // all is saved
 }
 
+}  // namespace
 }  // namespace end_to_end

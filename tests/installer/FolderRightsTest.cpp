@@ -12,8 +12,6 @@ struct Case {
     bool againstWriting;
 };
 
-}  // namespace
-
 class FolderRightsTest : public testing::TestWithParam<Case> {};
 
 TEST_P(FolderRightsTest, TellsWhoCouldDoHarm) {
@@ -59,4 +57,5 @@ INSTANTIATE_TEST_SUITE_P(
         Case{"NoListOfRights", L"O:BA", false, false}),
     [](const testing::TestParamInfo<Case>& each) { return each.param.name; });
 
+}  // namespace
 }  // namespace corvane::installer

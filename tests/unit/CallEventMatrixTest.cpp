@@ -9,7 +9,8 @@
 
 #include "DispatcherFixture.h"
 
-namespace corvane::test {
+// For itself: the short words of the tables would be in the way of other tests.
+namespace corvane::test::call_event_matrix {
 namespace {
 
 // A notification or call type; every text that has no letter here is `other`.
@@ -327,4 +328,4 @@ TEST_P(CallEventTest, DoesWhatIsConfiguredForItsMoment) {
 INSTANTIATE_TEST_SUITE_P(EveryCombination, CallEventTest, testing::ValuesIn(EveryCallEvent()));
 
 }  // namespace
-}  // namespace corvane::test
+}  // namespace corvane::test::call_event_matrix

@@ -24,7 +24,7 @@ const std::wstring move =
     L"<GMAPI call=\"Move\"><data name=\"Area\">3</data><data name=\"Command\">GOTO</data>"
     L"<data name=\"Parameter\">HR1</data></GMAPI>";
 const std::wstring unlock = L"<GMAPI call=\"Unlock\"><data name=\"Area\">3</data></GMAPI>";
-const std::wstring close = L"<GMAPI call=\"Close\"><data name=\"Area\">3</data></GMAPI>";
+const std::wstring closeCommand = L"<GMAPI call=\"Close\"><data name=\"Area\">3</data></GMAPI>";
 
 std::wstring ReplaceCommand(const std::wstring& text, const std::wstring& append) {
     return L"<GMAPI call=\"Replace\"><data name=\"Area\">3</data><data name=\"Field\">Notes</data>"
@@ -48,7 +48,7 @@ protected:
         goldMine.answers[open] = Reply(L"Open", L"1", L"3");
         goldMine.answers[move] = Reply(L"Move", L"1", L"1");
         goldMine.answers[unlock] = Reply(L"Unlock", L"1", L"1");
-        goldMine.answers[close] = Reply(L"Close", L"1", L"1");
+        goldMine.answers[closeCommand] = Reply(L"Close", L"1", L"1");
         link.RecordingPathOrReason = L"C:\\Rec\\a.wav";
         link.LinkHTML = L"<A>";
         link.LinkDocumentHTML = L"<HTML>";
@@ -165,7 +165,7 @@ TEST_F(NotesTest, TheRecordsNotesAreReplacedByTheLink) {
     Save();
     EXPECT_EQ(goldMine.commands,
               (Lines{MacroCommand(L"Contact1-&gt;AccountNo"), insertIncoming, open, move,
-                     ReplaceCommand(L"C:\\Rec\\a.wav", L"0"), unlock, close}));
+                     ReplaceCommand(L"C:\\Rec\\a.wav", L"0"), unlock, closeCommand}));
     EXPECT_EQ(status.lines,
               (Lines{L"Created incoming call history.", L"Updated history Notes with link."}));
 }
@@ -290,8 +290,8 @@ INSTANTIATE_TEST_SUITE_P(
                     FailingStep{move, Reply(L"Move", L"1", L"2"), move},
                     FailingStep{firstPiece, Reply(L"Replace", L"0", L""), firstPiece},
                     FailingStep{secondPiece, Reply(L"Replace", L"0", L""), secondPiece},
-                    FailingStep{unlock, Reply(L"Unlock", L"0", L""), close},
-                    FailingStep{close, Reply(L"Close", L"0", L""), close}));
+                    FailingStep{unlock, Reply(L"Unlock", L"0", L""), closeCommand},
+                    FailingStep{closeCommand, Reply(L"Close", L"0", L""), closeCommand}));
 
 class OpenItemTest : public CallHistoryTest {
 protected:

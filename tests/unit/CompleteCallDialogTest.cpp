@@ -5,6 +5,7 @@
 #include <tuple>
 
 #include "calls/HtmlNotes.h"
+#include "DialogWatch.h"
 #include "fakes/FakeFormView.h"
 #include "fakes/FakeHtmlDocument.h"
 #include "gmapi/Envelope.h"
@@ -15,17 +16,10 @@
 namespace corvane::test {
 namespace {
 
-const std::wstring registration =
-    L"<GMAPI call=\"RegisterWindowUpDown\"><data name=\"Window\">DIALOGSCHEDULECOMPLETE</data>"
-    L"<data name=\"Monitor\">1</data></GMAPI>";
-const std::wstring withdrawal =
-    L"<GMAPI call=\"RegisterWindowUpDown\"><data name=\"Window\">DIALOGSCHEDULECOMPLETE</data>"
-    L"<data name=\"Monitor\">0</data></GMAPI>";
-const std::wstring registered =
-    L"<GMAPI call=\"RegisterWindowUpDown\"><status code=\"1\">Success</status></GMAPI>";
 const std::wstring executed =
     L"<GMAPI call=\"MenuCommand\"><status code=\"1\">The command was executed.</status></GMAPI>";
-const std::wstring finished = L"Finished opening Complete Call dialog before saving in history.";
+const std::wstring dialogOpened =
+    L"Finished opening Complete Call dialog before saving in history.";
 
 std::wstring SetCommand(const std::wstring& id, const std::wstring& text) {
     return L"<GMAPI call=\"SetControlText\"><data name=\"hWndParent\">4711</data><data "
@@ -36,8 +30,8 @@ std::wstring SetCommand(const std::wstring& id, const std::wstring& text) {
 class CompleteCallDialogTest : public GoldMineFixture {
 protected:
     CompleteCallDialogTest() {
-        goldMine.answers[registration] = registered;
-        goldMine.answers[withdrawal] = registered;
+        goldMine.answers[watchDialog] = dialogWatched;
+        goldMine.answers[unwatchDialog] = dialogWatched;
         form.txtCallType.setText(L"I");
     }
     void RaiseEvent(std::int32_t windowHandle) {
@@ -90,7 +84,7 @@ TEST_P(CommandTest, OpensTheDialogConfigured) {
 
     dialog.OpenCompleteCallDialog(L"", {});
 
-    EXPECT_EQ(goldMine.commands, (Lines{registration, GetParam().command}));
+    EXPECT_EQ(goldMine.commands, (Lines{watchDialog, GetParam().command}));
     EXPECT_EQ(status.lines, Lines{L"Opening Complete Call dialog before saving in history."});
     ExpectAwaited(true);
 }
@@ -115,10 +109,10 @@ TEST_F(CompleteCallDialogTest, ARefusedRegistrationIsToldAndTheDialogOpenedAllTh
     form.optCompleteScheduledCall.setSelected(true);
     const std::wstring command = L"<GMAPI call=\"MenuCommand\">CompleteScheduledCall</GMAPI>";
     goldMine.answers[command] = executed;
-    goldMine.answers[registration] =
+    goldMine.answers[watchDialog] =
         L"<GMAPI call=\"RegisterWindowUpDown\"><status code=\"0\">Failure</status></GMAPI>";
     dialog.OpenCompleteCallDialog(L"", {});
-    EXPECT_EQ(goldMine.commands, (Lines{registration, command}));
+    EXPECT_EQ(goldMine.commands, (Lines{watchDialog, command}));
     EXPECT_EQ(status.lines,
               (Lines{L"Could not watch for Complete Call dialog, so its Ref and Notes may stay "
                      L"empty.",
@@ -219,7 +213,7 @@ protected:
         link.LinkHTML = L"<A>link</A>";
         goldMine.answerAll = [this](const std::wstring& command) -> std::wstring {
             if (command.starts_with(L"<GMAPI call=\"RegisterWindowUpDown\">"))
-                return registered;
+                return dialogWatched;
             if (command.starts_with(L"<GMAPI call=\"MenuCommand\">"))
                 return executed;
             if (command == L"<GMAPI call=\"GetActiveWindowsList\"/>")
@@ -268,7 +262,7 @@ TEST_F(EventTest, TheAwaitedDialogIsHandledOnce) {
     RaiseEvent(4711);
     RaiseEvent(4711);
     EXPECT_EQ(written, Lines{SetCommand(L"1016", L"call")});
-    EXPECT_EQ(status.lines, Lines{finished});
+    EXPECT_EQ(status.lines, Lines{dialogOpened});
     ExpectAwaited(false);
 }
 
@@ -294,7 +288,7 @@ TEST_F(EventTest, AnEventWhileTheDialogIsFilledInDoesNotFillItTwice) {
     };
     RaiseEvent(4711);
     EXPECT_EQ(written, Lines{SetCommand(L"1016", L"call")});
-    EXPECT_EQ(status.lines, Lines{finished});
+    EXPECT_EQ(status.lines, Lines{dialogOpened});
 }
 
 TEST_F(EventTest, AnErrorWhileTheDialogIsFilledInIsShownOnceAndEndsTheWait) {
@@ -358,9 +352,9 @@ INSTANTIATE_TEST_SUITE_P(Events, IgnoredEventTest,
 TEST_F(EventTest, AWithdrawnReportAwaitsNothing) {
     Await(L"call");
     dialog.Withdraw();
-    EXPECT_EQ(goldMine.commands, Lines{withdrawal});
+    EXPECT_EQ(goldMine.commands, Lines{unwatchDialog});
     RaiseEvent(4711);
-    EXPECT_EQ(goldMine.commands, Lines{withdrawal});
+    EXPECT_EQ(goldMine.commands, Lines{unwatchDialog});
     EXPECT_FALSE(dialog.WaitUntilFilledIn());
 }
 
@@ -379,10 +373,11 @@ TEST_F(EventTest, TheWaitEndsWhenTheDialogHasBeenFilledIn) {
     EXPECT_TRUE(dialog.WaitUntilFilledIn());
     EXPECT_EQ(clock.sleeps.size(), 3U);
     EXPECT_EQ(clock.pumps, 4);
-    EXPECT_EQ(status.lines,
-              (Lines{L"Waiting for history Ref and Notes to be filled in: 1 second(s)",
-                     L"Waiting for history Ref and Notes to be filled in: 2 second(s)",
-                     L"Waiting for history Ref and Notes to be filled in: 3 second(s)", finished}));
+    EXPECT_EQ(
+        status.lines,
+        (Lines{L"Waiting for history Ref and Notes to be filled in: 1 second(s)",
+               L"Waiting for history Ref and Notes to be filled in: 2 second(s)",
+               L"Waiting for history Ref and Notes to be filled in: 3 second(s)", dialogOpened}));
 }
 
 TEST_F(EventTest, AWindowAskedToCloseWhileTheDialogIsFilledInClosesAfterIt) {
@@ -403,7 +398,7 @@ TEST_F(EventTest, AWindowAskedToCloseWhileTheDialogIsFilledInClosesAfterIt) {
     EXPECT_EQ(view.closeRequests, 1) << "asked once";
 }
 
-struct Plain {
+struct PlainNotes {
     std::wstring refText;
     std::wstring addition;
     std::wstring refInDialog;
@@ -411,7 +406,7 @@ struct Plain {
     Lines written;
 };
 
-class PlainNotesTest : public FillInTest, public testing::WithParamInterface<Plain> {};
+class PlainNotesTest : public FillInTest, public testing::WithParamInterface<PlainNotes> {};
 
 TEST_P(PlainNotesTest, TheAdditionStandsBeforeTheOldNotes) {
     link.RecordingPathOrReason = GetParam().addition;
@@ -425,35 +420,37 @@ INSTANTIATE_TEST_SUITE_P(
     Dialogs, PlainNotesTest,
     testing::Values(
         // Nothing to fill in: neither field is touched.
-        Plain{L"", L"", L"x", L"y", {}}, Plain{L"", L"", L"", L"", {}},
+        PlainNotes{L"", L"", L"x", L"y", {}}, PlainNotes{L"", L"", L"", L"", {}},
         // A free Ref field takes the Ref text, as it is.
-        Plain{L"call & co", L"", L"", L"", {SetCommand(L"1016", L"call & co")}},
-        Plain{L"call", L"", L"   ", L"old", {SetCommand(L"1016", L"call")}},
-        Plain{L"call",
-              L"C:\\a&b.wav",
-              L"",
-              L"",
-              {SetCommand(L"1016", L"call"), SetCommand(L"1017", L"C:\\a&amp;b.wav")}},
+        PlainNotes{L"call & co", L"", L"", L"", {SetCommand(L"1016", L"call & co")}},
+        PlainNotes{L"call", L"", L"   ", L"old", {SetCommand(L"1016", L"call")}},
+        PlainNotes{L"call",
+                   L"C:\\a&b.wav",
+                   L"",
+                   L"",
+                   {SetCommand(L"1016", L"call"), SetCommand(L"1017", L"C:\\a&amp;b.wav")}},
         // A Ref field that is filled keeps its text, and the Ref text moves into the notes.
-        Plain{L"call", L"", L"x", L"", {SetCommand(L"1017", L"call")}},
-        Plain{L"call", L"a.wav", L"x", L"", {SetCommand(L"1017", L"call\r\na.wav")}},
-        Plain{L"call", L"a.wav", L"x", L"old", {SetCommand(L"1017", L"call\r\na.wav\r\n\r\nold")}},
+        PlainNotes{L"call", L"", L"x", L"", {SetCommand(L"1017", L"call")}},
+        PlainNotes{L"call", L"a.wav", L"x", L"", {SetCommand(L"1017", L"call\r\na.wav")}},
+        PlainNotes{
+            L"call", L"a.wav", L"x", L"old", {SetCommand(L"1017", L"call\r\na.wav\r\n\r\nold")}},
         // Only ordinary blanks count as nothing.
-        Plain{L"call", L"", L"&#160;", L"", {SetCommand(L"1017", L"call")}},
-        Plain{L"",
-              L"a.wav",
-              L"x",
-              L"Called back",
-              {SetCommand(L"1017", L"a.wav\r\n\r\nCalled back")}},
-        Plain{L"", L"a.wav", L"x", L"  ", {SetCommand(L"1017", L"a.wav  ")}},
-        Plain{L"", L"a.wav", L"", L"&#160;", {SetCommand(L"1017", L"a.wav\r\n\r\n\x00A0")}},
-        Plain{L"", L"a.wav", L"", L"a &amp;lt; b", {SetCommand(L"1017", L"a.wav\r\n\r\na &lt; b")}},
+        PlainNotes{L"call", L"", L"&#160;", L"", {SetCommand(L"1017", L"call")}},
+        PlainNotes{L"",
+                   L"a.wav",
+                   L"x",
+                   L"Called back",
+                   {SetCommand(L"1017", L"a.wav\r\n\r\nCalled back")}},
+        PlainNotes{L"", L"a.wav", L"x", L"  ", {SetCommand(L"1017", L"a.wav  ")}},
+        PlainNotes{L"", L"a.wav", L"", L"&#160;", {SetCommand(L"1017", L"a.wav\r\n\r\n\x00A0")}},
+        PlainNotes{
+            L"", L"a.wav", L"", L"a &amp;lt; b", {SetCommand(L"1017", L"a.wav\r\n\r\na &lt; b")}},
         // The reason for a missing link is inserted like a path.
-        Plain{L"",
-              L"No files found \"x\".",
-              L"",
-              L"",
-              {SetCommand(L"1017", L"No files found &quot;x&quot;.")}}));
+        PlainNotes{L"",
+                   L"No files found \"x\".",
+                   L"",
+                   L"",
+                   {SetCommand(L"1017", L"No files found &quot;x&quot;.")}}));
 
 // A raw CR LF reaches the program as LF, a reference as it was written.
 TEST_F(FillInTest, PlainNotesKeepTheirLineEnds) {

@@ -7,7 +7,8 @@
 #include <string>
 #include <vector>
 
-namespace corvane::test {
+// For itself: the names of all kinds of controls would be in the way of other tests.
+namespace corvane::test::control_catalogue {
 namespace {
 
 using enum ControlKind;
@@ -475,4 +476,4 @@ TEST(ControlCatalogueTest, TheWindowHasItsSizes) {
 }
 
 }  // namespace
-}  // namespace corvane::test
+}  // namespace corvane::test::control_catalogue

@@ -14,7 +14,7 @@ const std::wstring fetch =
     L"<GMAPI call=\"DataStream\"><data name=\"Command\">Fetch</data><data name=\"Area\">12</data>"
     L"<data name=\"FetchCount\">1</data><data name=\"Raw\">1</data>"
     L"<data name=\"FieldDelimiter\"></data><data name=\"RowDelimiter\"></data></GMAPI>";
-const std::wstring close =
+const std::wstring closeStream =
     L"<GMAPI call=\"DataStream\"><data name=\"Command\">Close</data>"
     L"<data name=\"Area\">12</data></GMAPI>";
 
@@ -23,7 +23,7 @@ protected:
     DataStreamTest() {
         goldMine.answers[query] =
             L"<GMAPI call=\"DataStream\"><status code=\"1\">12</status></GMAPI>";
-        goldMine.answers[close] =
+        goldMine.answers[closeStream] =
             L"<GMAPI call=\"DataStream\"><status code=\"1\">1</status></GMAPI>";
         SetPacket(L"3000-0001&#10;A1&#13;x");
     }
@@ -42,7 +42,7 @@ protected:
 TEST_F(DataStreamTest, AQueryIsSentFetchedAndClosed) {
     const auto rows = dataStream.RunQuery(sql);
 
-    EXPECT_EQ(goldMine.commands, (Lines{query, fetch, close}));
+    EXPECT_EQ(goldMine.commands, (Lines{query, fetch, closeStream}));
     ASSERT_TRUE(rows);
     EXPECT_EQ(rows->header, L"3000-0001");
     EXPECT_EQ(rows->rowCount, 1);
@@ -100,7 +100,8 @@ TEST_F(DataStreamTest, AFailedFetchIsReportedAndNothingIsClosed) {
 }
 
 TEST_F(DataStreamTest, AFailedCloseIsReportedAndTheRowStillCounts) {
-    goldMine.answers[close] = L"<GMAPI call=\"DataStream\"><status code=\"0\"></status></GMAPI>";
+    goldMine.answers[closeStream] =
+        L"<GMAPI call=\"DataStream\"><status code=\"0\"></status></GMAPI>";
     EXPECT_EQ(dataStream.FirstFieldOfQuery(sql), L"A1");
     ExpectReported(
         L"Error calling DataStream Close function. Result:\r\n"
@@ -136,7 +137,7 @@ class UnreadableReplyTest : public DataStreamTest,
 TEST_P(UnreadableReplyTest, OfAFetchHasNoCountAndIsATypeMismatchAfterTheClose) {
     goldMine.answers[fetch] = GetParam();
     EXPECT_EQ(ErrorOf([&] { static_cast<void>(dataStream.FirstFieldOfQuery(sql)); }).number, 13);
-    EXPECT_EQ(goldMine.commands, (Lines{query, fetch, close}));
+    EXPECT_EQ(goldMine.commands, (Lines{query, fetch, closeStream}));
 }
 
 INSTANTIATE_TEST_SUITE_P(

@@ -5,11 +5,11 @@
 namespace corvane::test {
 namespace {
 
-const std::wstring command = L"<GMAPI call=\"GetActiveWindowsList\"/>";
+const std::wstring listCommand = L"<GMAPI call=\"GetActiveWindowsList\"/>";
 
 class GMUITest : public GoldMineFixture {
 protected:
-    GMUITest() { goldMine.answers[command] = L"<GMAPI/>"; }
+    GMUITest() { goldMine.answers[listCommand] = L"<GMAPI/>"; }
     void TakeMilliseconds(std::int64_t duration) {
         goldMine.onSend = [this, duration](const std::wstring&) { clock.Advance(duration); };
     }
@@ -25,15 +25,15 @@ struct ErrorNumberCase {
 };
 
 TEST_F(GMUITest, TheCommandReachesGoldMineAndTheReplyComesBack) {
-    EXPECT_EQ(gmui.GMUI_Execute(command), L"<GMAPI/>");
-    EXPECT_EQ(goldMine.commands, Lines{command});
+    EXPECT_EQ(gmui.GMUI_Execute(listCommand), L"<GMAPI/>");
+    EXPECT_EQ(goldMine.commands, Lines{listCommand});
     ExpectNoLines();
 }
 
 TEST_F(GMUITest, TheObjectIsCreatedOnFirstUseAndKept) {
     EXPECT_EQ(goldMine.connects, 0);
-    static_cast<void>(gmui.GMUI_Execute(command));
-    static_cast<void>(gmui.GMUI_Execute(command));
+    static_cast<void>(gmui.GMUI_Execute(listCommand));
+    static_cast<void>(gmui.GMUI_Execute(listCommand));
     EXPECT_EQ(goldMine.connects, 1);
 }
 
@@ -45,7 +45,7 @@ TEST_F(GMUITest, WithoutTheObjectTheReplyIsFalseAndTheUserLearnsHowToRegisterIt)
     form.GoldMineExePath = L"C:\\Program Files\\GoldMine\\gmw.exe";
     LogCommandsFrom(L"0");
 
-    EXPECT_EQ(gmui.GMUI_Execute(command), L"False");
+    EXPECT_EQ(gmui.GMUI_Execute(listCommand), L"False");
 
     EXPECT_EQ(goldMine.commands, Lines{});
     EXPECT_EQ(
@@ -80,7 +80,7 @@ TEST_P(FailedCreationTest, IsACouldNotConnectWhateverItsNumber) {
     goldMine.connectError = error;
     form.GoldMineExePath = L"C:\\gmw.exe";
 
-    EXPECT_EQ(gmui.GMUI_Execute(command), L"False");
+    EXPECT_EQ(gmui.GMUI_Execute(listCommand), L"False");
 
     EXPECT_EQ(
         boxes.Take(),
@@ -109,11 +109,11 @@ INSTANTIATE_TEST_SUITE_P(Errors, FailedCreationTest,
 
 TEST_F(GMUITest, CreatingTheObjectIsTriedAgainWithTheNextCommand) {
     goldMine.connectError = CompleteError(429);
-    static_cast<void>(gmui.GMUI_Execute(command));
+    static_cast<void>(gmui.GMUI_Execute(listCommand));
     static_cast<void>(boxes.Take());
     goldMine.connectError.reset();
 
-    EXPECT_EQ(gmui.GMUI_Execute(command), L"<GMAPI/>");
+    EXPECT_EQ(gmui.GMUI_Execute(listCommand), L"<GMAPI/>");
     EXPECT_EQ(goldMine.connects, 2);
 }
 
@@ -123,7 +123,7 @@ TEST_F(GMUITest, PermissionDeniedMeansNotLoggedIn) {
     error.description = L"Permission denied";
     goldMine.sendError = error;
 
-    const std::wstring reply = gmui.GMUI_Execute(command);
+    const std::wstring reply = gmui.GMUI_Execute(listCommand);
 
     EXPECT_FALSE(reply.starts_with(L"<GMAPI"));
     EXPECT_EQ(boxes.Take(),
@@ -145,7 +145,7 @@ TEST_P(LostConnectionTest, IsToldInABoxAndALine) {
     error.description = L"The server is gone";
     goldMine.sendError = error;
 
-    const std::wstring reply = gmui.GMUI_Execute(command);
+    const std::wstring reply = gmui.GMUI_Execute(listCommand);
 
     EXPECT_FALSE(reply.starts_with(L"<GMAPI"));
     EXPECT_EQ(boxes.Take(),
@@ -173,12 +173,12 @@ TEST_P(LostConnectionTest, IsToldInOneBoxWhenACommandAndOneInsideItAreLostTogeth
     RuntimeError error;
     error.number = GetParam().number;
     goldMine.onSend = [&](const std::wstring& sent) {
-        if (sent == command)
+        if (sent == listCommand)
             static_cast<void>(gmui.GMUI_Execute(L"<GMAPI call=\"Inner\"/>"));
     };
     goldMine.answerAll = [&](const std::wstring&) -> std::wstring { throw error; };
 
-    static_cast<void>(gmui.GMUI_Execute(command));
+    static_cast<void>(gmui.GMUI_Execute(listCommand));
     EXPECT_EQ(boxes.Take().size(), 1u);
     EXPECT_EQ(status.lines.size(), 2u);
 
@@ -190,10 +190,10 @@ class FailedCallTest : public GMUITest, public testing::WithParamInterface<std::
 
 TEST_P(FailedCallTest, TheNextCommandCreatesTheObjectAfresh) {
     goldMine.sendError = CompleteError(GetParam());
-    static_cast<void>(gmui.GMUI_Execute(command));
+    static_cast<void>(gmui.GMUI_Execute(listCommand));
     static_cast<void>(boxes.Take());
 
-    EXPECT_EQ(gmui.GMUI_Execute(command), L"<GMAPI/>");
+    EXPECT_EQ(gmui.GMUI_Execute(listCommand), L"<GMAPI/>");
     EXPECT_EQ(goldMine.connects, 2);
 }
 
@@ -203,7 +203,7 @@ TEST_P(FailedCallTest, TheObjectIsLetGoBeforeTheBoxWhichComesBeforeTheLine) {
         EXPECT_FALSE(goldMine.connected());
         EXPECT_EQ(status.lines, Lines{});
     };
-    static_cast<void>(gmui.GMUI_Execute(command));
+    static_cast<void>(gmui.GMUI_Execute(listCommand));
     EXPECT_EQ(boxes.Take().size(), 1U);
     EXPECT_EQ(status.lines.size(), 1U);
 }
@@ -211,7 +211,7 @@ TEST_P(FailedCallTest, TheObjectIsLetGoBeforeTheBoxWhichComesBeforeTheLine) {
 TEST_P(FailedCallTest, IsNotTimed) {
     LogCommandsFrom(L"0");
     goldMine.sendError = CompleteError(GetParam());
-    static_cast<void>(gmui.GMUI_Execute(command));
+    static_cast<void>(gmui.GMUI_Execute(listCommand));
     static_cast<void>(boxes.Take());
     ASSERT_EQ(status.lines.size(), 1U);
     EXPECT_FALSE(status.lines[0].starts_with(L"> COM"));
@@ -223,7 +223,7 @@ INSTANTIATE_TEST_SUITE_P(Errors, FailedCallTest,
 TEST_F(GMUITest, AnyOtherErrorIsPassedOnWithTheProcedureBeforeItsSource) {
     goldMine.sendError = CompleteError(-2147352567);
 
-    const RuntimeError error = ErrorOf([&] { static_cast<void>(gmui.GMUI_Execute(command)); });
+    const RuntimeError error = ErrorOf([&] { static_cast<void>(gmui.GMUI_Execute(listCommand)); });
 
     EXPECT_EQ(error.number, -2147352567);
     EXPECT_EQ(error.source, L"GMUI_Execute: GoldMine.UI");
@@ -246,7 +246,7 @@ TEST_P(CommandTimingTest, CommandsAtOrAboveTheThresholdAreLogged) {
     LogCommandsFrom(GetParam().threshold);
     TakeMilliseconds(GetParam().milliseconds);
 
-    EXPECT_EQ(gmui.GMUI_Execute(command), L"<GMAPI/>");
+    EXPECT_EQ(gmui.GMUI_Execute(listCommand), L"<GMAPI/>");
 
     EXPECT_EQ(status.lines, GetParam().line.empty() ? Lines{} : Lines{GetParam().line});
 }
@@ -279,7 +279,7 @@ TEST_F(GMUITest, ADurationThatEqualsTheThresholdIsLoggedWhereTheTimerLosesDigits
     TakeMilliseconds(2000);
     for (std::int64_t start = 0; start < 1000; ++start) {
         clock.millisecondOfDay = 65534500 + start;
-        static_cast<void>(gmui.GMUI_Execute(command));
+        static_cast<void>(gmui.GMUI_Execute(listCommand));
     }
     EXPECT_EQ(status.lines.size(), 1000U);
 }
@@ -288,33 +288,33 @@ TEST_F(GMUITest, CommandsAreNotLoggedUnlessAskedFor) {
     form.chkLogCOMCalls.setChecked(false);
     form.txtCOMDurationSeconds.setText(L"not a number");
     TakeMilliseconds(5000);
-    EXPECT_EQ(gmui.GMUI_Execute(command), L"<GMAPI/>");
+    EXPECT_EQ(gmui.GMUI_Execute(listCommand), L"<GMAPI/>");
     ExpectNoLines();
 }
 
 TEST_F(GMUITest, AThresholdThatIsNoNumberIsATypeMismatch) {
     LogCommandsFrom(L"soon");
-    EXPECT_EQ(ErrorOf([&] { static_cast<void>(gmui.GMUI_Execute(command)); }).number, 13);
+    EXPECT_EQ(ErrorOf([&] { static_cast<void>(gmui.GMUI_Execute(listCommand)); }).number, 13);
 }
 
 TEST_F(GMUITest, ACommandThatSpansMidnightCountsAsFast) {
     LogCommandsFrom(L"0");
     clock.millisecondOfDay = 24 * 3600 * 1000 - 500;
     goldMine.onSend = [this](const std::wstring&) { clock.millisecondOfDay = 500; };
-    static_cast<void>(gmui.GMUI_Execute(command));
+    static_cast<void>(gmui.GMUI_Execute(listCommand));
     ExpectNoLines();
 }
 
 TEST_F(GMUITest, NoObjectIsCreatedWhereNoClientRunsAndNobodyIsAsked) {
     bool runs = false;
     gmui.ConnectOnlyWhile([&runs] { return runs; });
-    EXPECT_EQ(gmui.GMUI_Execute(command), L"False");
+    EXPECT_EQ(gmui.GMUI_Execute(listCommand), L"False");
     EXPECT_EQ(goldMine.connects, 0);
     ExpectNoLines();
     ASSERT_TRUE(gmui.reportedError());
     EXPECT_EQ(gmui.reportedError()->number, 462);
     runs = true;
-    EXPECT_EQ(gmui.GMUI_Execute(command), L"<GMAPI/>");
+    EXPECT_EQ(gmui.GMUI_Execute(listCommand), L"<GMAPI/>");
 }
 
 TEST_F(GMUITest, ANodeIsReadAsTextOrAsMarkup) {
@@ -347,19 +347,19 @@ TEST_F(GMUITest, OnlyATextThatIsReadAsItStandsKeepsTheWhiteSpaceAtItsEnds) {
 
 TEST_F(GMUITest, OnlyTheErrorOfTheLastCommandIsKept) {
     goldMine.sendError = CompleteError(70);
-    static_cast<void>(gmui.GMUI_Execute(command));
+    static_cast<void>(gmui.GMUI_Execute(listCommand));
     ASSERT_TRUE(gmui.reportedError());
     EXPECT_EQ(gmui.reportedError()->number, 70);
     EXPECT_EQ(boxes.Take().size(), 1U);
 
     // The command inside fails; the one that it arrived in does not.
     goldMine.onSend = [this](const std::wstring& sent) {
-        if (sent == command) {
+        if (sent == listCommand) {
             goldMine.sendError = CompleteError(70);
             static_cast<void>(gmui.GMUI_Execute(L"<inside/>"));
         }
     };
-    EXPECT_EQ(gmui.GMUI_Execute(command), L"<GMAPI/>");
+    EXPECT_EQ(gmui.GMUI_Execute(listCommand), L"<GMAPI/>");
     EXPECT_FALSE(gmui.reportedError());
     EXPECT_EQ(boxes.Take().size(), 1U);
 }

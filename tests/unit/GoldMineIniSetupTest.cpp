@@ -6,8 +6,8 @@
 namespace corvane::test {
 namespace {
 
-const std::wstring userIni = L"C:\\GM\\ANN.INI";
-const std::wstring userIniCopy = L"C:\\GM\\ANN.INI.bak-CorvaneTo3CX";
+const std::wstring annsIni = L"C:\\GM\\ANN.INI";
+const std::wstring annsIniCopy = L"C:\\GM\\ANN.INI.bak-CorvaneTo3CX";
 const std::wstring gmIni = L"C:\\GM\\GM.INI";
 const std::wstring expectedDial = L"&Dial,,C:\\Corvane\\CorvaneTo3CX.exe %s";
 
@@ -32,16 +32,16 @@ protected:
         AnswerMacro(L"&amp;SysDir", L"D:\\Sys\\");
         AnswerMacro(L"&amp;UserName", L"ANN");
         form.txtAppPath.setText(L"C:\\Corvane\\CorvaneTo3CX.exe");
-        files.files = {{userIni, L""}, {gmIni, L""}};
+        files.files = {{annsIni, L""}, {gmIni, L""}};
         SetModem(L"DeviceID", L"5");
         SetModem(L"DDEDial", expectedDial);
         SetModem(L"TAPITranslation", L"0");
     }
     void SetModem(const std::wstring& key, const std::wstring& value) {
-        iniFiles.files[userIni][{L"Modem", key}] = value;
+        iniFiles.files[annsIni][{L"Modem", key}] = value;
     }
     // Nothing is set up: all three questions are due.
-    void ForgetModem() { iniFiles.files[userIni].clear(); }
+    void ForgetModem() { iniFiles.files[annsIni].clear(); }
     void AnswerQuestions(std::initializer_list<BoxAnswer> answers) { boxes.answers = answers; }
 
     FakeFileSystem files;
@@ -52,7 +52,7 @@ protected:
 TEST_F(GoldMineIniSetupTest, ACompleteSetUpIsLeftAlone) {
     EXPECT_TRUE(setup.Run());
     EXPECT_TRUE(iniFiles.writes.empty());
-    EXPECT_EQ(form.txtGoldMineUserIniPath.text(), userIni);
+    EXPECT_EQ(form.txtGoldMineUserIniPath.text(), annsIni);
     EXPECT_EQ(form.txtGoldMineGMIniPath.text(), gmIni);
     EXPECT_EQ(form.GoldMineUserName, L"ANN");
     EXPECT_EQ(goldMine.commands,
@@ -81,7 +81,7 @@ protected:
 TEST_P(NoProgramDataDirTest, TheSystemFolderServes) {
     Fail(L"&amp;ProgramDataDir");
     files.files = {{L"D:\\Sys\\ANN.INI", L""}, {L"D:\\Sys\\GM.INI", L""}};
-    iniFiles.files[L"D:\\Sys\\ANN.INI"] = iniFiles.files[userIni];
+    iniFiles.files[L"D:\\Sys\\ANN.INI"] = iniFiles.files[annsIni];
     EXPECT_TRUE(setup.Run());
     EXPECT_EQ(form.txtGoldMineUserIniPath.text(), L"D:\\Sys\\ANN.INI");
     EXPECT_EQ(form.txtGoldMineGMIniPath.text(), L"D:\\Sys\\GM.INI");
@@ -106,13 +106,13 @@ TEST_F(GoldMineIniSetupTest, WithoutAUserNameTheSetUpStops) {
 }
 
 TEST_F(GoldMineIniSetupTest, WithoutTheUserIniTheSetUpStops) {
-    files.files.erase(userIni);
+    files.files.erase(annsIni);
     ForgetModem();
     EXPECT_FALSE(setup.Run());
     EXPECT_EQ(boxes.Take(),
               ShownBoxes{Notice(L"Could not find GoldMine <user>.INI file\r\nC:\\GM\\ANN.INI",
                                 BoxIcon::Exclamation)});
-    EXPECT_EQ(form.txtGoldMineUserIniPath.text(), userIni);
+    EXPECT_EQ(form.txtGoldMineUserIniPath.text(), annsIni);
     EXPECT_EQ(form.txtGoldMineGMIniPath.text(), L"");
 }
 
@@ -165,7 +165,7 @@ class StepTest : public GoldMineIniSetupTest, public testing::WithParamInterface
 protected:
     StepTest() { SetModem(GetParam().key, GetParam().current); }
     [[nodiscard]] std::wstring Stored() const {
-        return iniFiles.files.at(userIni).at({L"Modem", GetParam().key});
+        return iniFiles.files.at(annsIni).at({L"Modem", GetParam().key});
     }
 };
 
@@ -199,14 +199,14 @@ TEST_P(DueStepTest, YesWritesTheValueAndAsksForARestart) {
 }
 
 TEST_P(DueStepTest, TheFileIsCopiedBeforeItIsChanged) {
-    files.files[userIni] = L"as GoldMine wrote it";
+    files.files[annsIni] = L"as GoldMine wrote it";
     AnswerQuestions({BoxAnswer::No, BoxAnswer::Yes});
     EXPECT_FALSE(setup.Run());
-    EXPECT_FALSE(files.FileExists(userIniCopy));
+    EXPECT_FALSE(files.FileExists(annsIniCopy));
 
     EXPECT_TRUE(setup.Run());
 
-    EXPECT_EQ(files.files[userIniCopy], L"as GoldMine wrote it");
+    EXPECT_EQ(files.files[annsIniCopy], L"as GoldMine wrote it");
     static_cast<void>(boxes.Take());
 }
 
@@ -215,7 +215,7 @@ TEST_P(DueStepTest, AFileThatCannotBeCopiedIsChangedAllTheSame) {
     AnswerQuestions({BoxAnswer::Yes});
     EXPECT_TRUE(setup.Run());
     EXPECT_EQ(Stored(), GetParam().written);
-    EXPECT_EQ(status.lines, Lines{L"Could not copy C:\\GM\\ANN.INI to " + userIniCopy + L"."});
+    EXPECT_EQ(status.lines, Lines{L"Could not copy C:\\GM\\ANN.INI to " + annsIniCopy + L"."});
     static_cast<void>(boxes.Take());
 }
 
@@ -284,10 +284,10 @@ TEST_F(GoldMineIniSetupTest, AllThreeStepsRunInOrderAndTheRestartIsAskedForOnce)
 
 TEST_F(GoldMineIniSetupTest, TheCopyOfTheFirstChangeStays) {
     ForgetModem();
-    files.files[userIniCopy] = L"years ago";
+    files.files[annsIniCopy] = L"years ago";
     AnswerQuestions({BoxAnswer::Yes, BoxAnswer::Yes, BoxAnswer::Yes});
     EXPECT_TRUE(setup.Run());
-    EXPECT_EQ(files.files[userIniCopy], L"years ago");
+    EXPECT_EQ(files.files[annsIniCopy], L"years ago");
     EXPECT_EQ(status.lines, Lines{});
     static_cast<void>(boxes.Take());
 }

@@ -14,7 +14,7 @@ std::wstring Plain(const std::wstring& reply) {
     return PlainStatus(reply).value_or(notPlain);
 }
 
-std::wstring Reply(const std::wstring& text) {
+std::wstring MacroReply(const std::wstring& text) {
     return L"<GMAPI call=\"Macro\"><status code=\"1\">" + text + L"</status></GMAPI>";
 }
 
@@ -28,7 +28,7 @@ class PlainReplyTest : public testing::TestWithParam<Read> {};
 // Each is read as an XML reader reads it.
 TEST_P(PlainReplyTest, TextWithoutMarkupIsFoundAndIsWhatAnXmlReaderSays) {
     [[maybe_unused]] const TestApartment apartment;
-    const std::wstring reply = Reply(GetParam().written);
+    const std::wstring reply = MacroReply(GetParam().written);
 
     EXPECT_EQ(Plain(reply), GetParam().text);
     EXPECT_EQ(TestXPathReader().SelectNode(reply, L"/GMAPI/status", NodeForm::Text,
@@ -73,12 +73,14 @@ INSTANTIATE_TEST_SUITE_P(
                     L"<GMAPI call=\"Macro\"><status code=\"1\">x</status></GMAPI>\r\n",
                     L"<GMAPI call=\"Macro\"><status code=\"1\">x</status><data>y</data></GMAPI>",
                     L"<gmapi call=\"Macro\"><status code=\"1\">x</status></gmapi>",
-                    L"<GMAPI call=\"Macro\"><status code=\"1\">x</status>", Reply(L" x"),
-                    Reply(L"x "), Reply(L"x  y"), Reply(L"x\ty"), Reply(L"x\ny"), Reply(L"a&#38;b"),
-                    Reply(L"a&b"), Reply(L"a &amp;b"), Reply(L"a&amp; b"), Reply(L"a&amp; "),
-                    Reply(L"a&amp"), Reply(L"a&AMP;b"), Reply(L"a&nbsp;b"), Reply(L"&"),
-                    Reply(L"a>b"), Reply(L"a<b/>"), Reply(L"\x00FC"), Reply(std::wstring(L"\0", 1)),
-                    Reply(L"\x0001"), Reply(L"\x007F")));
+                    L"<GMAPI call=\"Macro\"><status code=\"1\">x</status>", MacroReply(L" x"),
+                    MacroReply(L"x "), MacroReply(L"x  y"), MacroReply(L"x\ty"),
+                    MacroReply(L"x\ny"), MacroReply(L"a&#38;b"), MacroReply(L"a&b"),
+                    MacroReply(L"a &amp;b"), MacroReply(L"a&amp; b"), MacroReply(L"a&amp; "),
+                    MacroReply(L"a&amp"), MacroReply(L"a&AMP;b"), MacroReply(L"a&nbsp;b"),
+                    MacroReply(L"&"), MacroReply(L"a>b"), MacroReply(L"a<b/>"),
+                    MacroReply(L"\x00FC"), MacroReply(std::wstring(L"\0", 1)),
+                    MacroReply(L"\x0001"), MacroReply(L"\x007F")));
 
 }  // namespace
 }  // namespace corvane::test

@@ -16,7 +16,7 @@ namespace {
 
 using Lines = std::vector<std::wstring>;
 
-constexpr double second = 1.0 / 86400;
+constexpr double oneSecond = 1.0 / 86400;
 
 double Date(int year, int month, int day, int hour = 12, int minute = 0, int secondOfMinute = 0) {
     LocalTimeMs time;
@@ -151,7 +151,7 @@ TEST_P(AgeTest, AFileIsLinkedUpToTheMaximumAge) {
     form.chkConfirmRecentRecordingFile.setChecked(true);
     form.txtRecordingFileMaxAgeSeconds.setText(GetParam().maxAge);
     clock.millisecondOfDay += 999;  // Fractions of the current second do not count.
-    files.newest.modified -= static_cast<double>(GetParam().seconds) * second;
+    files.newest.modified -= static_cast<double>(GetParam().seconds) * oneSecond;
     if (GetParam().reason.empty()) {
         EXPECT_TRUE(GetFileLink());
     } else {

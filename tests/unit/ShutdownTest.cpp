@@ -1,5 +1,6 @@
 #include "app/Shutdown.h"
 
+#include "DialogWatch.h"
 #include "ProgramFixture.h"
 #include "StatusLines.h"
 
@@ -8,29 +9,20 @@ namespace {
 
 using Strings = std::vector<std::wstring>;
 
-const std::wstring finished = L"Finished unloading form and closing program.";
 const ShownBox saveQuestion{L"Do you want to save configuration changes before exiting?",
                             BoxButtons::YesNoCancel, BoxIcon::None};
-const std::wstring watch =
-    L"<GMAPI call=\"RegisterWindowUpDown\"><data name=\"Window\">DIALOGSCHEDULECOMPLETE</data>"
-    L"<data name=\"Monitor\">1</data></GMAPI>";
-const std::wstring unwatch =
-    L"<GMAPI call=\"RegisterWindowUpDown\"><data name=\"Window\">DIALOGSCHEDULECOMPLETE</data>"
-    L"<data name=\"Monitor\">0</data></GMAPI>";
-const std::wstring watched =
-    L"<GMAPI call=\"RegisterWindowUpDown\"><status code=\"1\">Success</status></GMAPI>";
 
-const std::wstring openDialog =
+const std::wstring openDialogCommand =
     L"<GMAPI call=\"MenuCommand\">CompleteUnscheduledIncomingCall</GMAPI>";
 
 class ShutdownTest : public ProgramTest {
 protected:
     ShutdownTest() {
-        around.goldMine.answers[watch] = watched;
-        around.goldMine.answers[openDialog] =
+        around.goldMine.answers[watchDialog] = dialogWatched;
+        around.goldMine.answers[openDialogCommand] =
             L"<GMAPI call=\"MenuCommand\"><status code=\"1\">The command was executed.</status>"
             L"</GMAPI>";
-        around.goldMine.answers[unwatch] = watched;
+        around.goldMine.answers[unwatchDialog] = dialogWatched;
     }
     // A call has asked for GoldMine's dialog, which is to be filled in with nothing.
     void AwaitDialog() {
@@ -53,7 +45,7 @@ TEST_F(ShutdownTest, WithoutAWindowNothingIsAsked) {
     Program& made = Make();
     made.form.SettingsDirty = true;
     EXPECT_TRUE(made.shutdown.Unload());
-    EXPECT_EQ(Lines(), Strings{finished});
+    EXPECT_EQ(Lines(), Strings{programFinished});
     EXPECT_EQ(around.goldMine.releases, 1);
 }
 
@@ -65,7 +57,7 @@ TEST_F(ShutdownTest, GoldMineIsLetGoBeforeTheLastLine) {
             releasesAtTheLine = around.goldMine.releases;
     };
     EXPECT_TRUE(made.shutdown.Unload());
-    EXPECT_EQ(Lines(), Strings{finished});
+    EXPECT_EQ(Lines(), Strings{programFinished});
     EXPECT_EQ(releasesAtTheLine, 1);
 }
 
@@ -73,7 +65,7 @@ TEST_F(ShutdownTest, AShownWindowWithoutChangesAsksNothing) {
     Program& made = Make();
     made.form.setVisible(true);
     EXPECT_TRUE(made.shutdown.Unload());
-    EXPECT_EQ(Lines(), Strings{finished});
+    EXPECT_EQ(Lines(), Strings{programFinished});
 }
 
 TEST_F(ShutdownTest, CancelKeepsTheWindowOpen) {
@@ -96,7 +88,7 @@ TEST_F(ShutdownTest, NoClosesWithoutSaving) {
     EXPECT_TRUE(made.shutdown.Unload());
     EXPECT_EQ(around.boxes.Take(), std::vector<ShownBox>{saveQuestion});
     EXPECT_EQ(around.registry.writes, Strings{});
-    EXPECT_EQ(Lines(), Strings{finished});
+    EXPECT_EQ(Lines(), Strings{programFinished});
 }
 
 TEST_F(ShutdownTest, YesSavesAndCloses) {
@@ -109,7 +101,7 @@ TEST_F(ShutdownTest, YesSavesAndCloses) {
     EXPECT_TRUE(made.shutdown.Unload());
     EXPECT_EQ(around.boxes.Take(), std::vector<ShownBox>{saveQuestion});
     EXPECT_EQ(around.registry.Stored(FakeRegistry::ownKey, L"txtCallerIDMinLength"), L"6");
-    EXPECT_EQ(Lines(), (Strings{L"Settings saved.", finished}));
+    EXPECT_EQ(Lines(), (Strings{L"Settings saved.", programFinished}));
 }
 
 TEST_F(ShutdownTest, ABoxThatTheUserIsStillInIsCheckedOnlyBeforeSaving) {
@@ -156,11 +148,11 @@ TEST_F(ShutdownTest, AFollowUpThatNeverComesIsWaitedForTenSecondsAndWithdrawn) {
     AwaitDialog();
     EXPECT_TRUE(made.shutdown.Unload());
     Strings expected = Waiting(10);
-    expected.push_back(finished);
+    expected.push_back(programFinished);
     EXPECT_EQ(Lines(), expected);
     EXPECT_EQ(around.clock.sleeps, std::vector<std::uint32_t>(10, 1000));
     EXPECT_EQ(around.clock.pumps, 11);
-    EXPECT_EQ(around.goldMine.commands, Strings{unwatch});
+    EXPECT_EQ(around.goldMine.commands, Strings{unwatchDialog});
 }
 
 TEST_F(ShutdownTest, WaitingEndsWhenTheDialogHasBeenFilledIn) {
@@ -174,10 +166,10 @@ TEST_F(ShutdownTest, WaitingEndsWhenTheDialogHasBeenFilledIn) {
     EXPECT_TRUE(made.shutdown.Unload());
     Strings expected = Waiting(3);
     expected.push_back(L"Finished opening Complete Call dialog before saving in history.");
-    expected.push_back(finished);
+    expected.push_back(programFinished);
     EXPECT_EQ(Lines(), expected);
     EXPECT_EQ(around.clock.sleeps.size(), 3u);
-    EXPECT_EQ(around.goldMine.commands, Strings{unwatch});
+    EXPECT_EQ(around.goldMine.commands, Strings{unwatchDialog});
 }
 
 TEST_F(ShutdownTest, AHandledDialogIsNotWaitedForButItsReportIsWithdrawn) {
@@ -187,7 +179,7 @@ TEST_F(ShutdownTest, AHandledDialogIsNotWaitedForButItsReportIsWithdrawn) {
     around.goldMine.RaiseWindowUpDown(L"DIALOGSCHEDULECOMPLETE", true, 4711);
     EXPECT_TRUE(made.shutdown.Unload());
     EXPECT_EQ(around.clock.sleeps.size(), 0u);
-    EXPECT_EQ(around.goldMine.commands, Strings{unwatch});
+    EXPECT_EQ(around.goldMine.commands, Strings{unwatchDialog});
 }
 
 TEST_F(ShutdownTest, ASecondCloseDuringTheWaitDoesNothing) {
@@ -201,7 +193,7 @@ TEST_F(ShutdownTest, ASecondCloseDuringTheWaitDoesNothing) {
     EXPECT_TRUE(made.shutdown.Unload());
     EXPECT_EQ(around.boxes.Take(), std::vector<ShownBox>{saveQuestion});
     EXPECT_EQ(Lines().size(), 11u);
-    EXPECT_EQ(around.goldMine.commands, Strings{unwatch});
+    EXPECT_EQ(around.goldMine.commands, Strings{unwatchDialog});
 }
 
 TEST_F(ShutdownTest, NoCallBeginsDuringTheWait) {
@@ -213,7 +205,7 @@ TEST_F(ShutdownTest, NoCallBeginsDuringTheWait) {
     around.clock.onPump = [&] { made.actions.ButtonClicked(made.form.cmdProcessCall); };
     EXPECT_TRUE(made.shutdown.Unload());
     Strings expected = Waiting(10);
-    expected.push_back(finished);
+    expected.push_back(programFinished);
     EXPECT_EQ(Lines(), expected);
     EXPECT_TRUE(around.processes.started.empty());
 }
@@ -235,8 +227,8 @@ TEST_F(ShutdownTest, AWaitThatFailsIsToldAndTheReportIsWithdrawnAllTheSame) {
     around.clock.onPump = [] { throw MakeRuntimeError(ErrorNumber::OutOfMemory); };
     EXPECT_TRUE(made.shutdown.Unload());
     EXPECT_EQ(around.boxes.Take().size(), 1u);
-    EXPECT_EQ(around.goldMine.commands, Strings{unwatch});
-    EXPECT_EQ(Lines().back(), finished);
+    EXPECT_EQ(around.goldMine.commands, Strings{unwatchDialog});
+    EXPECT_EQ(Lines().back(), programFinished);
 }
 
 TEST_F(ShutdownTest, WhenGoldMineIsGoneNothingIsWithdrawn) {
@@ -245,7 +237,7 @@ TEST_F(ShutdownTest, WhenGoldMineIsGoneNothingIsWithdrawn) {
     around.goldMine.RaiseWindowUpDown(L"DIALOGSCHEDULECOMPLETE", true, 4711);
     EXPECT_TRUE(made.shutdown.Unload());
     EXPECT_EQ(around.goldMine.commands, Strings{});
-    EXPECT_EQ(Lines().back(), finished);
+    EXPECT_EQ(Lines().back(), programFinished);
 }
 
 // Creating the object would start a GoldMine that the user has closed.
@@ -275,7 +267,7 @@ TEST_F(ShutdownTest, AnErrorOfGoldMinesDoesNotKeepTheProgram) {
     around.goldMine.sendError = RuntimeError{91, L"GM", L"broken", L"", 0};
     EXPECT_TRUE(made.shutdown.Unload());
     EXPECT_EQ(around.boxes.Take().size(), 1u);
-    EXPECT_EQ(Lines(), (Strings{L"Run-time error '91':  broken", finished}));
+    EXPECT_EQ(Lines(), (Strings{L"Run-time error '91':  broken", programFinished}));
 }
 
 }  // namespace

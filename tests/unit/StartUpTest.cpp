@@ -11,8 +11,8 @@ namespace {
 
 using Strings = std::vector<std::wstring>;
 
-const std::wstring call = L"/N:S /C:5551234 /T:I /I:7";
-const std::wstring echo = L"Corvane 1.0.0.1 started with param(s): " + call + L".";
+const std::wstring ringing = L"/N:S /C:5551234 /T:I /I:7";
+const std::wstring echo = L"Corvane 1.0.0.1 started with param(s): " + ringing + L".";
 const std::wstring withoutParams = L"Corvane 1.0.0.1 started without params.";
 const std::wstring notRunning = L"GoldMine not running, so version unknown.";
 const std::wstring buttonDisabled =
@@ -21,7 +21,6 @@ const std::wstring disabled =
     L"Corvane to 3CX disabled--the \"Master Switch\" is unchecked. No connection to GoldMine "
     L"attempted.";
 const std::wstring detected = L"GoldMine version 2014.1 detected.";
-const std::wstring finished = L"Finished unloading form and closing program.";
 const ShownBox configurationError{L"Error loading configuration. Exiting.", BoxButtons::Ok,
                                   BoxIcon::Critical};
 
@@ -50,9 +49,9 @@ protected:
 
 TEST_F(StartUpTest, AnEventRunProcessesTheCallAndEndsUnseen) {
     around.RunGoldMine();
-    EXPECT_EQ(Run(call), RunOutcome::End);
+    EXPECT_EQ(Run(ringing), RunOutcome::End);
     EXPECT_FALSE(program().form.visible());
-    EXPECT_EQ(Lines(), Joined({echo, detected}, processed, {finished}));
+    EXPECT_EQ(Lines(), Joined({echo, detected}, processed, {programFinished}));
     EXPECT_EQ(program().form.caption(), L"Halvorn Corvane to 3CX");
 }
 
@@ -96,16 +95,17 @@ TEST_F(StartUpTest, APathThatCouldNotBeReadIsSaidOnce) {
 }
 
 TEST_F(StartUpTest, AnEventWithoutGoldMineEndsWithTwoLines) {
-    EXPECT_EQ(Run(call), RunOutcome::End);
-    EXPECT_EQ(Lines(), (Strings{echo, notRunning,
-                                L"Parameters found but GoldMine not running. Exiting.", finished}));
+    EXPECT_EQ(Run(ringing), RunOutcome::End);
+    EXPECT_EQ(Lines(),
+              (Strings{echo, notRunning, L"Parameters found but GoldMine not running. Exiting.",
+                       programFinished}));
 }
 
 TEST_F(StartUpTest, ARejectedCallerIdEndsWithoutLookingForGoldMine) {
     around.processes.sessions.clear();  // looking for it would raise
     EXPECT_EQ(Run(L"/N:S /C:x /T:I"), RunOutcome::End);
     EXPECT_EQ(Lines(), (Strings{L"Corvane 1.0.0.1 started with param(s): /N:S /C:x /T:I.",
-                                L"Ignored non-numeric CallerID: x.", finished}));
+                                L"Ignored non-numeric CallerID: x.", programFinished}));
 }
 
 TEST_F(StartUpTest, ARejectedCallerIdEndsWithoutAWindowEvenWhereTheFormIsAlwaysShown) {
@@ -114,20 +114,20 @@ TEST_F(StartUpTest, ARejectedCallerIdEndsWithoutAWindowEvenWhereTheFormIsAlwaysS
     EXPECT_EQ(Run(L"/N:S /C:123 /T:I"), RunOutcome::End);
     EXPECT_FALSE(program().form.visible());
     EXPECT_EQ(Lines(), (Strings{L"Corvane 1.0.0.1 started with param(s): /N:S /C:123 /T:I.",
-                                L"Ignored short CallerID: 123.", finished}));
+                                L"Ignored short CallerID: 123.", programFinished}));
 }
 
 TEST_F(StartUpTest, ARejectedCallerIdIsSaidBeforeTheMasterSwitchIsLookedAt) {
     around.StoreOption(L"chkGlobalEnable", L"0");
     EXPECT_EQ(Run(L"/N:S /C:x /T:I"), RunOutcome::End);
     EXPECT_EQ(Lines(), (Strings{L"Corvane 1.0.0.1 started with param(s): /N:S /C:x /T:I.",
-                                L"Ignored non-numeric CallerID: x.", finished}));
+                                L"Ignored non-numeric CallerID: x.", programFinished}));
 }
 
 TEST_F(StartUpTest, AGoldMineWhosePathCannotBeReadCountsAsNotRunning) {
     around.RunGoldMine();
     around.processes.openError = 5;
-    EXPECT_EQ(Run(call), RunOutcome::End);
+    EXPECT_EQ(Run(ringing), RunOutcome::End);
     EXPECT_EQ(around.boxes.Take(),
               (ShownBoxes{Notice(L"GoldMine is running but could not retrieve its path.\r\n"
                                  L"Do not run GoldMine as Administrator.\r\n"
@@ -138,7 +138,8 @@ TEST_F(StartUpTest, AGoldMineWhosePathCannotBeReadCountsAsNotRunning) {
         (Strings{echo,
                  L"GoldMine is running but could not retrieve its path. Do not run GoldMine as "
                  L"Administrator. (Error 5 opening Process ID 77)",
-                 notRunning, L"Parameters found but GoldMine not running. Exiting.", finished}));
+                 notRunning, L"Parameters found but GoldMine not running. Exiting.",
+                 programFinished}));
     EXPECT_EQ(around.goldMine.connects, 0);
 }
 
@@ -155,17 +156,17 @@ TEST_F(StartUpTest, ASessionThatCannotBeLookedUpEndsTheStartWithItsOwnError) {
                                 L"Run-time error '5':  FindGoldMineExecutable: "
                                 L"IsProcessRunning.ProcessIdToSessionId Could not "
                                 L"determine Session ID for current Process ID 42. LastError 87.",
-                                finished}));
+                                programFinished}));
     EXPECT_FALSE(program().form.visible());
 }
 
 TEST_F(StartUpTest, RunningOutOfMemoryInTheGoldMineChecksIsAFailedConfigurationToo) {
     around.RunGoldMine();
     around.goldMine.onSend = [](const std::wstring&) { throw std::bad_alloc(); };
-    EXPECT_EQ(Run(call), RunOutcome::End);
+    EXPECT_EQ(Run(ringing), RunOutcome::End);
     EXPECT_EQ(around.boxes.Take(), ShownBoxes{configurationError});
     const std::wstring said = L"Run-time error '7':  Out of memory";
-    EXPECT_EQ(Lines(), (Strings{echo, said, finished}));
+    EXPECT_EQ(Lines(), (Strings{echo, said, programFinished}));
     const std::wstring log =
         around.files.files[L"C:\\ProgramData\\Halvorn Systems\\CorvaneTo3CX\\CorvaneTo3CX.log"];
     EXPECT_TRUE(log.ends_with(said + L"\r\n")) << "forced, with the log off";
@@ -175,8 +176,8 @@ TEST_F(StartUpTest, RunningOutOfMemoryInTheGoldMineChecksIsAFailedConfigurationT
 TEST_F(StartUpTest, TheMasterSwitchDropsAnEvent) {
     around.RunGoldMine();
     around.StoreOption(L"chkGlobalEnable", L"0");
-    EXPECT_EQ(Run(call), RunOutcome::End);
-    EXPECT_EQ(Lines(), (Strings{echo, disabled, finished}));
+    EXPECT_EQ(Run(ringing), RunOutcome::End);
+    EXPECT_EQ(Lines(), (Strings{echo, disabled, programFinished}));
     EXPECT_EQ(around.goldMine.connects, 0);
 }
 
@@ -184,7 +185,7 @@ TEST_F(StartUpTest, WithTheMasterSwitchOffTheWindowShowsTheParametersAndProcesse
     around.RunGoldMine();
     around.StoreOption(L"chkGlobalEnable", L"0");
     around.StoreOption(L"chkAlwaysShowForm", L"1");
-    EXPECT_EQ(Run(call), RunOutcome::WindowShown);
+    EXPECT_EQ(Run(ringing), RunOutcome::WindowShown);
     EXPECT_TRUE(program().form.visible());
     EXPECT_FALSE(program().form.cmdProcessCall.enabled());
     EXPECT_EQ(program().form.txtCallerID.text(), L"5551234");
@@ -202,7 +203,7 @@ TEST_F(StartUpTest, WithTheMasterSwitchOffASettingsRunShowsTheWindow) {
 TEST_F(StartUpTest, ATroubleshootingRunProcessesAtOnceAndStays) {
     around.RunGoldMine();
     around.StoreOption(L"chkAlwaysShowForm", L"1");
-    EXPECT_EQ(Run(call), RunOutcome::WindowShown);
+    EXPECT_EQ(Run(ringing), RunOutcome::WindowShown);
     EXPECT_TRUE(program().form.cmdProcessCall.enabled());
     EXPECT_EQ(Lines(), Joined({echo, detected}, processed));
     EXPECT_EQ(program().form.tabstripOptions.selectedTab(), OptionsTab::status);
@@ -212,7 +213,7 @@ TEST_F(StartUpTest, ATroubleshootingRunWithoutAutoProcessWaitsForTheButton) {
     around.RunGoldMine();
     around.StoreOption(L"chkAlwaysShowForm", L"1");
     around.StoreOption(L"chkAutoProcess", L"0");
-    EXPECT_EQ(Run(call), RunOutcome::WindowShown);
+    EXPECT_EQ(Run(ringing), RunOutcome::WindowShown);
     EXPECT_TRUE(program().form.cmdProcessCall.enabled());
     EXPECT_EQ(Lines(), (Strings{echo, detected}));
 }
@@ -228,7 +229,7 @@ TEST_F(StartUpTest, AnErrorWhileProcessingLeavesAShownWindowOpen) {
         if (command.find(L"Phone1") != std::wstring::npos)
             around.goldMine.sendError = error;
     };
-    EXPECT_EQ(Run(call), RunOutcome::WindowShown);
+    EXPECT_EQ(Run(ringing), RunOutcome::WindowShown);
     EXPECT_EQ(around.boxes.Take(),
               (std::vector<ShownBox>{{L"Run-time error '91':\r\n\r\nProcessCall: broken",
                                       BoxButtons::Ok, BoxIcon::Critical}}));
@@ -245,12 +246,12 @@ TEST_F(StartUpTest, AnErrorWhileProcessingEndsAnEventRunThroughShutdown) {
             around.goldMine.sendError = RuntimeError{91, L"GM", L"broken", L"", 0};
         }
     };
-    EXPECT_EQ(Run(call), RunOutcome::End);
+    EXPECT_EQ(Run(ringing), RunOutcome::End);
     EXPECT_EQ(around.boxes.Take().size(), 1u);
     const Strings lines = Lines();
     ASSERT_GE(lines.size(), 2u);
     EXPECT_EQ(lines[lines.size() - 2], L"Run-time error '91':  ProcessCall: broken");
-    EXPECT_EQ(lines.back(), finished);
+    EXPECT_EQ(lines.back(), programFinished);
 }
 
 class BadSettingTest
@@ -261,7 +262,7 @@ TEST_P(BadSettingTest, StopsTheStartAndResetsTheRunNumber) {
     around.StoreOption(L"LastVersionRun", L"1.0.0.1");
     around.StoreOption(L"PreviousStatus", L"17");
     around.StoreOption(GetParam().first, GetParam().second);
-    EXPECT_EQ(Run(call), RunOutcome::End);
+    EXPECT_EQ(Run(ringing), RunOutcome::End);
     EXPECT_EQ(around.boxes.Take(), std::vector<ShownBox>{configurationError});
     EXPECT_EQ(around.registry.Stored(FakeRegistry::ownKey, L"PreviousStatus"), L"0");
     const Strings lines = Lines();
@@ -270,7 +271,7 @@ TEST_P(BadSettingTest, StopsTheStartAndResetsTheRunNumber) {
     const bool isLogs = setting == L"chkWriteLog";
     const std::wstring named = (isLogs ? L"SetUpLog: " : L"LoadSettings: ") + setting + L": ";
     EXPECT_NE(lines[0].find(L"':  " + named), std::wstring::npos) << lines[0];
-    EXPECT_EQ(lines[1], finished);
+    EXPECT_EQ(lines[1], programFinished);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -282,58 +283,58 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST_F(StartUpTest, ARegistryThatCannotBeOpenedStopsTheStartWithOneBox) {
     around.registry.failingKeys.insert(FakeRegistry::ownKey);
-    EXPECT_EQ(Run(call), RunOutcome::End);
+    EXPECT_EQ(Run(ringing), RunOutcome::End);
     EXPECT_EQ(around.boxes.Take(), std::vector<ShownBox>{configurationError});
     EXPECT_EQ(around.goldMine.commands, Strings{});
     const Strings lines = Lines();
     ASSERT_EQ(lines.size(), 3u);
     EXPECT_TRUE(lines[0].starts_with(L"Run-time error '-2147191503'")) << "loading";
     EXPECT_TRUE(lines[1].starts_with(L"Run-time error '-2147191503'")) << "resetting the number";
-    EXPECT_EQ(lines[2], finished);
+    EXPECT_EQ(lines[2], programFinished);
 }
 
 TEST_F(StartUpTest, ARegistryThatCannotBeWrittenStopsTheStartWithOneBox) {
     around.registry.readOnlyKeys.insert(FakeRegistry::ownKey);
-    EXPECT_EQ(Run(call), RunOutcome::End);
+    EXPECT_EQ(Run(ringing), RunOutcome::End);
     EXPECT_EQ(around.boxes.Take(), std::vector<ShownBox>{configurationError});
     EXPECT_EQ(around.goldMine.commands, Strings{});
     const Strings lines = Lines();
     ASSERT_EQ(lines.size(), 3u);
     EXPECT_TRUE(lines[0].starts_with(L"Run-time error '-2147191503'")) << "counting the run";
     EXPECT_TRUE(lines[1].starts_with(L"Run-time error '-2147191503'")) << "resetting the number";
-    EXPECT_EQ(lines[2], finished);
+    EXPECT_EQ(lines[2], programFinished);
 }
 
 TEST_F(StartUpTest, ALogThatTakesNoLineChangesNothingElse) {
     around.RunGoldMine();
     around.StoreOption(L"chkWriteLog", L"1");
     around.files.appendError = MakeRuntimeError(ErrorNumber::PermissionDenied);
-    EXPECT_EQ(Run(call), RunOutcome::End);
+    EXPECT_EQ(Run(ringing), RunOutcome::End);
     EXPECT_EQ(around.boxes.Take(), std::vector<ShownBox>{});
-    EXPECT_EQ(Lines(), Joined({echo, detected}, processed, {finished}));
+    EXPECT_EQ(Lines(), Joined({echo, detected}, processed, {programFinished}));
 }
 
 TEST_F(StartUpTest, AMinimumLengthThatIsNoNumberIsARunTimeErrorOfTheCall) {
     around.RunGoldMine();
     around.StoreOption(L"chkIgnoreShortCallerID", L"1");
     around.StoreOption(L"txtCallerIDMinLength", L"ten");
-    Run(call);
+    Run(ringing);
     EXPECT_EQ(around.boxes.Take(),
               (std::vector<ShownBox>{{L"Run-time error '13':\r\n\r\nParseCallParameters: "
                                       L"txtCallerIDMinLength: Type mismatch",
                                       BoxButtons::Ok, BoxIcon::Critical}}));
     EXPECT_EQ(around.goldMine.commands, Strings{});
-    EXPECT_EQ(Lines().back(), finished);
+    EXPECT_EQ(Lines().back(), programFinished);
 }
 
 TEST_F(StartUpTest, AVersionThatCannotBeReadEndsTheStart) {
     around.RunGoldMine();
     around.goldMine.answerAll = [](const std::wstring&) { return L"<GMAPI/>"; };
-    EXPECT_EQ(Run(call), RunOutcome::End);
+    EXPECT_EQ(Run(ringing), RunOutcome::End);
     EXPECT_EQ(around.boxes.Take(), (std::vector<ShownBox>{{L"Error retrieving GoldMine version.",
                                                            BoxButtons::Ok, BoxIcon::Exclamation},
                                                           configurationError}));
-    EXPECT_EQ(Lines(), (Strings{echo, L"Error retrieving GoldMine version.", finished}));
+    EXPECT_EQ(Lines(), (Strings{echo, L"Error retrieving GoldMine version.", programFinished}));
 }
 
 TEST_F(StartUpTest, AnOldGoldMineEndsTheStartWithTwoBoxes) {
@@ -343,8 +344,9 @@ TEST_F(StartUpTest, AnOldGoldMineEndsTheStartWithTwoBoxes) {
               (std::vector<ShownBox>{{L"Corvane requires GoldMine 6.7 or later. Exiting.",
                                       BoxButtons::Ok, BoxIcon::None},
                                      configurationError}));
-    EXPECT_EQ(Lines(), (Strings{withoutParams, L"GoldMine version 6.5 detected.",
-                                L"Corvane requires GoldMine 6.7 or later. Exiting.", finished}));
+    EXPECT_EQ(Lines(),
+              (Strings{withoutParams, L"GoldMine version 6.5 detected.",
+                       L"Corvane requires GoldMine 6.7 or later. Exiting.", programFinished}));
     EXPECT_FALSE(program().form.visible());
 }
 
@@ -352,7 +354,7 @@ TEST_F(StartUpTest, ADeclinedIniChangeEndsTheStart) {
     around.RunGoldMine();
     around.iniFiles.files[L"C:\\GM\\ANN.INI"][{L"Modem", L"DeviceID"}] = L"-1";
     around.boxes.answers = {BoxAnswer::No};
-    EXPECT_EQ(Run(call), RunOutcome::End);
+    EXPECT_EQ(Run(ringing), RunOutcome::End);
     const auto shown = around.boxes.Take();
     ASSERT_EQ(shown.size(), 2u);
     EXPECT_EQ(shown[1], configurationError);
@@ -361,16 +363,16 @@ TEST_F(StartUpTest, ADeclinedIniChangeEndsTheStart) {
               (Strings{echo, detected,
                        L"Declined: Okay to define a dummy modem in your GoldMine <user>.INI "
                        L"file? This is required for outbound dialing via 3CX.",
-                       finished}));
+                       programFinished}));
 }
 
 TEST_F(StartUpTest, AnErrorInTheGoldMineChecksIsAFailedConfigurationToo) {
     around.RunGoldMine();
     around.goldMine.sendError = RuntimeError{91, L"GM", L"broken", L"", 0};
-    EXPECT_EQ(Run(call), RunOutcome::End);
+    EXPECT_EQ(Run(ringing), RunOutcome::End);
     EXPECT_EQ(around.boxes.Take(), std::vector<ShownBox>{configurationError});
-    EXPECT_EQ(Lines(),
-              (Strings{echo, L"Run-time error '91':  CheckGoldMineVersion: broken", finished}));
+    EXPECT_EQ(Lines(), (Strings{echo, L"Run-time error '91':  CheckGoldMineVersion: broken",
+                                programFinished}));
 }
 
 TEST_F(StartUpTest, TheAboutTextSaysWhatAndWhere) {

@@ -1,35 +1,27 @@
 #include "gmapi/WindowCommands.h"
 
+#include "DialogWatch.h"
 #include "GoldMineFixture.h"
 
 namespace corvane::test {
 namespace {
 
-const std::wstring registrationOn =
-    L"<GMAPI call=\"RegisterWindowUpDown\"><data name=\"Window\">DIALOGSCHEDULECOMPLETE</data>"
-    L"<data name=\"Monitor\">1</data></GMAPI>";
-const std::wstring registrationOff =
-    L"<GMAPI call=\"RegisterWindowUpDown\"><data name=\"Window\">DIALOGSCHEDULECOMPLETE</data>"
-    L"<data name=\"Monitor\">0</data></GMAPI>";
-const std::wstring registered =
-    L"<GMAPI call=\"RegisterWindowUpDown\"><status code=\"1\">Success</status></GMAPI>";
-
 class WindowCommandsTest : public GoldMineFixture {
 protected:
     WindowCommandsTest() {
-        goldMine.answers[registrationOn] = registered;
-        goldMine.answers[registrationOff] = registered;
+        goldMine.answers[watchDialog] = dialogWatched;
+        goldMine.answers[unwatchDialog] = dialogWatched;
     }
 };
 
-struct CallerIDCommand {
+struct CallerIDCase {
     ContactDisplay display;
     bool allPhones;
     std::wstring command;
 };
 
 class CallerIDCommandTest : public WindowCommandsTest,
-                            public testing::WithParamInterface<CallerIDCommand> {};
+                            public testing::WithParamInterface<CallerIDCase> {};
 
 TEST_P(CallerIDCommandTest, IsFoundWhenTheReplyBeginsWithStatusOne) {
     goldMine.answers[GetParam().command] = L"<GMAPI call=\"CallerID\"><status code=\"1\">";
@@ -51,26 +43,26 @@ TEST_P(CallerIDCommandTest, IsNotFoundOtherwise) {
 INSTANTIATE_TEST_SUITE_P(
     Arguments, CallerIDCommandTest,
     testing::Values(
-        CallerIDCommand{ContactDisplay::CurrentWindow, false,
-                        L"<GMAPI call=\"CallerID\"><data name=\"Phone\">(555)123-4567 &amp; co"
-                        L"</data><data name=\"Description\"></data>"
-                        L"<data name=\"DisplayDialog\">2</data><data name=\"All\">0</data>"
-                        L"<data name=\"UPhone\">0</data></GMAPI>"},
-        CallerIDCommand{ContactDisplay::CurrentWindow, true,
-                        L"<GMAPI call=\"CallerID\"><data name=\"Phone\">(555)123-4567 &amp; co"
-                        L"</data><data name=\"Description\"></data>"
-                        L"<data name=\"DisplayDialog\">2</data><data name=\"All\">1</data>"
-                        L"<data name=\"UPhone\">0</data></GMAPI>"},
-        CallerIDCommand{ContactDisplay::NewWindow, false,
-                        L"<GMAPI call=\"CallerID\"><data name=\"Phone\">(555)123-4567 &amp; co"
-                        L"</data><data name=\"Description\"></data>"
-                        L"<data name=\"DisplayDialog\">1</data><data name=\"All\">0</data>"
-                        L"<data name=\"UPhone\">0</data></GMAPI>"},
-        CallerIDCommand{ContactDisplay::NewWindow, true,
-                        L"<GMAPI call=\"CallerID\"><data name=\"Phone\">(555)123-4567 &amp; co"
-                        L"</data><data name=\"Description\"></data>"
-                        L"<data name=\"DisplayDialog\">1</data><data name=\"All\">1</data>"
-                        L"<data name=\"UPhone\">0</data></GMAPI>"}));
+        CallerIDCase{ContactDisplay::CurrentWindow, false,
+                     L"<GMAPI call=\"CallerID\"><data name=\"Phone\">(555)123-4567 &amp; co"
+                     L"</data><data name=\"Description\"></data>"
+                     L"<data name=\"DisplayDialog\">2</data><data name=\"All\">0</data>"
+                     L"<data name=\"UPhone\">0</data></GMAPI>"},
+        CallerIDCase{ContactDisplay::CurrentWindow, true,
+                     L"<GMAPI call=\"CallerID\"><data name=\"Phone\">(555)123-4567 &amp; co"
+                     L"</data><data name=\"Description\"></data>"
+                     L"<data name=\"DisplayDialog\">2</data><data name=\"All\">1</data>"
+                     L"<data name=\"UPhone\">0</data></GMAPI>"},
+        CallerIDCase{ContactDisplay::NewWindow, false,
+                     L"<GMAPI call=\"CallerID\"><data name=\"Phone\">(555)123-4567 &amp; co"
+                     L"</data><data name=\"Description\"></data>"
+                     L"<data name=\"DisplayDialog\">1</data><data name=\"All\">0</data>"
+                     L"<data name=\"UPhone\">0</data></GMAPI>"},
+        CallerIDCase{ContactDisplay::NewWindow, true,
+                     L"<GMAPI call=\"CallerID\"><data name=\"Phone\">(555)123-4567 &amp; co"
+                     L"</data><data name=\"Description\"></data>"
+                     L"<data name=\"DisplayDialog\">1</data><data name=\"All\">1</data>"
+                     L"<data name=\"UPhone\">0</data></GMAPI>"}));
 
 TEST_F(WindowCommandsTest, AStatusMessageCarriesItsDelay) {
     goldMine.answers
@@ -152,14 +144,14 @@ INSTANTIATE_TEST_SUITE_P(
 TEST_F(WindowCommandsTest, RegisteringTurnsTheReportOnOrOff) {
     EXPECT_TRUE(windows.RegisterWindowUpDown(L"DIALOGSCHEDULECOMPLETE", true));
     EXPECT_TRUE(windows.RegisterWindowUpDown(L"DIALOGSCHEDULECOMPLETE", false));
-    EXPECT_EQ(goldMine.commands, (Lines{registrationOn, registrationOff}));
+    EXPECT_EQ(goldMine.commands, (Lines{watchDialog, unwatchDialog}));
 }
 
 class RegistrationReplyTest : public WindowCommandsTest,
                               public testing::WithParamInterface<std::wstring> {};
 
 TEST_P(RegistrationReplyTest, OnlyTheExactReplyIsASuccess) {
-    goldMine.answers[registrationOn] = GetParam();
+    goldMine.answers[watchDialog] = GetParam();
     EXPECT_FALSE(windows.RegisterWindowUpDown(L"DIALOGSCHEDULECOMPLETE", true));
 }
 

@@ -86,8 +86,6 @@ Values ExpectedDefaults() {
     return values;
 }
 
-}  // namespace
-
 TEST_F(SettingsFileTest, StoresEveryOptionsDefaultAndNothingElse) {
     Import(FileText());
 
@@ -116,4 +114,5 @@ TEST_F(SettingsFileTest, WhatIsWrittenIntoItIsReadBackAsMeant) {
     EXPECT_EQ(Loaded(L"optProcessConnect"), L"False");
 }
 
+}  // namespace
 }  // namespace corvane::test

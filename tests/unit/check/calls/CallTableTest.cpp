@@ -7,7 +7,7 @@
 namespace corvane {
 namespace {
 
-const std::vector<std::string> lines = {
+const std::vector<std::string> twoCalls = {
     "17 01.000 [] Corvane 1.0.0.1 started with param(s): /N:S /C:5551234567 /T:I /I:00042.",
     "17 01.100 [00042] " + popPhase + "searching while incoming call is ringing.",
     "17 03.400 [00042] > COM command > 1 second(s) (2.300 seconds): '<GMAPI call=\"CallerID\"/>'",
@@ -20,7 +20,7 @@ const std::vector<std::string> lines = {
 
 TEST(CallTable, HasARowForEachEventAndASummary) {
     EXPECT_EQ(
-        CallTableText(ReadLog(LogOf(lines))),
+        CallTableText(ReadLog(LogOf(twoCalls))),
         L"Time                 Call   Event        Number      Up after  Outcome\n"
         L"2024-03-11 14:23:01  00042  ringing  in  5551234567   2.401 s  popped in a primary "
         L"contact record; slowest command: CallerID 2.300 s\n"
@@ -36,7 +36,7 @@ TEST(CallTable, HasARowForEachEventAndASummary) {
 }
 
 TEST(CallTable, SaysThatThereAreMore) {
-    const std::wstring text = CallTableText(ReadLog(LogOf(lines), {}, 1));
+    const std::wstring text = CallTableText(ReadLog(LogOf(twoCalls), {}, 1));
     EXPECT_NE(text.find(L"\nThe last 1 of 2 calls with 2 events, "), std::wstring::npos) << "text";
     EXPECT_EQ(text.find(L"00042"), std::wstring::npos);
 }

@@ -22,7 +22,7 @@ using test::PlayedGoldMine;
 using Options = std::map<std::wstring, std::wstring>;
 
 const std::wstring ringing = L"/N:S /C:5551234 /T:I /I:7";
-const std::wstring answered = L"/N:C /C:5551234 /T:I /I:7";
+const std::wstring connected = L"/N:C /C:5551234 /T:I /I:7";
 
 struct RealRun {
     std::string name;
@@ -74,26 +74,26 @@ const std::vector<RealRun> realRuns = {
      ringing,
      {{L"chkGlobalEnable", L"0"}},
      L"7 ringing in 5551234 ignored: ignored: master switch is off"},
-    {"NotTheMoment", answered, pop,
+    {"NotTheMoment", connected, pop,
      L"7 answered in 5551234 ignored: ignored: search is set to ringing, history is set to never"},
     {"Dialed", L"(555) 010-0199", {}, L" dial  (555) 010-0199 dialed: dialed 5550100199"},
     {"NoDigitsToDial", L"home", {}, L" dial  home trouble: no digits to dial"},
-    {"HistoryWithLink", answered, save,
+    {"HistoryWithLink", connected, save,
      L"7 answered in 5551234 found: found in Phone1 of the current record; link to call (7).wav; "
      L"history created; history item opened",
      WithRecording},
-    {"NoRecording", answered, save,
+    {"NoRecording", connected, save,
      L"7 answered in 5551234 found: found in Phone1 of the current record; no link: no recording "
      L"there; history created; history item opened",
      [](auto& around, auto& goldMine) {
          WithRecording(around, goldMine);
          around.files.newest = {};
      }},
-    {"NoRecordingsFolder", answered, save,
+    {"NoRecordingsFolder", connected, save,
      L"7 answered in 5551234 trouble: found in Phone1 of the current record; no link: recordings "
      L"folder not there; history created; history item opened",
      CallersRecordIsOpen},
-    {"OldRecording", answered, save,
+    {"OldRecording", connected, save,
      L"7 answered in 5551234 found: found in Phone1 of the current record; no link: newest "
      L"recording "
      L"is too old; history created; history item opened",
@@ -101,7 +101,7 @@ const std::vector<RealRun> realRuns = {
          WithRecording(around, goldMine);
          around.files.newest.modified -= 1;
      }},
-    {"AnothersRecording", answered, confirmed,
+    {"AnothersRecording", connected, confirmed,
      L"7 answered in 5551234 found: found in Phone1 of the current record; no link: newest "
      L"recording "
      L"is of another call; history created; history item opened",
@@ -109,10 +109,10 @@ const std::vector<RealRun> realRuns = {
          WithRecording(around, goldMine);
          around.files.newest.name = L"call (8).wav";
      }},
-    {"Dialog", answered, dialog,
+    {"Dialog", connected, dialog,
      L"7 answered in 5551234 found: found in Phone1 of the current record; Complete Call filled in",
      CallersRecordIsOpen},
-    {"NoDialog", answered, dialog,
+    {"NoDialog", connected, dialog,
      L"7 answered in 5551234 trouble: found in Phone1 of the current record; Complete Call did not "
      L"come up",
      [](auto& around, auto& goldMine) {

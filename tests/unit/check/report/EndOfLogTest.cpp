@@ -22,25 +22,25 @@ std::string EndOf(const std::string& log, std::uint64_t most, bool masked = true
 
 const std::string found =
     "17\t20240311.142305.087\t[00042]:\tFound 5551234567 in a primary contact record.\r\n";
-const std::string masked =
+const std::string maskedFound =
     "17\t20240311.142305.087\t[00042]:\tFound ########67 in a primary contact record.\r\n";
 
 TEST(EndOfLog, MasksLinesByTheirForms) {
-    EXPECT_EQ(EndOf(found + found, 1000), masked + masked);
+    EXPECT_EQ(EndOf(found + found, 1000), maskedFound + maskedFound);
     EXPECT_EQ(EndOf("17\t20240311.142305.087\t[5551234567]:\tSettings saved.\r\n", 1000),
               "17\t20240311.142305.087\t[########67]:\tSettings saved.\r\n");
     EXPECT_EQ(EndOf("", 1000), "");
 }
 
 TEST(EndOfLog, BeginsWithAWholeLine) {
-    EXPECT_EQ(EndOf(found + found, found.size() + 3), masked);
+    EXPECT_EQ(EndOf(found + found, found.size() + 3), maskedFound);
     EXPECT_EQ(EndOf(found + found, 10), "");
 }
 
 TEST(EndOfLog, HidesLinesThatAreNotTheProgramsAndCutOnes) {
     EXPECT_EQ(EndOf("Ann 5551234567\r\n\r\n" + found, 1000),
-              "(hidden: 14 characters)\r\n\r\n" + masked);
-    const std::string behind = "0" + masked.substr(2);
+              "(hidden: 14 characters)\r\n\r\n" + maskedFound);
+    const std::string behind = "0" + maskedFound.substr(2);
     EXPECT_EQ(EndOf("17\t20240311.142305.087\t[]:\tFound 55512" + found, 1000),
               "17\t20240311.142305.087\t[]:\t(hidden: 6 characters)" + behind)
         << "where the number ends cannot be told";
