@@ -1,0 +1,1 @@
+// The target that the precompiled header of the tests belongs to needs a source file.
