@@ -72,7 +72,8 @@ test_kind() {
     fi
     say "$kind: tests ($((SECONDS - began)) s so far)"
     "${desktop[@]}" ctest --preset "$(preset_of "$kind")" -V -j "$jobs" "$@" 2>&1 |
-        tee "build/test/$kind.log" | awk -v "kind=$kind" -f scripts/test-output.awk
+        tee "build/test/$kind.log" |
+        awk -v "kind=$kind" -f scripts/ctest-lines.awk -f scripts/test-output.awk
 }
 
 failed=()
@@ -124,7 +125,8 @@ echo
 if [ "${#failed[@]}" -gt 0 ]; then
     for kind in "${failed[@]}"; do
         [ ! -f "build/test/$kind.log" ] ||
-            awk -f scripts/test-failures.awk "build/test/$kind.log" | sed "s/^/$kind:/"
+            awk -f scripts/ctest-lines.awk -f scripts/test-failures.awk "build/test/$kind.log" |
+            sed "s/^/$kind:/"
     done
     echo "FAILED: ${failed[*]} (after $((SECONDS - began)) s)"
     exit 1

@@ -1,16 +1,7 @@
-# Reads what "ctest -V" printed, and prints each test that failed, briefly: its name, and the first
+# Reads what "ctest -V" printed, by way of ctest-lines.awk, and prints each test that failed, briefly: its name, and the first
 # lines of where and why. Of a long log often no more is seen than the end, and there these stand.
 
-/^ *Start +[0-9]+: / {
-    sub(":", "", $2)
-    name[$2] = $3
-    next
-}
-
 /^[0-9]+: / {
-    number = $1
-    sub(":", "", number)
-    line = substr($0, length($1) + 2)
     subject = line
     sub(/^\[[^\]]*\] */, "", subject)
     if (line ~ /^\[ RUN /) {
@@ -34,9 +25,7 @@
     next
 }
 
-/^ *[0-9]+\/[0-9]+ Test +#[0-9]+: / && !/ Passed +[0-9.]+ sec/ {
-    match($0, /#[0-9]+/)
-    number = substr($0, RSTART + 1, RLENGTH - 1)
+ended && !/ Passed +[0-9.]+ sec/ {
     if (number in test)
         printf "  %s: %s did not end\n%s", name[number], test[number], why[number]
     else if (!told[number])

@@ -1,4 +1,4 @@
-# Reads what "ctest -V" prints, and prints what is worth reading of it:
+# Reads what "ctest -V" prints, by way of ctest-lines.awk, and prints what is worth reading of it:
 #   - which test programs run and how they ended; now and then, how many tests one of them has passed;
 #   - all that a failed one printed, but for its tests that passed;
 #   - at the end, what is left of one that did not end.
@@ -10,16 +10,7 @@ function print_now(text) {
     fflush()
 }
 
-/^ *Start +[0-9]+: / {
-    sub(":", "", $2)
-    name[$2] = $3
-    next
-}
-
 /^[0-9]+: / {
-    number = $1
-    sub(":", "", number)
-    line = substr($0, length($1) + 2)
     if (line ~ /^\[=+\] Running [0-9]+ test/) {
         split(line, words, " ")
         total[number] = words[3]
@@ -44,9 +35,7 @@ function print_now(text) {
     next
 }
 
-/^ *[0-9]+\/[0-9]+ Test +#[0-9]+: / {
-    match($0, /#[0-9]+/)
-    number = substr($0, RSTART + 1, RLENGTH - 1)
+ended {
     if ($0 !~ / Passed +[0-9.]+ sec/)
         printf "%s", said[number] (number in test ? test[number] ORS : "")
     print_now($0)

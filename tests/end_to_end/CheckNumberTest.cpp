@@ -79,12 +79,12 @@ TEST_F(CheckNumberTest, WithoutGoldMineNoneIsStarted) {
 }
 
 TEST_F(CheckNumberTest, ItEndsInTimeWhenGoldMineHangs) {
-    GoldMine().SetFaults(std::string("Macro:&Phone1") + hangs);
+    GoldMine().SetFaults("Macro:&Phone1 delay 12000\n");
     GoldMineIsSpoilt();
     const Checked checked = Check("number 5551234567 --ask");
     EXPECT_TRUE(checked.text.ends_with("\nIn GoldMine\n  GoldMine  does not answer\n"))
         << checked.text;
-    EXPECT_LT(checked.milliseconds, beforeItAnswers);
+    EXPECT_LT(checked.milliseconds, 10'000u);
     EXPECT_EQ(checked.exitCode, 2u);
 }
 

@@ -144,10 +144,10 @@ TEST_F(CheckReportTest, WithoutLogAndGoldMineItSaysSo) {
 }
 
 TEST_F(CheckReportTest, ItEndsInTimeWhenGoldMineHangs) {
-    GoldMine().SetFaults(std::string("Macro:&Version") + hangs);
+    GoldMine().SetFaults("Macro:&Version delay 12000\n");
     GoldMineIsSpoilt();
     const Checked checked = Check("report " + reportName);
-    EXPECT_LT(checked.milliseconds, beforeItAnswers);
+    EXPECT_LT(checked.milliseconds, 15'000u);
     EXPECT_TRUE(Holds(Files().at("wiring.txt"), "BROKEN  log-in                  does not answer"))
         << Files().at("wiring.txt");
     EXPECT_TRUE(Holds(Files().at("settings.txt"), "chkWriteLog"));

@@ -6,12 +6,6 @@
 
 namespace end_to_end {
 
-// A check waits for a hanging GoldMine for eight seconds; a busy machine stretches them, so that a
-// test asks only that it does not wait for the answer. To kill a GoldMine that hangs in a call
-// would be quicker, but then Wine lets nobody connect to the next one.
-inline constexpr char hangs[] = " delay 20000\n";
-inline constexpr DWORD beforeItAnswers = 18'000;  // milliseconds
-
 // What the checking program said, and how it ended.
 struct Checked {
     std::string text;  // lines end in "\n"

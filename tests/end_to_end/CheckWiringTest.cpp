@@ -99,6 +99,7 @@ TEST_F(CheckWiringTest, AllIsWell) {
         text.erase(at, rights.size());
     EXPECT_EQ(SplitLines(text, "\n"), Healthy());
     EXPECT_EQ(checked.exitCode, 0u);
+    EXPECT_LT(checked.milliseconds, 10'000u);
 }
 
 TEST_F(CheckWiringTest, NothingIsChanged) {
@@ -129,13 +130,13 @@ TEST_F(CheckWiringTest, NoGoldMineIsStarted) {
 }
 
 TEST_F(CheckWiringTest, ItEndsInTimeWhenGoldMineHangs) {
-    GoldMine().SetFaults(std::string("Macro:&Version") + hangs);
+    GoldMine().SetFaults("Macro:&Version delay 12000\n");
     GoldMineIsSpoilt();
     WriteLog();
 
     const Checked checked = Check("wiring");
 
-    EXPECT_LT(checked.milliseconds, beforeItAnswers);
+    EXPECT_LT(checked.milliseconds, 10'000u);
     EXPECT_EQ(checked.exitCode, 2u);
     const Lines lines = LinesOf(checked);
     const Lines hangs = {"BROKEN log-in does not answer", seeGoldMine,

@@ -86,7 +86,7 @@ const std::map<std::string, const char*> checkBesides = {
      R"(DeleteFileW FindResourceW GetConsoleMode GetFileSizeEx GetFullPathNameW GetProcessTimes
          GetStdHandle GetSystemTimeAdjustment GetThreadTimes LoadResource LockResource MoveFileW
          SetFilePointerEx SetSystemTime SizeofResource TerminateProcess WriteConsoleW)"},
-    {"msvcrt.dll", "iswalpha iswctype wcstol"},
+    {"msvcrt.dll", "iswalpha wcstol"},
     {"user32.dll",
      "EnumWindows GetClassNameW GetDlgItem GetWindowThreadProcessId SendMessageTimeoutW"},
 };

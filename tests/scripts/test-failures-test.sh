@@ -4,7 +4,7 @@
 set -euo pipefail
 top=$(cd "$(dirname "$0")/../.." && pwd -P)
 
-said=$(awk -f "$top/scripts/test-failures.awk" <<'LOG'
+said=$(awk -f "$top/scripts/ctest-lines.awk" -f "$top/scripts/test-failures.awk" <<'LOG'
       Start  1: unit_tests
       Start  2: end_to_end_tests
 1: [==========] Running 3 tests from 1 test suite.
